@@ -1,0 +1,80 @@
+// How the plot looks: colours, widths and line types of the slots, switches, general settings.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "document/slots.h"
+#include "term/math_parser.h"
+
+namespace korvinth::document {
+
+// 24-bit colour, red + 256 * green + 65536 * blue.
+enum class Colour : std::int32_t {};
+
+constexpr Colour MakeColour(int red, int green, int blue)
+{
+    return Colour{red + 256 * green + 65536 * blue};
+}
+constexpr int Red(Colour colour) { return static_cast<std::int32_t>(colour) & 0xFF; }
+constexpr int Green(Colour colour) { return (static_cast<std::int32_t>(colour) >> 8) & 0xFF; }
+constexpr int Blue(Colour colour) { return (static_cast<std::int32_t>(colour) >> 16) & 0xFF; }
+
+enum class LineType : std::int16_t {
+    Solid = 0,
+    Dash = 1,
+    Dot = 2,
+    DashDot = 3,
+    DashDotDot = 4,
+    Invisible = 5,
+    SolidInside = 6,
+};
+
+struct SlotAttributes
+{
+    Colour colour{};         // the slot's entry in the colour table
+    std::int16_t width = 2;  // pixels
+    LineType type = LineType::Solid;
+    bool operator==(const SlotAttributes&) const = default;
+};
+
+struct DisplayAttributes
+{
+    DisplayAttributes();  // the default settings
+
+    SlotTable<SlotAttributes> slots;
+
+    // Visibility switches.
+    bool x_numbers = true;
+    bool y_numbers = true;
+    bool help_lines = true;
+    bool extra_help_lines = false;
+    bool axes = true;
+    bool axis_names = true;
+    bool lines = true;
+    bool points = true;
+    bool graph_names = true;
+
+    term::TrigMode angle_mode = term::TrigMode::Radians;
+    bool detect_integrals = true;  // upper-case F(x) stands for the antiderivative of f
+
+    Colour background = MakeColour(0xFF, 0xFF, 0xFF);
+    Colour axis_colour = MakeColour(0x40, 0x40, 0x40);
+    Colour number_colour = MakeColour(0x40, 0x40, 0x40);
+    Colour help_line_colour = MakeColour(0xE4, 0xE7, 0xEB);
+    Colour extra_help_line_colour = MakeColour(0xF1, 0xF3, 0xF5);
+    Colour line_colour = MakeColour(0x60, 0x60, 0x60);
+    int font_points = 9;
+    std::string x_axis_name = "x";
+    std::string y_axis_name = "y";
+
+    bool constant_sample_count = false;
+    double family_step = 1;
+    int family_count = 0;  // 0 to 21 further members
+    int calculator_places = 3;
+    bool smooth_drawing = true;
+
+    bool operator==(const DisplayAttributes&) const = default;
+};
+
+}  // namespace korvinth::document

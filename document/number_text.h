@@ -1,0 +1,23 @@
+// Numbers as texts and texts as numbers, as the program's fields and files write them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "term/math_parser.h"
+
+namespace korvinth::document {
+
+// Shortest digits that read back to the same double, decimal point, exponent as "1e-07".
+std::string ShortestText(double value);
+// The same with a decimal comma.
+std::string ShortestGermanText(double value);
+// Leading numeric prefix of a text, 0 when there is none. Independent of the locale.
+double LeadingNumber(std::string_view text);
+// Rounds half to even; limited to the range of the type.
+std::int64_t RoundHalfEven(double value);
+// The rule of numeric dialog fields: every "," becomes "." and the text is evaluated.
+double EvalNumberField(term::MathParser& parser, std::string_view text);
+
+}  // namespace korvinth::document

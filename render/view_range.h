@@ -1,0 +1,47 @@
+// The displayed coordinate window and its mapping onto the drawing area.
+#pragma once
+
+#include "document/plot_document.h"
+#include "term/math_parser.h"
+
+namespace korvinth::render {
+
+// World bounds and size of the drawing area. The area is measured in twips (1/1440 inch), its y
+// grows downwards; a pixel of the surface is twips_per_pixel_x by twips_per_pixel_y twips.
+struct ViewRange
+{
+    double x_min = -10;
+    double x_max = 10;
+    double y_min = -10;
+    double y_max = 10;
+    double t_min = 0;  // range of the curve parameter
+    double t_max = 6.283185307179586;
+    double area_width = 12000;
+    double area_height = 9000;
+    int twips_per_pixel_x = 15;
+    int twips_per_pixel_y = 15;
+
+    // Derived by UpdateMapping.
+    double width = 20;
+    double height = 20;
+    double xmu = 600;  // twips per world unit
+    double ymu = 450;
+
+    double AreaX(double x) const { return xmu * (x - x_min); }
+    double AreaY(double y) const { return area_height - ymu * (y - y_min); }
+    double WorldX(double area_x) const { return area_x / xmu + x_min; }
+    double WorldY(double area_y) const { return (area_height - area_y) / ymu + y_min; }
+};
+
+// Recomputes the derived values after a change of bounds or area and sets the parser variables xmu,
+// xmi, ymu, ymi, in that order.
+void UpdateMapping(ViewRange& view, term::MathParser& parser,
+                   const document::SystemVariables& variables);
+
+// Wrap a term in parser syntax so that its value is in area units; makemy gives the height above
+// the bottom edge, the caller subtracts it from the area height. The term is bracketed here, so a
+// comparison or a logic word in it stays together.
+std::string makemx(std::string_view term);
+std::string makemy(std::string_view term);
+
+}  // namespace korvinth::render
