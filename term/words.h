@@ -15,12 +15,12 @@ inline constexpr unsigned kWholeWord = kContinuedOnTheLeft | kContinuedOnTheRigh
 // Replaces every occurrence of `from`, left to right, without looking at the result again.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 
-// Classifies what surrounds text[offset, offset + length); only a..z without regard to case count as
-// letters. `offset` is a byte offset; nothing before or after the text counts as no neighbour.
+// Classifies what surrounds text[offset, offset + length); only a..z without regard to case count
+// as letters. `offset` is a byte offset; nothing before or after the text counts as no neighbour.
 unsigned NeighbourKind(std::string_view text, std::size_t offset, std::size_t length);
 
-// Replaces the occurrences of `word` whose NeighbourKind has no bit in common with `mask`; blanks at
-// both ends of the text are removed. Deliberate: not idempotent, since "_" is no letter here.
+// Replaces the occurrences of `word` whose NeighbourKind has no bit in common with `mask`; blanks
+// at both ends of the text are removed. Deliberate: not idempotent, since "_" is no letter here.
 std::string ReplaceWord(std::string_view text, std::string_view word, std::string_view replacement,
                         unsigned mask);
 
