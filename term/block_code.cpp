@@ -15,10 +15,7 @@ int OperandCount(Op op)
     return op <= Op::Guard ? 2 : 3;
 }
 
-std::size_t Rounded(std::size_t n)
-{
-    return (n + kKernelStep - 1) / kKernelStep * kKernelStep;
-}
+std::size_t Rounded(std::size_t n) { return (n + kKernelStep - 1) / kKernelStep * kKernelStep; }
 
 Kernel FindKernel(const KernelTable& kernels, const GraphNode& node, std::size_t uniform)
 {

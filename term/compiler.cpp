@@ -16,10 +16,7 @@ namespace {
 
 constexpr std::uint64_t kManyInstructions = std::uint64_t{1} << 40;
 
-std::uint64_t Sum(std::uint64_t a, std::uint64_t b)
-{
-    return std::min(a + b, kManyInstructions);
-}
+std::uint64_t Sum(std::uint64_t a, std::uint64_t b) { return std::min(a + b, kManyInstructions); }
 
 // Which of several faults is told: wrong arguments, then unknown functions, then unknown variables.
 int Rank(Error error)
@@ -74,14 +71,8 @@ Op BinaryOp(Operator op)
     }
 }
 
-double Negated(double x)
-{
-    return -x;
-}
-double Inverted(double x)
-{
-    return std::isnan(x) ? x : x == 0 ? 1.0 : 0.0;
-}
+double Negated(double x) { return -x; }
+double Inverted(double x) { return std::isnan(x) ? x : x == 0 ? 1.0 : 0.0; }
 
 std::size_t HashOf(const GraphNode& node)
 {

@@ -24,43 +24,20 @@ constexpr Index kLanes = kVectorBytes / sizeof(double);
 // Unaligned access to a vector.
 typedef double Loose __attribute__((vector_size(kVectorBytes), aligned(8), may_alias));
 
-inline Vec Load(const double* p)
-{
-    return *reinterpret_cast<const Loose*>(p);
-}
-inline void Store(double* p, Vec v)
-{
-    *reinterpret_cast<Loose*>(p) = v;
-}
-inline Vec All(double x)
-{
-    return Vec{} + x;
-}
-inline Vec Pick(Mask mask, Vec yes, Vec no)
-{
-    return mask ? yes : no;
-}
+inline Vec Load(const double* p) { return *reinterpret_cast<const Loose*>(p); }
+inline void Store(double* p, Vec v) { *reinterpret_cast<Loose*>(p) = v; }
+// Not 0 + x, which would lose the sign of -0.
+inline Vec All(double x) { return x - Vec{}; }
+inline Vec Pick(Mask mask, Vec yes, Vec no) { return mask ? yes : no; }
 
 constexpr double kNaN = __builtin_nan("");
 constexpr double kInfinity = __builtin_inf();
 constexpr double kHalfPi = 1.5707963267948966;
 
-inline Mask SignBits()
-{
-    return (Mask)All(-0.0);
-}
-inline Vec Magnitude(Vec x)
-{
-    return (Vec)((Mask)x & ~SignBits());
-}
-inline Vec WithSignOf(Vec x, Vec sign)
-{
-    return (Vec)((Mask)x | ((Mask)sign & SignBits()));
-}
-inline Mask IsNaN(Vec x)
-{
-    return x != x;
-}
+inline Mask SignBits() { return (Mask)All(-0.0); }
+inline Vec Magnitude(Vec x) { return (Vec)((Mask)x & ~SignBits()); }
+inline Vec WithSignOf(Vec x, Vec sign) { return (Vec)((Mask)x | ((Mask)sign & SignBits())); }
+inline Mask IsNaN(Vec x) { return x != x; }
 
 // Rounding by adding 2^52: exact below it, and above it every double is whole.
 inline Vec RoundToEven(Vec x)
@@ -80,10 +57,7 @@ inline Vec CeilOf(Vec x)
     const Vec rounded = RoundToEven(x);
     return Pick(rounded < x, rounded + 1.0, rounded);
 }
-inline Vec TruncateOf(Vec x)
-{
-    return WithSignOf(FloorOf(Magnitude(x)), x);
-}
+inline Vec TruncateOf(Vec x) { return WithSignOf(FloorOf(Magnitude(x)), x); }
 
 // Vector functions fall back to slow calls for special arguments, so those are replaced before the
 // call and their results after it.
@@ -110,14 +84,8 @@ KORVINTH_TAMED(Exp2Of, Exp2, Magnitude(x) < 1021.0, __builtin_exp2)
 
 // --- one operand -------------------------------------------------------------------------------
 
-inline Mask IsPositive(Vec x)
-{
-    return (x > 0.0) & (x < kInfinity);
-}
-inline Vec LogOfSpecial(Vec x)
-{
-    return Pick(x == kInfinity, x, All(kNaN));
-}
+inline Mask IsPositive(Vec x) { return (x > 0.0) & (x < kInfinity); }
+inline Vec LogOfSpecial(Vec x) { return Pick(x == kInfinity, x, All(kNaN)); }
 
 #define KORVINTH_UNARY(name, expression)                 \
     struct name                                          \
@@ -273,14 +241,8 @@ void RunQuadrant(double* out, const double* a, const double*, const double*, Ind
 // --- two operands ------------------------------------------------------------------------------
 
 // Hands a NaN on.
-inline Vec OrNaN(Vec a, Vec b, Vec result)
-{
-    return Pick(EitherNaN(a, b), a + b, result);
-}
-inline Vec Truth(Mask mask)
-{
-    return (Vec)(mask & (Mask)All(1));
-}
+inline Vec OrNaN(Vec a, Vec b, Vec result) { return Pick(EitherNaN(a, b), a + b, result); }
+inline Vec Truth(Mask mask) { return (Vec)(mask & (Mask)All(1)); }
 
 // At least |log2(x)| of a positive finite x, from its exponent bits.
 inline Vec ExponentBound(Vec x)

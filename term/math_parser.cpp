@@ -403,9 +403,6 @@ std::string MathParser::ErrorText(std::int32_t code) const
     return ErrorMessage(number, GetErrorData());
 }
 
-std::size_t MathParser::LivePrograms() const
-{
-    return impl_->programs.size();
-}
+std::size_t MathParser::LivePrograms() const { return impl_->programs.size(); }
 
 }  // namespace korvinth::term

@@ -332,19 +332,10 @@ struct SubtractProductRule
     static double Apply(double a, double b, double c) { return c - a * b; }
 };
 
-double Truth(double value)
-{
-    return std::isnan(value) ? value : value != 0 ? 1.0 : 0.0;
-}
+double Truth(double value) { return std::isnan(value) ? value : value != 0 ? 1.0 : 0.0; }
 
-double RunLoad(const ScalarNode& node, EvalState&)
-{
-    return *node.a.cell;
-}
-double RunArgument(const ScalarNode& node, EvalState& state)
-{
-    return state.arguments[node.index];
-}
+double RunLoad(const ScalarNode& node, EvalState&) { return *node.a.cell; }
+double RunArgument(const ScalarNode& node, EvalState& state) { return state.arguments[node.index]; }
 double RunAnd(const ScalarNode& node, EvalState& state)
 {
     const double a = Sub::Get(node.a, state);
