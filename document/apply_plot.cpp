@@ -17,8 +17,6 @@ namespace {
 using term::Error;
 using term::MathParser;
 
-constexpr std::string_view kIntegralNotAlone = "Integralfunktion muss allein stehen!";
-
 struct AliasName
 {
     std::string_view name, existing;
