@@ -17,7 +17,7 @@ struct LineCase
 constexpr LineCase kLineCases[] = {
     {"German notation", "1,5*wurzel(2)", 3, "2.121"},
     {"a user's function", "f(2)", 3, "4"},
-    {"its derivative", "f'(0)", 3, "0"},
+    {"its derivative", "f'(1,5)", 3, "3"},
     {"a parameter", "a+1", 3, "2"},
     {"an empty term", "", 3, "0"},
     {"blanks alone", "  ", 3, "0"},
@@ -49,7 +49,11 @@ constexpr LineCase kLineCases[] = {
 class CalculatorTest : public PlotTest
 {
 protected:
-    void SetUp() override { Apply({"f(x)=a*x^2", "g(x)=F(x)"}); }
+    void SetUp() override
+    {
+        Apply({"f(x)=a*x^2", "g(x)=F(x)"});
+        parser.SetVariableValue(document.variables.sw, 0.0001);
+    }
 };
 
 TEST_F(CalculatorTest, ShowsTheRoundedValueOrTheError)

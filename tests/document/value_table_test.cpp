@@ -38,7 +38,7 @@ TEST_F(ValueTableTest, HasAColumnForEveryFunction)
 TEST_F(ValueTableTest, LeavesCellsWithoutValueEmpty)
 {
     Apply({"f(x)=1/x", "g(x)=(x"});
-    EXPECT_EQ(Table("-1;1;1"), "x;f(x)\n-1;-1;\n0;;\n1;1;\n");
+    EXPECT_EQ(Table("-1;1;1"), "x;f(x);g(x)\n-1;-1;\n0;;\n1;1;\n");
 }
 
 TEST_F(ValueTableTest, ASlotWithoutATermHasAnEmptyColumn)
