@@ -84,6 +84,7 @@ private:
         host_.StoreRows(document_);
         const RowCheck check = CheckNames(document_, parser_);
         report_.row_errors = check.errors;
+        report_.first_faulty_row = check.first_faulty;
         if (!check.errors.empty()) ++report_.count;
         host_.RowsChecked(document_);
         host_.UpdateMapping();

@@ -162,6 +162,14 @@ TEST_F(ApplyPlotTest, CollectsTheMessages)
     }
 }
 
+TEST_F(ApplyPlotTest, TellsTheFirstFaultyRow)
+{
+    const PlotReport report = Apply({"f(x)=(x", "=1", "=2"});
+    EXPECT_EQ(report.row_errors, "Funktionsname fehlt!");
+    EXPECT_EQ(report.first_faulty_row, Slot(1));
+    EXPECT_FALSE(Apply({"f(x)=x"}).first_faulty_row.has_value());
+}
+
 TEST_F(ApplyPlotTest, FaultyFunctionsAreNeitherDrawnNorCallable)
 {
     Apply({"f(x)=g(x)", "g(x)=f(x)", "h(x)=(x", "i(x)=x"});
