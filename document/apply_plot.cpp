@@ -17,8 +17,6 @@ namespace {
 using term::Error;
 using term::MathParser;
 
-constexpr std::string_view kIntegralNotAlone = "Integralfunktion muss allein stehen!";
-
 struct AliasName
 {
     std::string_view name, existing;
@@ -86,6 +84,7 @@ private:
         host_.StoreRows(document_);
         const RowCheck check = CheckNames(document_, parser_);
         report_.row_errors = check.errors;
+        report_.first_faulty_row = check.first_faulty;
         if (!check.errors.empty()) ++report_.count;
         host_.RowsChecked(document_);
         host_.UpdateMapping();

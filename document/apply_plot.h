@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,7 @@ struct PlotReport
     std::int16_t count = 0;  // number of collected messages
     std::string status;      // "Ok." or the collected text
     std::string row_errors;  // the part of `errors` that comes from checking the rows
+    std::optional<SlotIndex> first_faulty_row;  // the first row that has a message
 };
 
 // The variables that the program keeps, the standard definitions and aliases, and the angle mode:

@@ -1,8 +1,10 @@
 #include "document/calculator.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
+#include "document/integral_term.h"
 #include "document/number_text.h"
 #include "term/words.h"
 
@@ -12,6 +14,15 @@ namespace {
 constexpr int kSignificantDigits = 15;
 constexpr std::string_view kSyntax = "Error: Syntax";
 constexpr std::string_view kOverflow = "Error: Overflow";
+
+// The parser knows integral functions as 0, which would be a wrong result.
+bool CallsIntegralFunction(const PlotDocument& document, std::string_view translated)
+{
+    return CallsFunction(translated, "integral") ||
+           std::ranges::any_of(document.slots, [&](const FunctionSlot& slot) {
+               return !slot.integral_term.empty() && CallsFunction(translated, slot.name);
+           });
+}
 
 }  // namespace
 
@@ -51,6 +62,9 @@ std::string CalculatorLine(term::MathParser& parser, const PlotDocument& documen
     const term::Error error = parser.GetError();
     if (error == term::Error::UndefinedVariable) return std::string(kSyntax);
     if (error != term::Error::None) return "Error: " + parser.ErrorText();
+    if (CallsIntegralFunction(document, translated)) {
+        return "Error: " + std::string(kIntegralNotAlone);
+    }
     if (!std::isfinite(value)) return std::string(kOverflow);
     return GeneralNumberText(RoundToPlaces(value, places));
 }

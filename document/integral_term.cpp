@@ -1,7 +1,5 @@
 #include "document/integral_term.h"
 
-#include <algorithm>
-
 #include "term/words.h"
 
 namespace korvinth::document {
@@ -12,18 +10,6 @@ constexpr std::string_view kIntegral = "integral";
 bool IsUpperCase(char c)
 {
     return c >= 'A' && c <= 'Z';
-}
-
-char LowerCase(char c)
-{
-    return IsUpperCase(c) ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-std::string LowerCase(std::string_view text)
-{
-    std::string result(text);
-    for (char& c : result) c = LowerCase(c);
-    return result;
 }
 
 // Whether the character at `offset` continues a name: 2F(x) is a product, a2F(x) a call of a2F.
@@ -51,7 +37,7 @@ std::string RewriteFirstIntegral(std::string_view term)
         const std::string_view argument = term::MatchingGroup(term, at);
         if (argument.empty()) return std::string(term);
         std::string result(term.substr(0, at));
-        result.append(kIntegral).append("(").append(1, LowerCase(term[at]));
+        result.append(kIntegral).append("(").append(term::LowerCase(term.substr(at, 1)));
         result.append(argument).append(")").append(term.substr(at + 1 + argument.size()));
         return result;
     }
@@ -60,7 +46,7 @@ std::string RewriteFirstIntegral(std::string_view term)
 
 std::optional<std::string> IntegrandOf(std::string_view parser_term)
 {
-    const std::string term = LowerCase(parser_term);
+    const std::string term = term::LowerCase(parser_term);
     const std::string call = std::string(kIntegral) + "(";
     const std::size_t first = FindCall(term, call, 0);
     if (first == std::string::npos) return "";
@@ -73,7 +59,8 @@ std::optional<std::string> IntegrandOf(std::string_view parser_term)
 
 bool CallsFunction(std::string_view parser_term, std::string_view name)
 {
-    return FindCall(LowerCase(parser_term), LowerCase(name) + "(", 0) != std::string_view::npos;
+    return FindCall(term::LowerCase(parser_term), term::LowerCase(name) + "(", 0) !=
+           std::string_view::npos;
 }
 
 }  // namespace korvinth::document

@@ -7,6 +7,9 @@
 
 namespace korvinth::document {
 
+// The message for a term that an integral function is only a part of.
+inline constexpr std::string_view kIntegralNotAlone = "Integralfunktion muss allein stehen!";
+
 // Turns the first upper-case function, as F in "F(2*_x)", into "integral(f(2*_x))".
 // Deliberate: only the first one is rewritten. A letter that ends a longer name (SIN, a2F) is no
 // function of its own, and one whose bracket is left open stays for the parser to complain about.

@@ -35,9 +35,10 @@ std::string PlotDocument::Translate(std::string_view term, term::Derivatives der
 Parameter* PlotDocument::FindParameter(std::string_view name)
 {
     if (name.empty()) return nullptr;
-    const auto found = std::find_if(parameters.begin(), parameters.end(),
-                                    [&](const Parameter& entry) { return entry.name == name; });
-    return found == parameters.end() ? nullptr : &*found;
+    for (Parameter& parameter : parameters) {
+        if (parameter.name == name) return &parameter;
+    }
+    return nullptr;
 }
 
 std::vector<std::string> PlotDocument::BracketedBounds() const

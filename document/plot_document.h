@@ -18,6 +18,7 @@ namespace korvinth::document {
 inline constexpr std::int16_t kPlainFunction = -2;  // y = f(x)
 inline constexpr std::int16_t kCurveYPart = -1;     // drawn with its x-part
 
+// Names for rows typed without one. Deliberate: it starts at f and ends with a to e.
 inline constexpr std::string_view kFreeNames = "fghijklmnopqrstuvwxyzabcde";
 
 // The parameter of the hatching pattern: the width of a stripe in samples.

@@ -1,7 +1,7 @@
 #include "document/row_check.h"
 
-#include <algorithm>
 #include <charconv>
+#include <utility>
 #include <vector>
 
 #include "term/words.h"
@@ -28,14 +28,6 @@ LeftSide SplitLeftSide(std::string_view text)
     LeftSide left{std::string(text.substr(0, open)), "x"};
     if (close > open + 1) left.variable = text.substr(open + 1, close - open - 1);
     return left;
-}
-
-std::string LowerCase(std::string text)
-{
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return text;
 }
 
 std::string ListItem(std::string_view name, SlotIndex slot)
@@ -131,7 +123,7 @@ private:
         parser_.DefineFunction(name + "(" + std::string(term::kFreeVariable) + ")=1");
         temporary_functions_.push_back(name);
         if (Evaluates(call)) return {};
-        return parser_.ErrorText() + ": " + LowerCase(parser_.GetErrorData());
+        return parser_.ErrorText() + ": " + term::LowerCase(parser_.GetErrorData());
     }
 
     bool Evaluates(const std::string& term)
@@ -149,7 +141,7 @@ private:
         function.term = term::ReplaceWord(function.raw_term, left.variable, term::kFreeVariable,
                                           term::kWholeWord);
         document_.rows[slot] = left.name + "(" + left.variable + ") = " + function.raw_term;
-        document_.TakeName(LowerCase(left.name));  // to the parser, F and f are one function
+        document_.TakeName(term::LowerCase(left.name));  // to the parser, F and f are one function
         ++document_.slots_in_use;
         document_.last_slot_in_use = static_cast<std::int16_t>(slot);
         document_.name_list += ListItem(left.name, slot);

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <ranges>
 
 namespace korvinth::document {
 
@@ -59,17 +58,23 @@ using SlotTable = IndexedTable<SlotIndex, T, kSlotCount>;
 template <class T>
 using ParameterTable = IndexedTable<ParameterIndex, T, kParameterCount>;
 
-// for (SlotIndex slot : AllSlots()) ...
-inline auto AllSlots()
+template <class Index, int kSize>
+constexpr std::array<Index, static_cast<std::size_t>(kSize)> AllIndices()
 {
-    return std::views::iota(0, kSlotCount) |
-           std::views::transform([](int i) { return SlotIndex{static_cast<std::int16_t>(i)}; });
+    std::array<Index, static_cast<std::size_t>(kSize)> indices{};
+    std::int16_t number = 0;
+    for (Index& index : indices) index = Index{number++};
+    return indices;
 }
-inline auto AllParameters()
+
+// for (SlotIndex slot : AllSlots()) ...
+constexpr auto AllSlots()
 {
-    return std::views::iota(0, kParameterCount) | std::views::transform([](int i) {
-               return ParameterIndex{static_cast<std::int16_t>(i)};
-           });
+    return AllIndices<SlotIndex, kSlotCount>();
+}
+constexpr auto AllParameters()
+{
+    return AllIndices<ParameterIndex, kParameterCount>();
 }
 
 }  // namespace korvinth::document

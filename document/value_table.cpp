@@ -167,7 +167,7 @@ std::string ReadTableRange(const PlotDocument& document, term::MathParser& parse
         const std::string translated = document.Translate(parts[i]);
         values[i] = parser.EvalText(translated.empty() ? parts[i] : translated);
         const bool faulty = parser.GetError() != term::Error::None;
-        const std::string message = Message(parser.ErrorText());
+        std::string message = Message(parser.ErrorText());
         parser.EvalText("");
         if (faulty) return message;
         if (!std::isfinite(values[i])) return Message("Bereich ist nicht endlich!");

@@ -35,15 +35,6 @@ auto FindFolded(Map& map, std::string_view name)
 UserFunction::UserFunction() = default;
 UserFunction::~UserFunction() = default;
 
-std::string LowerCase(std::string_view text)
-{
-    std::string lower(text);
-    for (char& c : lower) {
-        if (IsUpper(c)) c = static_cast<char>(c - 'A' + 'a');
-    }
-    return lower;
-}
-
 bool IsName(std::string_view text)
 {
     const auto is_letter = [](char c) { return (c >= 'a' && c <= 'z') || IsUpper(c) || c == '_'; };

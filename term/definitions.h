@@ -14,6 +14,7 @@
 #include "term/limits.h"
 #include "term/math_parser.h"
 #include "term/syntax_tree.h"
+#include "term/words.h"
 
 namespace korvinth::term {
 
@@ -56,8 +57,6 @@ struct TextHash
 template <class T>
 using NameMap = std::unordered_map<std::string, T, TextHash, std::equal_to<>>;
 
-// ASCII letters to lower case.
-std::string LowerCase(std::string_view text);
 bool IsName(std::string_view text);
 
 class Definitions

@@ -125,7 +125,8 @@ void ExpandCalls(std::string& expanded, const std::string& original,
 }
 
 // Second derivatives become central second differences, first ones forward difference quotients,
-// both with the step `sw`.
+// both with the step `sw`. The second ones come first, so that no half of one is taken for a first
+// derivative. Deliberate: "2f(" is a product without a sign.
 void ExpandDerivatives(std::string& term, const std::string& function)
 {
     const std::string original = term;

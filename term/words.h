@@ -16,6 +16,9 @@ inline constexpr unsigned kWholeWord = kContinuedOnTheLeft | kContinuedOnTheRigh
 // The text without the blanks at both ends; other white space counts as text.
 std::string_view TrimBlanks(std::string_view text);
 
+// ASCII letters to lower case.
+std::string LowerCase(std::string_view text);
+
 // Replaces every occurrence of `from`, left to right, without looking at the result again.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 
