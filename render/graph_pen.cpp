@@ -69,10 +69,9 @@ void GraphPen::DrawMarker(double pixel_x, double pixel_y)
     const double x = pixel_x + 1;
     const double y = pixel_y + 1;
     const double radius = style_.point_radius;
-    surface_.PaintEllipse(
-        {RoundToGrid((x - radius) * steps_), RoundToGrid((y - radius) * steps_),
-         RoundToGrid((x + radius) * steps_), RoundToGrid((y + radius) * steps_)},
-        Brush{style_.colour});
+    surface_.PaintEllipse({RoundToGrid((x - radius) * steps_), RoundToGrid((y - radius) * steps_),
+                           RoundToGrid((x + radius) * steps_), RoundToGrid((y + radius) * steps_)},
+                          Brush{style_.colour});
 }
 
 }  // namespace korvinth::render
