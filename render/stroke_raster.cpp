@@ -145,8 +145,7 @@ void CompositeCell(std::uint8_t* coverage, std::uint32_t* pixels, std::uint32_t 
         std::memcpy(&covered, coverage + group, sizeof covered);
         if (covered == 0) continue;
         for (int i = group; i < group + static_cast<int>(sizeof covered); ++i) {
-            if (coverage[i] == 0) continue;
-            pixels[i] = coverage[i] == 255 ? colour : Blend(pixels[i], colour, coverage[i]);
+            if (coverage[i] != 0) pixels[i] = Blend(pixels[i], colour, coverage[i]);
         }
         std::memset(coverage + group, 0, sizeof covered);
     }
@@ -313,7 +312,7 @@ void StrokeRaster::AddSegment(PixelPoint from, PixelPoint to, double width, bool
 
 void StrokeRaster::AddSpan(const Segment& segment, int row, int first, int last)
 {
-    constexpr std::array<std::int16_t, 2 * kLanes> kMasks{-1, -1, -1, -1, -1, -1, -1, -1};
+    static constexpr std::array<std::int16_t, 2 * kLanes> kMasks{-1, -1, -1, -1, -1, -1, -1, -1};
     const double at_first = (first + 0.5 - segment.from.x) * segment.along_y -
                             (row + 0.5 - segment.from.y) * segment.along_x;
     const auto reach =
