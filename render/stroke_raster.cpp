@@ -96,6 +96,24 @@ void ClipPart(Part& part, double from, double to, double low, double high)
     part.last = std::min(part.last, std::max(one, other));
 }
 
+// The coverage of eight pixels whose distances from the line are given.
+Lanes CoverageOf(Lanes aside, std::int16_t reach)
+{
+    const Lanes full = Lanes{} + static_cast<std::int16_t>(kPixel);
+    const Lanes near = reach - (aside < 0 ? -aside : aside);
+    const Lanes limited = near < 0 ? Lanes{} : near;
+    return (limited > full ? full : limited) >> kCoverageShift;
+}
+
+void RaiseTo(std::uint8_t* pixel, Lanes coverage)
+{
+    LaneBytes bytes{};
+    std::memcpy(&bytes, pixel, sizeof bytes);
+    const Lanes there = __builtin_convertvector(bytes, Lanes);
+    bytes = __builtin_convertvector(there > coverage ? there : coverage, LaneBytes);
+    std::memcpy(pixel, &bytes, sizeof bytes);
+}
+
 // Joins points that lie on a straight line but for a tenth of a pixel, in the order of the line.
 class Straightener
 {
@@ -137,18 +155,49 @@ private:
     PixelPoint high_;
 };
 
-// Only covered pixels are touched, so a cell may reach beyond the end of a row.
-void CompositeCell(std::uint8_t* coverage, std::uint32_t* pixels, std::uint32_t colour)
+// The channels of two pixels; the arithmetic is that of Blend.
+using Channels = std::uint16_t __attribute__((vector_size(sizeof(std::uint16_t) * kLanes)));
+
+void BlendTwo(std::uint32_t* pixels, Channels colour, Channels coverage)
 {
-    for (int group = 0; group < kCell; group += static_cast<int>(sizeof(std::uint64_t))) {
+    LaneBytes bytes{};
+    std::memcpy(&bytes, pixels, sizeof bytes);
+    const Channels under = __builtin_convertvector(bytes, Channels);
+    const Channels sum = under * (255 - coverage) + colour * coverage + 128;
+    bytes = __builtin_convertvector((sum + (sum >> 8)) >> 8, LaneBytes);
+    std::memcpy(pixels, &bytes, sizeof bytes);
+}
+
+// Eight pixels; all are written, those without coverage as they were.
+void BlendEight(std::uint32_t* pixels, Channels colour, LaneBytes coverage)
+{
+    const Channels wide = __builtin_convertvector(coverage, Channels);
+    BlendTwo(pixels, colour, __builtin_shufflevector(wide, wide, 0, 0, 0, 0, 1, 1, 1, 1));
+    BlendTwo(pixels + 2, colour, __builtin_shufflevector(wide, wide, 2, 2, 2, 2, 3, 3, 3, 3));
+    BlendTwo(pixels + 4, colour, __builtin_shufflevector(wide, wide, 4, 4, 4, 4, 5, 5, 5, 5));
+    BlendTwo(pixels + 6, colour, __builtin_shufflevector(wide, wide, 6, 6, 6, 6, 7, 7, 7, 7));
+}
+
+void CompositeCell(std::uint8_t* coverage, std::uint32_t* pixels, Channels colour)
+{
+    for (int i = 0; i < kCell; i += kLanes) {
         std::uint64_t covered = 0;
-        std::memcpy(&covered, coverage + group, sizeof covered);
+        std::memcpy(&covered, coverage + i, sizeof covered);
         if (covered == 0) continue;
-        for (int i = group; i < group + static_cast<int>(sizeof covered); ++i) {
-            if (coverage[i] != 0) pixels[i] = Blend(pixels[i], colour, coverage[i]);
-        }
-        std::memset(coverage + group, 0, sizeof covered);
+        LaneBytes bytes{};
+        std::memcpy(&bytes, coverage + i, sizeof bytes);
+        BlendEight(pixels + i, colour, bytes);
+        std::memset(coverage + i, 0, sizeof covered);
     }
+}
+
+// The last cell of a row may reach beyond its end, where nothing is covered.
+void CompositeLastCell(std::uint8_t* coverage, std::uint32_t* pixels, std::uint32_t colour)
+{
+    for (int i = 0; i < kCell; ++i) {
+        if (coverage[i] != 0) pixels[i] = Blend(pixels[i], colour, coverage[i]);
+    }
+    std::memset(coverage, 0, kCell);
 }
 
 }  // namespace
@@ -157,12 +206,44 @@ struct StrokeRaster::Segment
 {
     PixelPoint from;
     PixelPoint to;
-    double along_x;  // direction, of length 1
-    double along_y;
-    double length;
-    double reach;  // beyond this distance from the line nothing is covered
-    bool start_cap;
-    Lanes lane_offsets;  // change of the distance from the first of eight pixels on
+    double along_x = 1;  // direction, of length 1
+    double along_y = 0;
+    double length = 0;
+    double reach = 0;  // beyond this distance from the line nothing is covered
+    bool start_cap = true;
+    bool level = false;  // in the direction of an axis
+    bool upright = false;
+    double slope = 0;      // change of x a row
+    double extent = 0;     // half of what the line covers of a row, away from its ends
+    Lanes lane_offsets{};  // change of the distance from the first of eight pixels on
+
+    Segment(PixelPoint start, PixelPoint end, double width, bool with_start_cap)
+        : from(start), to(end), reach(width / 2 + 0.5), start_cap(with_start_cap)
+    {
+        constexpr double kPoint = 1e-9;
+        constexpr double kStraight = 1e-9;
+        const double dx = to.x - from.x;
+        const double dy = to.y - from.y;
+        length = std::sqrt(dx * dx + dy * dy);
+        if (length > kPoint) {
+            along_x = dx / length;
+            along_y = dy / length;
+        }
+        level = std::abs(along_y) < kStraight;
+        upright = std::abs(along_x) < kStraight;
+        if (!level) {
+            slope = along_x / along_y;
+            extent = reach / std::abs(along_y);
+        }
+        for (int lane = 0; lane < kLanes; ++lane) {
+            lane_offsets[lane] = static_cast<std::int16_t>(std::lrint(lane * along_y * kPixel));
+        }
+    }
+
+    double Left() const { return std::min(from.x, to.x) - reach; }
+    double Right() const { return std::max(from.x, to.x) + reach; }
+    double Top() const { return std::min(from.y, to.y) - reach; }
+    double Bottom() const { return std::max(from.y, to.y) + reach; }
 };
 
 StrokeRaster::StrokeRaster(int width, int height)
@@ -249,65 +330,100 @@ void StrokeRaster::AddDashed(std::span<const PixelPoint> points, double width,
     }
 }
 
-// Each row has a few pixels near the line; those beside it get min(1, reach - distance) by eights,
-// those around its ends one by one.
 void StrokeRaster::AddSegment(PixelPoint from, PixelPoint to, double width, bool with_start_cap)
 {
-    const double reach = width / 2 + 0.5;
-    const double dx = to.x - from.x;
-    const double dy = to.y - from.y;
-    const double length = std::sqrt(dx * dx + dy * dy);
-    const double left = std::min(from.x, to.x) - reach;
-    const double right = std::max(from.x, to.x) + reach;
-    const double top = std::min(from.y, to.y) - reach;
-    const double bottom = std::max(from.y, to.y) + reach;
-    if (right < 0 || left > width_ || bottom < 0 || top > height_) return;
-
-    Segment segment{from, to, 1, 0, length, reach, with_start_cap, {}};
-    if (length > 1e-9) {
-        segment.along_x = dx / length;
-        segment.along_y = dy / length;
+    const Segment segment(from, to, width, with_start_cap);
+    if (segment.Right() < 0 || segment.Left() > width_ || segment.Bottom() < 0 ||
+        segment.Top() > height_) {
+        return;
     }
-    for (int lane = 0; lane < kLanes; ++lane) {
-        segment.lane_offsets[lane] =
-            static_cast<std::int16_t>(std::lrint(lane * segment.along_y * kPixel));
-    }
-    constexpr double kLevel = 1e-9;  // directions so close to an axis are taken to be on it
-    const bool level = std::abs(segment.along_y) < kLevel;
-    const bool upright = std::abs(segment.along_x) < kLevel;
-    const double slope = level ? 0 : segment.along_x / segment.along_y;
-    const double extent = level ? 0 : reach / std::abs(segment.along_y);
-    const bool wide = reach > kLargestReach;
-
-    const int last_row = FloorWithin(bottom, -1, height_ - 1);
-    for (int row = FloorWithin(top, 0, height_); row <= last_row; ++row) {
-        const double down = row + 0.5 - from.y;
-        const double centre = from.x + down * slope;
-        const int low = FloorWithin(level ? left : std::max(centre - extent, left), 0, width_);
-        const int high =
-            FloorWithin(level ? right : std::min(centre + extent, right), -1, width_ - 1);
-        if (low > high) continue;
-        Touch(row, low, high);
-        // The pixels beside the line: those whose nearest point of it is not an end.
-        int first = low;
-        int last = high;
-        const double before = down * segment.along_y;  // along the line, at from.x
-        if (upright) {
-            if (before < 0 || before > length) last = low - 1;
-        } else {
-            const double one = from.x - before / segment.along_x - 0.5;
-            const double other = one + length / segment.along_x;
-            first = FloorWithin(std::min(one, other), low - 1, high) + 1;
-            last = FloorWithin(std::max(one, other), low - 1, high);
+    int row = FloorWithin(segment.Top(), 0, height_);
+    const int last_row = FloorWithin(segment.Bottom(), -1, height_ - 1);
+    constexpr double kWidestSteepRow = kLanes / 2.0 - 0.5;
+    if (segment.extent > 0 && segment.extent <= kWidestSteepRow) {
+        // Rows in the middle of a steep line, which its ends do not reach.
+        const double end = segment.extent * std::abs(segment.along_x * segment.along_y);
+        const int first_inner =
+            FloorWithin(std::min(from.y, to.y) + end + 0.5, -1, height_ - 1) + 1;
+        const int last_inner = FloorWithin(std::max(from.y, to.y) - end - 0.5, -1, height_ - 1) - 1;
+        const auto centre = [&](int at) { return from.x + (at + 0.5 - from.y) * segment.slope; };
+        const double room = segment.extent + kLanes;
+        const auto inside = [&](int at) { return centre(at) > room && centre(at) < width_ - room; };
+        if (first_inner <= last_inner && inside(first_inner) && inside(last_inner)) {
+            for (; row < first_inner; ++row) AddRow(segment, row);
+            AddSteepRows(segment, first_inner, last_inner);
+            row = last_inner + 1;
         }
-        if (wide || first > last) {
-            AddEndPixels(segment, row, low, high);
-            continue;
-        }
-        AddEndPixels(segment, row, low, first - 1);
-        AddSpan(segment, row, first, last);
-        AddEndPixels(segment, row, last + 1, high);
     }
+    for (; row <= last_row; ++row) AddRow(segment, row);
+}
+
+// Eight pixels a row hold all that the line covers; positions are fixed-point numbers.
+void StrokeRaster::AddSteepRows(const Segment& segment, int first_row, int last_row)
+{
+    constexpr int kFraction = 16;
+    constexpr double kOne = 1 << kFraction;
+    const auto reach =
+        static_cast<std::int16_t>(segment.reach * kPixel + (1 << kCoverageShift) / 2);
+    const auto across = static_cast<std::int64_t>(std::lrint(segment.along_y * kPixel));
+    const auto slope = static_cast<std::int64_t>(std::lrint(segment.slope * kOne * kOne));
+    const double first_centre = segment.from.x + (first_row + 0.5 - segment.from.y) * segment.slope;
+    auto centre = static_cast<std::int64_t>(first_centre * kOne * kOne);
+    const auto extent = static_cast<std::int64_t>(segment.extent * kOne) + 1;
+    std::uint8_t* coverage = coverage_.data() + Offset(0, first_row);
+    std::uint8_t* flags = touched_.data() + static_cast<std::size_t>(first_row) * cells_;
+    for (int row = first_row; row <= last_row; ++row) {
+        const std::int64_t middle = centre >> kFraction;
+        const std::int64_t low = (middle - extent) >> kFraction;
+        const std::int64_t from_middle = (low << kFraction) + (1 << (kFraction - 1)) - middle;
+        const auto aside = static_cast<std::int16_t>((from_middle * across) >> kFraction);
+        RaiseTo(coverage + low, CoverageOf(segment.lane_offsets + aside, reach));
+        flags[low >> kCellBits] = 1;
+        flags[(low + kLanes - 1) >> kCellBits] = 1;
+        centre += slope;
+        coverage += stride_;
+        flags += cells_;
+    }
+    first_row_ = std::min(first_row_, first_row);
+    last_row_ = std::max(last_row_, last_row);
+}
+
+// The pixels of a row that lie beside the line get min(1, reach - distance) by eights, those around
+// its ends one by one.
+void StrokeRaster::AddRow(const Segment& segment, int row)
+{
+    const PixelPoint from = segment.from;
+    const double down = row + 0.5 - from.y;
+    const double centre = from.x + down * segment.slope;
+    double left = segment.Left();
+    double right = segment.Right();
+    if (!segment.level) {
+        left = std::max(left, centre - segment.extent);
+        right = std::min(right, centre + segment.extent);
+    }
+    const int low = FloorWithin(left, 0, width_);
+    const int high = FloorWithin(right, -1, width_ - 1);
+    if (low > high) return;
+    Touch(row, low, high);
+    // The pixels whose nearest point of the line is not an end.
+    int first = low;
+    int last = high;
+    const double before = down * segment.along_y;  // along the line, at from.x
+    if (segment.upright) {
+        if (before < 0 || before > segment.length) last = low - 1;
+    } else {
+        const double one = from.x - before / segment.along_x - 0.5;
+        const double other = one + segment.length / segment.along_x;
+        first = FloorWithin(std::min(one, other), low - 1, high) + 1;
+        last = FloorWithin(std::max(one, other), low - 1, high);
+    }
+    if (segment.reach > kLargestReach || first > last) {
+        AddEndPixels(segment, row, low, high);
+        return;
+    }
+    AddEndPixels(segment, row, low, first - 1);
+    AddSpan(segment, row, first, last);
+    AddEndPixels(segment, row, last + 1, high);
 }
 
 void StrokeRaster::AddSpan(const Segment& segment, int row, int first, int last)
@@ -317,22 +433,14 @@ void StrokeRaster::AddSpan(const Segment& segment, int row, int first, int last)
                             (row + 0.5 - segment.from.y) * segment.along_x;
     const auto reach =
         static_cast<std::int16_t>(segment.reach * kPixel + (1 << kCoverageShift) / 2);
-    const Lanes full = Lanes{} + static_cast<std::int16_t>(kPixel);
     std::uint8_t* pixel = coverage_.data() + Offset(first, row);
     for (int n = first; n <= last; n += kLanes, pixel += kLanes) {
         const double distance = (at_first + (n - first) * segment.along_y) * kPixel;
         const Lanes aside =
             segment.lane_offsets + static_cast<std::int16_t>(static_cast<int>(distance));
-        const Lanes near = reach - (aside < 0 ? -aside : aside);
-        const Lanes limited = near < 0 ? Lanes{} : (near > full ? full : near);
         const int count = std::min(last - n + 1, kLanes);
-        const Lanes coverage = (limited >> kCoverageShift) &
-                               LoadLanes(&kMasks[static_cast<std::size_t>(kLanes - count)]);
-        LaneBytes bytes{};
-        std::memcpy(&bytes, pixel, sizeof bytes);
-        const Lanes there = __builtin_convertvector(bytes, Lanes);
-        bytes = __builtin_convertvector(there > coverage ? there : coverage, LaneBytes);
-        std::memcpy(pixel, &bytes, sizeof bytes);
+        const Lanes mask = LoadLanes(&kMasks[static_cast<std::size_t>(kLanes - count)]);
+        RaiseTo(pixel, CoverageOf(aside, reach) & mask);
     }
 }
 
@@ -408,6 +516,11 @@ void StrokeRaster::AddHardSegment(PixelIndex from, PixelIndex to, int width,
 
 void StrokeRaster::Composite(const PixelBuffer& target, std::uint32_t colour)
 {
+    LaneBytes bytes{};
+    const std::array both{colour, colour};
+    std::memcpy(&bytes, both.data(), sizeof bytes);
+    const Channels channels = __builtin_convertvector(bytes, Channels);
+    const std::size_t whole_cells = static_cast<std::size_t>(width_ / kCell);
     for (int row = first_row_; row <= last_row_; ++row) {
         std::uint8_t* flags = touched_.data() + static_cast<std::size_t>(row) * cells_;
         for (std::size_t group = 0; group < cells_; group += kFlagGroup) {
@@ -416,11 +529,14 @@ void StrokeRaster::Composite(const PixelBuffer& target, std::uint32_t colour)
             if (flagged == 0) continue;
             for (std::size_t cell = group; cell < group + kFlagGroup; ++cell) {
                 if (flags[cell] == 0) continue;
-                std::uint8_t* coverage =
-                    coverage_.data() + static_cast<std::size_t>(row) * stride_ + cell * kCell;
+                std::uint8_t* coverage = coverage_.data() + Offset(0, row) + cell * kCell;
                 std::uint32_t* pixels =
                     target.pixels + row * target.stride + static_cast<std::ptrdiff_t>(cell * kCell);
-                CompositeCell(coverage, pixels, colour);
+                if (cell < whole_cells) {
+                    CompositeCell(coverage, pixels, channels);
+                } else {
+                    CompositeLastCell(coverage, pixels, colour);
+                }
             }
             std::memset(flags + group, 0, sizeof flagged);
         }

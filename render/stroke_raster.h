@@ -57,6 +57,8 @@ private:
     }
     void AddDashed(std::span<const PixelPoint> points, double width, const DashPattern& dashes);
     void AddSegment(PixelPoint from, PixelPoint to, double width, bool with_start_cap);
+    void AddSteepRows(const Segment& segment, int first_row, int last_row);
+    void AddRow(const Segment& segment, int row);
     void AddSpan(const Segment& segment, int row, int first, int last);
     void AddEndPixels(const Segment& segment, int row, int first, int last);
     void AddHardSegment(PixelIndex from, PixelIndex to, int width, const DashPattern& dashes,
