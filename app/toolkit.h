@@ -1,0 +1,15 @@
+// Settings of the toolkit that windows and pictures have in common.
+#pragma once
+
+#include <QCoreApplication>
+
+namespace korvinth::app {
+
+// To be called before the toolkit's application object is made: the toolkit wants a locale in UTF-8
+// and says so on stderr when there is none.
+void PrepareToolkit();
+
+// German texts and numbers. The application object is there.
+void UseGerman(QCoreApplication& application);
+
+}  // namespace korvinth::app
