@@ -37,6 +37,7 @@ void Application::SetAreaSize(int width, int height)
     view_.area_height = height * kTwipsPerPixel;
     ScaleYLikeX();
     UpdateMapping();
+    renderer_.FollowArea();
 }
 
 void Application::UpdateMapping()

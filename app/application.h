@@ -7,6 +7,8 @@
 #include "document/apply_plot.h"
 #include "document/plot_document.h"
 #include "render/drawing_surface.h"
+#include "render/redraw_gate.h"
+#include "render/renderer.h"
 #include "render/view_range.h"
 #include "term/math_parser.h"
 
@@ -32,7 +34,7 @@ public:
     document::PlotReport Apply();
 
     // The whole picture; the surface has the area's size.
-    void Draw(render::DrawingSurface& surface);
+    void Draw(render::DrawingSurface& surface) { renderer_.RedrawAll(surface); }
 
     // What Apply needs of the windows.
     void StopAnimation() override {}                     // nothing is animated yet
@@ -50,6 +52,8 @@ private:
     term::MathParser parser_;
     document::PlotDocument document_;
     render::ViewRange view_;
+    render::RedrawGate redraw_gate_;
+    render::Renderer renderer_{document_, parser_, view_, redraw_gate_};
 };
 
 }  // namespace korvinth::app

@@ -167,12 +167,11 @@ std::string TakePlaces(CommandLine& command, const std::string& value)
 
 std::string TakeTable(CommandLine& command, const std::string& value)
 {
-    std::vector<std::string> parts = SplitTerms(value);
+    const std::vector<std::string> parts = SplitTerms(value);
     if (parts.size() != 3 || AnyEmpty(parts)) {
         return "erwartet werden Anfang, Ende und Schrittweite, zum Beispiel -2;2;0,5";
     }
-    command.table =
-        CommandLine::Table{std::move(parts[0]), std::move(parts[1]), std::move(parts[2])};
+    command.table = value;
     return "";
 }
 

@@ -35,11 +35,6 @@ struct CommandLine
         BoundTerms bounds;
         bool operator==(const Interval&) const = default;
     };
-    struct Table
-    {
-        std::string first, last, step;
-        bool operator==(const Table&) const = default;
-    };
 
     std::vector<std::string> rows;  // at most 13
     std::vector<Parameter> parameters;
@@ -51,7 +46,7 @@ struct CommandLine
     std::string output;  // file of the picture, "" for none
     std::vector<std::string> calculations;
     std::optional<int> places;
-    std::optional<Table> table;
+    std::optional<std::string> table;  // first, last and step as typed
     bool help = false;
     bool version = false;
 

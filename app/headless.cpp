@@ -1,6 +1,7 @@
 #include "app/headless.h"
 
 #include <ostream>
+#include <sstream>
 #include <string>
 
 #include "app/message_text.h"
@@ -13,7 +14,6 @@ namespace korvinth::app {
 namespace {
 
 constexpr std::string_view kCalculatorError = "Error: ";
-constexpr double kStepWithoutView = 0.0001;
 
 // One message a line, without the separator that collected texts end with.
 void PrintMessage(std::ostream& errors, std::string_view text)
@@ -43,6 +43,17 @@ void Calculate(Application& application, const CommandLine& command, Results& re
     }
 }
 
+void Tabulate(Application& application, const std::string& range, Results& results)
+{
+    const document::PlotDocument& plot = application.Document();
+    document::RowGrid grid;
+    std::ostringstream table;
+    std::string fault = document::ReadTableRange(plot, application.Parser(), range, grid);
+    if (fault.empty()) fault = document::WriteValueTable(plot, application.Parser(), grid, table);
+    if (!fault.empty()) results.errors += "Tabelle: " + fault + "; ";
+    results.output += table.str();
+}
+
 }  // namespace
 
 int ReportFaults(const ParsedCommandLine& parsed, std::ostream& errors)
@@ -67,7 +78,7 @@ int RunHeadless(const CommandLine& command, std::ostream& out, std::ostream& err
     Results results;
     results.errors = request.errors;
     term::MathParser& parser = application.Parser();
-    parser.SetVariableValue(application.Document().variables.sw, kStepWithoutView);
+    parser.SetVariableValue(application.Document().variables.sw, document::kStepWithoutView);
     Calculate(application, command, results);
     if (results.errors.empty() && command.table) Tabulate(application, *command.table, results);
     if (results.errors.empty() && !command.output.empty()) {

@@ -67,7 +67,7 @@ TEST(CommandLine, ReadsSettings)
     EXPECT_EQ(command.height, 30'000);
     EXPECT_EQ(command.output, "-bild.PNG");
     EXPECT_EQ(command.places, 22);
-    EXPECT_EQ(command.table, (CommandLine::Table{"-2", "2", "0,5"}));
+    EXPECT_EQ(command.table, "-2;2;0,5");
     EXPECT_EQ(command.y_range, (BoundTerms{"a", "b"}));
 }
 
