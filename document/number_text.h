@@ -9,6 +9,10 @@
 
 namespace korvinth::document {
 
+// A number in scientific notation ("1.25e+00") as the program shows it: without an exponent from
+// 1e-05 to below 1e+15, else with `exponent_mark` for the "e". The digits stay as they are.
+std::string DecimalText(std::string_view scientific, std::string_view exponent_mark);
+
 // Shortest digits that read back to the same double, decimal point, exponent as "1e-07".
 std::string ShortestText(double value);
 // The same with a decimal comma.

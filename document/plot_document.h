@@ -20,6 +20,9 @@ inline constexpr std::int16_t kCurveYPart = -1;     // drawn with its x-part
 
 inline constexpr std::string_view kFreeNames = "fghijklmnopqrstuvwxyzabcde";
 
+// The parameter of the hatching pattern: the width of a stripe in samples.
+inline constexpr std::string_view kStripeWidthName = "dichte";
+
 struct FunctionSlot
 {
     std::string name;            // "" marks a free slot
@@ -82,6 +85,8 @@ struct SystemVariables
 class PlotDocument
 {
 public:
+    PlotDocument();  // free slots, each with a colour of its own
+
     // The rows as last applied: what the term editor holds, invalid rows included.
     SlotTable<std::string> rows;
     SlotTable<FunctionSlot> slots;

@@ -19,8 +19,14 @@ inline constexpr int kParameterCount = 61;
 inline constexpr int kFirstSampleCount = 13;
 inline constexpr int kFirstUserParameter = 26;
 
-constexpr int Number(SlotIndex slot) { return static_cast<int>(slot); }
-constexpr int Number(ParameterIndex index) { return static_cast<int>(index); }
+constexpr int Number(SlotIndex slot)
+{
+    return static_cast<int>(slot);
+}
+constexpr int Number(ParameterIndex index)
+{
+    return static_cast<int>(index);
+}
 
 constexpr ParameterIndex LowerBoundParameter(SlotIndex slot)
 {
@@ -61,8 +67,9 @@ inline auto AllSlots()
 }
 inline auto AllParameters()
 {
-    return std::views::iota(0, kParameterCount) |
-           std::views::transform([](int i) { return ParameterIndex{static_cast<std::int16_t>(i)}; });
+    return std::views::iota(0, kParameterCount) | std::views::transform([](int i) {
+               return ParameterIndex{static_cast<std::int16_t>(i)};
+           });
 }
 
 }  // namespace korvinth::document

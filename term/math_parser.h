@@ -40,18 +40,20 @@ public:
     // the five limits, separated by commas; a missing or senseless one keeps its default.
     void Reset(std::string_view configuration = kParserConfiguration);
 
-    // Compiles a term; Invalid when it has an error. A text that is compiled already yields the same
-    // handle again and counts one more reference. Handles count up from 1001.
+    // Compiles a term; Invalid when it has an error. A text that is compiled already yields the
+    // same handle again and counts one more reference. Handles count up from 1001.
     ExprHandle Parse(std::string_view term);
     // Value at the present values of the variables. Free of allocation unless a definition changed
     // since the term was last used; an unknown handle raises Error::InvalidTerm.
     double Evaluate(ExprHandle handle);
     // Evaluates at arguments.size() values of one variable: results[i] and errors[i] are what
-    // Evaluate would give with the variable at arguments[i] (vector arithmetic: up to 4 units in the
-    // last place apart). The three spans have one size; `results` may be the same as `arguments`.
-    // The variable keeps its value. The error state becomes that of the first faulty sample.
-    void EvaluateBlock(ExprHandle handle, VariableHandle variable, std::span<const double> arguments,
-                       std::span<double> results, std::span<Error> errors);
+    // Evaluate would give with the variable at arguments[i] (vector arithmetic: up to 4 units in
+    // the last place apart). The three spans have one size; `results` may be the same as
+    // `arguments`. The variable keeps its value. The error state becomes that of the first faulty
+    // sample.
+    void EvaluateBlock(ExprHandle handle, VariableHandle variable,
+                       std::span<const double> arguments, std::span<double> results,
+                       std::span<Error> errors);
     // Parses and evaluates in one step; the empty text yields 0 and no error.
     double EvalText(std::string_view term);
     // Gives one reference back. Unknown handles are ignored.

@@ -24,7 +24,8 @@ public:
 
     // The term in parser syntax. Empty when nothing is left of the term, or when an apostrophe is
     // left after the derivatives of the known functions were expanded into difference quotients.
-    std::string Translate(std::string_view term, Derivatives derivatives = Derivatives::Expand) const;
+    std::string Translate(std::string_view term,
+                          Derivatives derivatives = Derivatives::Expand) const;
 
 private:
     std::span<const std::string> function_names_;

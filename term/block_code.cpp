@@ -1,0 +1,187 @@
+#include "term/block_code.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace korvinth::term {
+
+namespace {
+
+// Operands of a node as its kernels count them.
+int OperandCount(Op op)
+{
+    if (IsLeaf(op)) return 0;
+    if (op <= Op::PowerInt) return 1;
+    return op <= Op::Guard ? 2 : 3;
+}
+
+std::size_t Rounded(std::size_t n)
+{
+    return (n + kKernelStep - 1) / kKernelStep * kKernelStep;
+}
+
+Kernel FindKernel(const KernelTable& kernels, const GraphNode& node, std::size_t uniform)
+{
+    const auto op = static_cast<std::size_t>(node.op);
+    switch (OperandCount(node.op)) {
+        case 1:
+            if (node.op == Op::Factorial) return kernels.factorial;
+            if (node.op == Op::PowerInt) return kernels.power_int;
+            return kernels.unary[static_cast<std::size_t>(node.kernel)];
+        case 2:
+            return kernels.binary[op - kFirstBinary][uniform];
+        default:
+            return kernels.ternary[op - kFirstTernary][uniform];
+    }
+}
+
+KernelExtra ExtraOf(const GraphNode& node)
+{
+    KernelExtra extra;
+    if (node.op == Op::PowerInt) extra.exponent = node.index;
+    if (node.op == Op::Unary) extra.scalar = node.scalar;
+    return extra;
+}
+
+}  // namespace
+
+void BlockCode::Clear()
+{
+    prepared_ = false;
+    code_.clear();
+    uniform_nodes_.clear();
+}
+
+bool BlockCode::Prepare(const Graph& graph, const double* variable, const KernelTable& kernels)
+{
+    if (prepared_ && variable == variable_) return callable_;
+    Clear();
+    prepared_ = true;
+    variable_ = variable;
+    callable_ = std::none_of(graph.nodes.begin(), graph.nodes.end(),
+                             [](const GraphNode& node) { return node.op == Op::Call; });
+    if (!callable_) return false;
+
+    const std::size_t count = graph.nodes.size();
+    const auto index = [](NodeId id) { return static_cast<std::size_t>(id); };
+    // What the result needs, how often, and what varies with the variable.
+    std::vector<char> needed(count, 0);
+    std::vector<char> varies(count, 0);
+    std::vector<int> uses(count, 0);
+    for (std::size_t i = 0; i < count; ++i) {
+        const GraphNode& node = graph.nodes[i];
+        varies[i] = node.op == Op::Variable && node.cell == variable ? 1 : 0;
+        for (const NodeId operand : {node.a, node.b, node.c}) {
+            if (operand != kNoNode && varies[index(operand)] != 0) varies[i] = 1;
+        }
+    }
+    needed[index(graph.root)] = 1;
+    for (std::size_t i = count; i-- > 0;) {
+        if (needed[i] == 0 || varies[i] == 0) continue;
+        for (const NodeId operand : {graph.nodes[i].a, graph.nodes[i].b, graph.nodes[i].c}) {
+            if (operand == kNoNode) continue;
+            needed[index(operand)] = 1;
+            ++uses[index(operand)];
+        }
+    }
+
+    std::vector<Source> sources(count);
+    std::vector<std::uint16_t> free_registers;
+    registers_ = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (needed[i] == 0) continue;
+        const GraphNode& node = graph.nodes[i];
+        if (varies[i] == 0) {
+            sources[i] = {Place::Uniform, static_cast<std::uint16_t>(uniform_nodes_.size())};
+            uniform_nodes_.push_back(static_cast<NodeId>(i));
+            continue;
+        }
+        if (node.op == Op::Variable) {
+            sources[i] = {Place::Input, 0};
+            continue;
+        }
+        Instruction instruction;
+        std::size_t uniform = 0;
+        const NodeId operands[3] = {node.a, node.b, node.c};
+        for (std::size_t k = 0; k < 3; ++k) {
+            if (operands[k] == kNoNode) continue;
+            instruction.operands[k] = sources[index(operands[k])];
+            if (instruction.operands[k].place == Place::Uniform) uniform |= std::size_t{1} << k;
+        }
+        // A register whose last reader this is can take the result.
+        for (const NodeId operand : operands) {
+            if (operand == kNoNode || sources[index(operand)].place != Place::Register) continue;
+            if (--uses[index(operand)] == 0) {
+                free_registers.push_back(sources[index(operand)].index);
+            }
+        }
+        if (free_registers.empty()) {
+            free_registers.push_back(static_cast<std::uint16_t>(registers_++));
+        }
+        instruction.target = free_registers.back();
+        free_registers.pop_back();
+        instruction.kernel = FindKernel(kernels, node, uniform);
+        instruction.extra = ExtraOf(node);
+        instruction.last = i == index(graph.root);
+        sources[i] = {Place::Register, instruction.target};
+        code_.push_back(instruction);
+    }
+    root_ = sources[index(graph.root)];
+    uniform_values_.resize(uniform_nodes_.size());
+    return true;
+}
+
+void BlockCode::BeginPass(const ScalarCode& scalar)
+{
+    for (std::size_t i = 0; i < uniform_nodes_.size(); ++i) {
+        EvalState state;
+        uniform_values_[i] = scalar.Run(uniform_nodes_[i], state);
+    }
+}
+
+void BlockCode::Run(std::span<const double> arguments, std::span<double> results,
+                    std::vector<double>& scratch)
+{
+    const std::size_t n = arguments.size();
+    if (root_.place == Place::Uniform) {
+        std::fill(results.begin(), results.end(), uniform_values_[root_.index]);
+        return;
+    }
+    if (root_.place == Place::Input) {
+        std::memmove(results.data(), arguments.data(), n * sizeof(double));
+        return;
+    }
+    // One register more than the code uses takes a padded copy of the arguments.
+    if (scratch.size() < (registers_ + 1) * kBlockSize)
+        scratch.resize((registers_ + 1) * kBlockSize);
+    const double* input = arguments.data();
+    const bool padded = n % kKernelStep != 0;
+    if (padded) {
+        double* const copy = scratch.data() + registers_ * kBlockSize;
+        std::memcpy(copy, input, n * sizeof(double));
+        std::fill(copy + n, copy + Rounded(n), arguments[n - 1]);
+        input = copy;
+    }
+    const auto resolve = [&](Source source) -> const double* {
+        switch (source.place) {
+            case Place::Input:
+                return input;
+            case Place::Register:
+                return scratch.data() + source.index * kBlockSize;
+            case Place::Uniform:
+                return uniform_values_.data() + source.index;
+            default:
+                return nullptr;
+        }
+    };
+    for (const Instruction& instruction : code_) {
+        double* target = scratch.data() + instruction.target * kBlockSize;
+        if (instruction.last && !padded) target = results.data();
+        instruction.kernel(target, resolve(instruction.operands[0]),
+                           resolve(instruction.operands[1]), resolve(instruction.operands[2]),
+                           Rounded(n), instruction.extra);
+    }
+    if (padded) std::memcpy(results.data(), resolve(root_), n * sizeof(double));
+}
+
+}  // namespace korvinth::term

@@ -1,0 +1,60 @@
+// Evaluates a graph for many values of one variable: linear code over registers of kBlockSize
+// numbers, each instruction run by a kernel over a whole block.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "term/graph.h"
+#include "term/kernels.h"
+#include "term/scalar_code.h"
+
+namespace korvinth::term {
+
+inline constexpr std::size_t kBlockSize = 256;
+
+class BlockCode
+{
+public:
+    void Clear();
+    // Prepares the code for arguments of the variable with this cell. False when the graph calls
+    // functions that are not written out; then only the scalar code can evaluate it.
+    bool Prepare(const Graph& graph, const double* variable, const KernelTable& kernels);
+
+    // Computes what does not depend on the variable; before the Run calls of one evaluation.
+    void BeginPass(const ScalarCode& scalar);
+    // Sets results[i] to the value at arguments[i], NaN where the term has none; at most
+    // kBlockSize of them. `scratch` holds the registers and is enlarged as needed. The results may
+    // take the place of the arguments.
+    void Run(std::span<const double> arguments, std::span<double> results,
+             std::vector<double>& scratch);
+
+private:
+    enum class Place : std::uint8_t { None, Input, Register, Uniform };
+    struct Source
+    {
+        Place place = Place::None;
+        std::uint16_t index = 0;
+    };
+    struct Instruction
+    {
+        Kernel kernel = nullptr;
+        Source operands[3];
+        std::uint16_t target = 0;
+        bool last = false;
+        KernelExtra extra{};
+    };
+
+    const double* variable_ = nullptr;
+    bool prepared_ = false;
+    bool callable_ = false;
+    std::vector<Instruction> code_;
+    std::vector<NodeId> uniform_nodes_;
+    std::vector<double> uniform_values_;
+    std::size_t registers_ = 0;
+    Source root_;
+};
+
+}  // namespace korvinth::term
