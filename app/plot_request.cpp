@@ -113,6 +113,7 @@ PlotRequestReport ApplyRequest(Application& application, const CommandLine& comm
     document::PlotDocument& plot = application.Document();
     PlotRequestReport request;
     FillPlot(plot, command);
+    application.Parser().Reset();
     document::DefineSystemVariables(application.Parser(), plot);
     const auto values = ReadParameters(application, command, request.errors);
     for (const ParameterValue& parameter : values) {
