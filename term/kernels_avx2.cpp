@@ -29,5 +29,7 @@ inline Vec Sqrt(Vec x)
 #define KORVINTH_LIBMVEC(name) _ZGVdN4v_##name
 #define KORVINTH_LIBMVEC_POW _ZGVdN4vv_pow
 #define KORVINTH_KERNEL_TABLE kAvx2Kernels
-#include "term/kernels_impl.h"
+// The mathematics first: the bodies call it.
 #include "term/kernels_libmvec.h"
+
+#include "term/kernels_impl.h"
