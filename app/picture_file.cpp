@@ -1,5 +1,6 @@
 #include "app/picture_file.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
@@ -36,8 +37,9 @@ private:
 
 std::string Save(const QImage& image, const QString& name)
 {
-    // A device or a pipe would be replaced by a file.
     const QFileInfo info(name);
+    if (!info.dir().exists()) return "Den Ordner gibt es nicht";
+    // A device or a pipe would be replaced by a file.
     if (info.exists() && !info.isFile()) return "Das ist keine gewöhnliche Datei";
     QSaveFile file(name);
     if (file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.commit()) return "";

@@ -4,6 +4,7 @@
 
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QLoggingCategory>
 #include <QTranslator>
 #include <clocale>
 #include <cstdlib>
@@ -13,6 +14,8 @@ namespace korvinth::app {
 
 void PrepareToolkit()
 {
+    // The toolkit's own English warnings; QT_LOGGING_RULES brings them back.
+    QLoggingCategory::setFilterRules("*.warning=false");
     std::setlocale(LC_ALL, "");
     if (std::string_view(nl_langinfo(CODESET)) == "UTF-8") return;
     setenv("LC_ALL", "C.UTF-8", 1);

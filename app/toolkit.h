@@ -5,8 +5,8 @@
 
 namespace korvinth::app {
 
-// To be called before the toolkit's application object is made: the toolkit wants a locale in UTF-8
-// and says so on stderr when there is none.
+// To be called before the toolkit's application object is made, so that the toolkit writes nothing
+// to stderr: it wants a locale in UTF-8 and warns of what its surroundings lack.
 void PrepareToolkit();
 
 // German texts and numbers. The application object is there.
