@@ -365,9 +365,13 @@ void RunTernary(double* out, const double* a, const double* b, const double* c, 
 bool AnyNaN(const double* values, Index n)
 {
     Mask found{};
+    Mask found_too{};
     Index i = 0;
-    for (; i + kLanes <= n; i += kLanes) found |= IsNaN(Load(values + i));
-    bool any = AnyBits(found);
+    for (; i + 2 * kLanes <= n; i += 2 * kLanes) {
+        found |= IsNaN(Load(values + i));
+        found_too |= IsNaN(Load(values + i + kLanes));
+    }
+    bool any = AnyBits(found | found_too);
     for (; i < n; ++i) any = any || values[i] != values[i];
     return any;
 }

@@ -44,35 +44,27 @@ Limits ParseLimits(std::string_view configuration)
     return limits;
 }
 
-// Objects by handle, with a small direct-mapped cache in front of the map: evaluating a sample must
-// not cost a hash look-up.
+// Finds objects by handle, with a small direct-mapped cache in front of the map: evaluating a
+// sample must not cost a hash look-up. The objects are owned elsewhere.
 template <class Handle, class T>
 class HandleTable
 {
 public:
     explicit HandleTable(std::int32_t first) : next_(first) {}
 
-    Handle NextHandle() const { return Handle{next_}; }
-    Handle Add(T object)
-    {
-        const Handle handle{next_++};
-        objects_.emplace(handle, std::move(object));
-        return handle;
-    }
+    Handle NextHandle() { return Handle{next_++}; }
+    void Add(Handle handle, T* object) { objects_.emplace(handle, object); }
     T* Find(Handle handle) const
     {
-        Entry& entry = cache_[static_cast<std::uint32_t>(handle) % cache_.size()];
+        const Entry& entry = cache_[static_cast<std::uint32_t>(handle) % kCacheSize];
         if (entry.handle == handle) [[likely]]
             return entry.object;
-        const auto found = objects_.find(handle);
-        if (found == objects_.end()) return nullptr;
-        entry = {handle, const_cast<T*>(&found->second)};
-        return entry.object;
+        return FindSlowly(handle);
     }
     void Remove(Handle handle)
     {
         objects_.erase(handle);
-        cache_[static_cast<std::uint32_t>(handle) % cache_.size()] = {};
+        cache_[static_cast<std::uint32_t>(handle) % kCacheSize] = {};
     }
     void Clear()
     {
@@ -82,13 +74,23 @@ public:
     std::size_t Count() const { return objects_.size(); }
 
 private:
+    static constexpr std::size_t kCacheSize = 64;
     struct Entry
     {
         Handle handle = Handle::Invalid;
         T* object = nullptr;
     };
-    std::unordered_map<Handle, T> objects_;
-    mutable std::array<Entry, 64> cache_{};
+
+    T* FindSlowly(Handle handle) const
+    {
+        const auto found = objects_.find(handle);
+        if (found == objects_.end()) return nullptr;
+        cache_[static_cast<std::uint32_t>(handle) % kCacheSize] = {handle, found->second};
+        return found->second;
+    }
+
+    std::unordered_map<Handle, T*> objects_;
+    mutable std::array<Entry, kCacheSize> cache_{};
     std::int32_t next_;
 };
 
@@ -101,8 +103,8 @@ public:
 
     void Reset(std::string_view configuration)
     {
-        programs_by_text_.clear();
         programs_.Clear();
+        programs_by_text_.clear();
         variables_.Clear();
         definitions_.Clear(ParseLimits(configuration));
         ClearError();
@@ -123,10 +125,12 @@ public:
         if (!Raise(program->fault, program->fault_data)) return ExprHandle::Invalid;
         program->text = term;
         program->references = 1;
-        Program* const kept = program.get();
-        kept->handle = programs_.Add(std::move(program));
-        programs_by_text_.emplace(kept->text, kept);
-        return kept->handle;
+        program->handle = programs_.NextHandle();
+        programs_.Add(program->handle, program.get());
+        const ExprHandle handle = program->handle;
+        const std::string_view key = program->text;
+        programs_by_text_.emplace(key, std::move(program));
+        return handle;
     }
 
     double Evaluate(ExprHandle handle)
@@ -148,22 +152,21 @@ public:
     {
         ClearError();
         const std::size_t count = std::min({arguments.size(), results.size(), errors.size()});
-        const std::unique_ptr<Program>* const found = programs_.Find(handle);
-        Variable* const* const cell = variables_.Find(variable);
+        Program* const found = programs_.Find(handle);
+        Variable* const cell = variables_.Find(variable);
         Error fault = found == nullptr ? Error::InvalidTerm : Error::None;
         if (found != nullptr) {
-            Link(**found);
-            fault = (*found)->fault;
+            Link(*found);
+            fault = found->fault;
         }
         if (fault != Error::None) {
             std::fill_n(results.begin(), count, 0.0);
             std::fill_n(errors.begin(), count, fault);
-            if (count > 0) Fail(fault, found == nullptr ? std::string() : (*found)->fault_data);
+            if (count > 0) Fail(fault, found == nullptr ? std::string() : found->fault_data);
             return;
         }
-        Program& program = **found;
-        double unused = 0;
-        double& value = cell == nullptr ? unused : (*cell)->value;
+        Program& program = *found;
+        double& value = cell == nullptr ? no_variable_ : cell->value;
         const double kept = value;
         const bool blocks =
             count >= kFewSamples && program.block.Prepare(program.graph, &value, kernels_);
@@ -191,7 +194,7 @@ public:
         const auto known = programs_by_text_.find(term);
         Program* program = &text_program_;
         if (known != programs_by_text_.end()) {
-            program = known->second;
+            program = known->second.get();
             Link(*program);
         } else {
             compiler_.Compile(term, text_program_);
@@ -202,10 +205,10 @@ public:
 
     void ReleaseExpr(ExprHandle handle)
     {
-        const std::unique_ptr<Program>* const found = programs_.Find(handle);
-        if (found == nullptr || --(*found)->references > 0) return;
-        programs_by_text_.erase((*found)->text);
+        Program* const found = programs_.Find(handle);
+        if (found == nullptr || --found->references > 0) return;
         programs_.Remove(handle);
+        programs_by_text_.erase(programs_by_text_.find(found->text));
     }
 
     VariableHandle DefineVariable(std::string_view definition)
@@ -229,27 +232,29 @@ public:
             return VariableHandle::Invalid;
         }
         if (known != nullptr) variables_.Remove(known->handle);
-        Variable* const variable = definitions_.DefineVariable(name, variables_.NextHandle());
+        const VariableHandle handle = variables_.NextHandle();
+        Variable* const variable = definitions_.DefineVariable(name, handle);
         variable->value = value;
-        return variables_.Add(variable);
+        variables_.Add(handle, variable);
+        return handle;
     }
 
     void SetVariableValue(VariableHandle handle, double value)
     {
-        if (Variable* const* const variable = variables_.Find(handle)) (*variable)->value = value;
+        if (Variable* const variable = variables_.Find(handle)) variable->value = value;
     }
 
     double VariableValue(VariableHandle handle) const
     {
-        Variable* const* const variable = variables_.Find(handle);
-        return variable == nullptr ? 0 : (*variable)->value;
+        const Variable* const variable = variables_.Find(handle);
+        return variable == nullptr ? 0 : variable->value;
     }
 
     void ReleaseVariable(VariableHandle handle)
     {
-        Variable* const* const variable = variables_.Find(handle);
+        const Variable* const variable = variables_.Find(handle);
         if (variable == nullptr) return;
-        const std::string name = (*variable)->name;
+        const std::string name = variable->name;
         variables_.Remove(handle);
         definitions_.RemoveVariable(name);
     }
@@ -304,7 +309,7 @@ public:
 private:
     void ClearError() { error_ = Error::None; }
 
-    double Fail(Error error, std::string_view data)
+    [[gnu::cold, gnu::noinline]] double Fail(Error error, std::string_view data)
     {
         error_ = error;
         error_data_ = data;
@@ -409,10 +414,11 @@ private:
     Definitions definitions_;
     Compiler compiler_{definitions_};
     const KernelTable& kernels_ = *AvailableKernels().front();
-    HandleTable<ExprHandle, std::unique_ptr<Program>> programs_{1001};
-    HandleTable<VariableHandle, Variable*> variables_{1};
-    std::unordered_map<std::string_view, Program*> programs_by_text_;
+    std::unordered_map<std::string_view, std::unique_ptr<Program>> programs_by_text_;
+    HandleTable<ExprHandle, Program> programs_{1001};
+    HandleTable<VariableHandle, Variable> variables_{1};
     Program text_program_;
+    double no_variable_ = 0;  // stands for an unknown variable in EvaluateBlock
     std::vector<double> registers_;
     std::array<double, kBlockSize> arguments_{};
     Error error_ = Error::None;

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cmath>
-#include <limits>
 
 #include "term/arithmetic.h"
 #include "term/limits.h"
@@ -426,12 +425,6 @@ const double* CellOf(const GraphNode& node)
 }
 
 }  // namespace
-
-double EvalState::Fail(Error number)
-{
-    if (error == Error::None) error = number;
-    return std::numeric_limits<double>::quiet_NaN();
-}
 
 void ScalarCode::Clear()
 {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -17,7 +18,11 @@ struct EvalState
     Error error = Error::None;
     const double* arguments = nullptr;
 
-    double Fail(Error number);
+    double Fail(Error number)
+    {
+        if (error == Error::None) error = number;
+        return std::numeric_limits<double>::quiet_NaN();
+    }
 };
 
 struct ScalarNode;
