@@ -72,7 +72,8 @@ void MainWindow::ApplyRows()
 void MainWindow::ShowOutcome(std::string_view errors, std::string_view notes)
 {
     terms_->ShowStatus(WithoutSeparator(errors));
-    statusBar()->showMessage(Text(WithoutSeparator(errors.empty() ? notes : errors)));
+    const std::string_view outcome = errors.empty() ? notes : errors;
+    statusBar()->showMessage(outcome.empty() ? "Ok." : Text(WithoutSeparator(outcome)));
     graph_->Redraw();
 }
 

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPalette>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -14,11 +15,10 @@ namespace {
 constexpr int kSmallestPoints = 11;
 constexpr int kLongestRow = 1'000'000;  // characters; the parser answers what is too long for it
 constexpr int kLinesOfStatus = 4;
+
 // Dark red on pale red in light and dark desktops alike; the sign says it without colour.
-constexpr auto kErrorStyle =
-    "QLabel { color: #8A0F12; background: #FBE3E4; border: 1px solid #E3A9AC; border-radius: 3px; "
-    "}";
-constexpr auto kQuietStyle = "QLabel { border: 1px solid transparent; }";
+constexpr QColor kErrorText(0x8A, 0x0F, 0x12);
+constexpr QColor kErrorBackground(0xFB, 0xE3, 0xE4);
 
 QString Numbered(const char* name, document::SlotIndex row)
 {
@@ -80,8 +80,7 @@ TermList::TermList(QWidget* parent) : QWidget(parent), status_(new QLabel(this))
         field->setObjectName(Numbered("fnam", row));
         field->setAccessibleName(QStringLiteral("Funktionsterm %1").arg(number + 1));
         field->setMaxLength(kLongestRow);
-        if (number == 0)
-            field->setPlaceholderText(QStringLiteral("zum Beispiel x^2 oder f(x) = sin(x)"));
+        if (number == 0) field->setPlaceholderText(QStringLiteral("zum Beispiel x^2"));
         connect(field, &QLineEdit::returnPressed, this, &TermList::applied);
         grid->addWidget(colour, number, 0, Qt::AlignVCenter);
         grid->addWidget(field, number, 1);
@@ -96,6 +95,7 @@ TermList::TermList(QWidget* parent) : QWidget(parent), status_(new QLabel(this))
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setWidget(rows);
+    scroll->setMaximumHeight(rows->sizeHint().height());
 
     status_->setObjectName("status");
     status_->setAccessibleName("Status");
@@ -113,6 +113,7 @@ TermList::TermList(QWidget* parent) : QWidget(parent), status_(new QLabel(this))
     layout->setSpacing(6);
     layout->addWidget(scroll, 1);
     layout->addWidget(status_);
+    layout->addStretch();
     ShowStatus("");
 }
 
@@ -138,7 +139,13 @@ void TermList::SetColours(const document::SlotTable<document::SlotAttributes>& s
 
 void TermList::ShowStatus(std::string_view error)
 {
-    status_->setStyleSheet(error.empty() ? kQuietStyle : kErrorStyle);
+    QPalette colours;  // those of the desktop
+    if (!error.empty()) {
+        colours.setColor(QPalette::WindowText, kErrorText);
+        colours.setColor(QPalette::Window, kErrorBackground);
+    }
+    status_->setPalette(colours);
+    status_->setAutoFillBackground(!error.empty());
     status_->setText(error.empty() ? QStringLiteral("o.k.") : QStringLiteral("⚠ ") + Text(error));
     // As rich text the tip wraps its lines.
     status_->setToolTip(error.empty() ? QString() : "<p>" + Text(error).toHtmlEscaped() + "</p>");

@@ -49,14 +49,17 @@ TEST(TermList, ShowsErrorsAsPlainTextAndTakesThemBack)
     TermList list;
     auto* status = list.findChild<QLabel*>("status");
     EXPECT_EQ(status->text(), "o.k.");
-    const QString quiet = status->styleSheet();
+    const QPalette quiet = status->palette();
     list.ShowStatus("f(x): <b>Fehler</b>");
     EXPECT_TRUE(status->text().endsWith("f(x): <b>Fehler</b>"));
     EXPECT_EQ(status->textFormat(), Qt::PlainText);
-    EXPECT_NE(status->styleSheet(), quiet);
+    EXPECT_GT(status->palette().color(QPalette::Window).red(),
+              status->palette().color(QPalette::Window).green());
+    EXPECT_TRUE(status->autoFillBackground());
     list.ShowStatus("");
     EXPECT_EQ(status->text(), "o.k.");
-    EXPECT_EQ(status->styleSheet(), quiet);
+    EXPECT_EQ(status->palette().color(QPalette::Window), quiet.color(QPalette::Window));
+    EXPECT_FALSE(status->autoFillBackground());
 }
 
 TEST(TermList, ColourSquaresShowTheirRowsColour)
