@@ -135,15 +135,13 @@ public:
 
     double Evaluate(ExprHandle handle)
     {
-        const std::unique_ptr<Program>* const found = programs_.Find(handle);
-        if (found == nullptr) [[unlikely]]
-            return Fail(Error::InvalidTerm, {});
-        Program& program = **found;
-        Link(program);
-        if (program.fault != Error::None) [[unlikely]] {
-            return Fail(program.fault, program.fault_data);
+        Program* const program = programs_.Find(handle);
+        if (program == nullptr) [[unlikely]] return Fail(Error::InvalidTerm, {});
+        Link(*program);
+        if (program->fault != Error::None) [[unlikely]] {
+            return Fail(program->fault, program->fault_data);
         }
-        return Run(program);
+        return Run(*program);
     }
 
     void EvaluateBlock(ExprHandle handle, VariableHandle variable,
