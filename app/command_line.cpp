@@ -266,7 +266,7 @@ std::string HelpText()
 {
     constexpr std::size_t kHelpColumn = 30;
     std::string text =
-        "Korvinth 2 zeichnet Graphen von Funktionen und Kurven.\n"
+        "Korvinth 2 zeichnet Graphen von Funktionen.\n"
         "Aufruf: korvinth [OPTION]...\n\n";
     const auto add = [&text](std::string left, std::string_view help) {
         std::size_t shown = 0;  // characters, not bytes

@@ -50,7 +50,7 @@ void Tabulate(Application& application, const std::string& range, Results& resul
     std::ostringstream table;
     std::string fault = document::ReadTableRange(plot, application.Parser(), range, grid);
     if (fault.empty()) fault = document::WriteValueTable(plot, application.Parser(), grid, table);
-    if (!fault.empty()) results.errors += "Tabelle: " + fault + "; ";
+    results.errors += fault;
     results.output += table.str();
 }
 
