@@ -16,6 +16,11 @@ namespace {
 int RunWindow(char* name, const korvinth::app::CommandLine& command)
 {
     using namespace korvinth::app;
+    if (!HasDisplay()) {
+        std::cerr << "Es gibt keinen Bildschirm für das Fenster; ohne Fenster arbeiten --ausgabe, "
+                     "--rechne und --tabelle\n";
+        return kInputError;
+    }
     PrepareToolkit();
     char* arguments[] = {name, nullptr};  // the toolkit's own options are none of the program's
     int count = 1;

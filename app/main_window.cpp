@@ -43,7 +43,6 @@ MainWindow::MainWindow(Application& application, QWidget* parent)
     const int terms_width = 30 * terms_->fontMetrics().averageCharWidth() + 60;
     splitter->setSizes({terms_width, 10 * terms_width});
     setCentralWidget(splitter);
-    setTabOrder(terms_, graph_);
     resize(1280, 800);
 
     terms_->SetColours(application_.Document().attributes.slots);

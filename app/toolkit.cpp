@@ -4,18 +4,39 @@
 
 #include <QLibraryInfo>
 #include <QLocale>
-#include <QLoggingCategory>
 #include <QTranslator>
 #include <clocale>
 #include <cstdlib>
+#include <iostream>
 #include <string_view>
 
 namespace korvinth::app {
+namespace {
+
+// The toolkit's own messages are English and for developers, who see them with QT_LOGGING_RULES
+// set. After a fatal one, which comes when the display does not answer, the toolkit would abort.
+void HandleMessage(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    if (qEnvironmentVariableIsSet("QT_LOGGING_RULES")) std::cerr << message.toStdString() << '\n';
+    if (type != QtFatalMsg) return;
+    std::cerr << "Das Fenster kann nicht geöffnet werden: Der Bildschirm antwortet nicht"
+              << std::endl;
+    std::_Exit(1);
+}
+
+}  // namespace
+
+bool HasDisplay()
+{
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        if (!qEnvironmentVariableIsEmpty(variable)) return true;
+    }
+    return false;
+}
 
 void PrepareToolkit()
 {
-    // The toolkit's own English warnings; QT_LOGGING_RULES brings them back.
-    QLoggingCategory::setFilterRules("*.warning=false");
+    qInstallMessageHandler(HandleMessage);
     std::setlocale(LC_ALL, "");
     if (std::string_view(nl_langinfo(CODESET)) == "UTF-8") return;
     setenv("LC_ALL", "C.UTF-8", 1);
