@@ -16,12 +16,13 @@ namespace {
 constexpr double kAxisWidth = 1.25;
 constexpr int kArrowLength = 7;
 constexpr int kArrowHalfWidth = 2;
-constexpr int kTick = 3;       // to each side of the axis
-constexpr int kNumberGap = 5;  // from an axis to its numbers
-constexpr int kBorder = 2;     // from the edge of the area to numbers that stick to it
-constexpr int kGapBetweenNumbers = 10;
+constexpr int kTick = 3;        // to each side of the axis
+constexpr int kBelowAxis = 5;   // from the x-axis to its numbers
+constexpr int kBesideAxis = 7;  // from the y-axis to its numbers
+constexpr int kBorder = 2;      // from the edge of the area to numbers that stick to it
+constexpr int kGapBetweenNumbers = 8;
 constexpr int kFewestPixelsPerMark = 48;
-constexpr int kSmallestArea = 24;  // less shows no arrow heads
+constexpr int kSmallestArea = 64;  // less shows neither arrow heads nor ticks
 
 // The step that divides the marks' distance into four or five parts.
 MarkStep Subdivision(MarkStep step)
@@ -263,7 +264,11 @@ AxisMarks CoordinateSystem::ChooseMarks(double lower, double upper, int pixels, 
 {
     const AxisMarks fine = FineMarks(lower, upper);
     if (fine.Count() * kFewestPixelsPerMark <= pixels && NumbersFit(fine, horizontal)) return fine;
-    return CoarseMarks(lower, upper);
+    const AxisMarks coarse = CoarseMarks(lower, upper);
+    if (NumbersFit(coarse, horizontal)) return coarse;
+    // Long numbers: where the view happens to hold enough marks of the next step, all of them fit.
+    const AxisMarks coarser = MarksAt(Coarser(coarse.step), lower, upper);
+    return coarser.Count() >= kFewestMarks ? coarser : coarse;
 }
 
 NumberBand CoordinateSystem::BandOfX() const
@@ -271,9 +276,9 @@ NumberBand CoordinateSystem::BandOfX() const
     if (!x_axis_in_view_) {
         return view_.y_min > 0 ? NumberBand{height_ - kBorder, true} : NumberBand{kBorder, false};
     }
-    const bool room_below = axis_y_ + kNumberGap + text_height_ <= height_;
-    return room_below ? NumberBand{axis_y_ + kNumberGap, false}
-                      : NumberBand{axis_y_ - kNumberGap, true};
+    const bool room_below = axis_y_ + kBelowAxis + text_height_ <= height_;
+    return room_below ? NumberBand{axis_y_ + kBelowAxis, false}
+                      : NumberBand{axis_y_ - kBelowAxis, true};
 }
 
 NumberBand CoordinateSystem::BandOfY()
@@ -281,9 +286,9 @@ NumberBand CoordinateSystem::BandOfY()
     if (!y_axis_in_view_) {
         return view_.x_min > 0 ? NumberBand{kBorder, false} : NumberBand{width_ - kBorder, true};
     }
-    const bool room_on_the_left = axis_x_ - kNumberGap - WidestNumber(y_marks_) >= 0;
-    return room_on_the_left ? NumberBand{axis_x_ - kNumberGap, true}
-                            : NumberBand{axis_x_ + kNumberGap, false};
+    const bool room_on_the_left = axis_x_ - kBesideAxis - WidestNumber(y_marks_) >= 0;
+    return room_on_the_left ? NumberBand{axis_x_ - kBesideAxis, true}
+                            : NumberBand{axis_x_ + kBesideAxis, false};
 }
 
 // Once for both axes, in the corner beside the lines that meet there.

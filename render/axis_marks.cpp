@@ -22,30 +22,6 @@ double PowerOfTen(int exponent)
     return value;
 }
 
-MarkStep Finer(MarkStep step)
-{
-    switch (step.digit) {
-        case 5:
-            return {2, step.exponent};
-        case 2:
-            return {1, step.exponent};
-        default:
-            return {5, step.exponent - 1};
-    }
-}
-
-MarkStep Coarser(MarkStep step)
-{
-    switch (step.digit) {
-        case 1:
-            return {2, step.exponent};
-        case 2:
-            return {5, step.exponent};
-        default:
-            return {1, step.exponent + 1};
-    }
-}
-
 bool Divisible(double lower, double upper)
 {
     const double range = upper - lower;
@@ -96,6 +72,30 @@ std::string PlainNumber(const std::string& digits, int whole)
 }
 
 }  // namespace
+
+MarkStep Finer(MarkStep step)
+{
+    switch (step.digit) {
+        case 5:
+            return {2, step.exponent};
+        case 2:
+            return {1, step.exponent};
+        default:
+            return {5, step.exponent - 1};
+    }
+}
+
+MarkStep Coarser(MarkStep step)
+{
+    switch (step.digit) {
+        case 1:
+            return {2, step.exponent};
+        case 2:
+            return {5, step.exponent};
+        default:
+            return {1, step.exponent + 1};
+    }
+}
 
 double MarkStep::Value() const
 {

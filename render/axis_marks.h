@@ -16,6 +16,9 @@ struct MarkStep
     bool operator==(const MarkStep&) const = default;
 };
 
+MarkStep Finer(MarkStep step);
+MarkStep Coarser(MarkStep step);
+
 // The marks of an axis: multiples of a step, counted from the origin 0 in whole numbers. Mark n
 // lies at n * step and is written from n itself, so that no rounding gets into the labels.
 struct AxisMarks

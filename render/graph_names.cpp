@@ -8,6 +8,7 @@ namespace {
 
 // In screen pixels.
 constexpr int kFromGraph = 3;
+constexpr int kFromEdge = 4;
 constexpr int kBetweenTries = 10;
 constexpr int kTries = 12;
 
@@ -38,7 +39,7 @@ std::optional<GridBox> PlaceGraphName(const GraphTraces& traces, document::SlotI
     const int gap = kFromGraph * surface.StepsPerPixel();
     const int margin = gap / 2;
     std::optional<GridBox> second_best;
-    int next_x = surface.Width();
+    int next_x = surface.Width() - kFromEdge * surface.StepsPerPixel();
     int tries = 0;
     for (auto point = own.rbegin(); point != own.rend() && tries < kTries; ++point) {
         const bool inside = point->x >= 0 && point->x <= surface.Width() && point->y >= 0 &&
@@ -47,8 +48,11 @@ std::optional<GridBox> PlaceGraphName(const GraphTraces& traces, document::SlotI
         ++tries;
         next_x = point->x - kBetweenTries * surface.StepsPerPixel();
         const int left = point->x - extent.width;
-        const std::array corners{GridPoint{left, point->y - gap - extent.height},
-                                 GridPoint{left, point->y + gap}};
+        const int above = point->y - gap - extent.height;
+        const int below = point->y + gap;
+        const std::array corners{GridPoint{left, above}, GridPoint{left, below},
+                                 GridPoint{point->x + gap, below},
+                                 GridPoint{point->x + gap, above}};
         for (const GridPoint& corner : corners) {
             const GridBox box{corner.x, corner.y, corner.x + extent.width,
                               corner.y + extent.height};

@@ -1,24 +1,43 @@
 #include "render/stroke_raster.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 
 namespace korvinth::render {
 namespace {
 
-constexpr int kCellBits = 6;
+constexpr int kCellBits = 4;
 constexpr int kCell = 1 << kCellBits;
+constexpr int kFlagGroup = sizeof(std::uint64_t);  // cells whose flags are looked at together
+constexpr int kLanes = 8;                          // pixels that are worked out together
+
+// Eight 16-bit numbers that the compiler keeps in a vector register where there is one.
+using Lanes = std::int16_t __attribute__((vector_size(sizeof(std::int16_t) * kLanes)));
+using LaneBytes = std::uint8_t __attribute__((vector_size(kLanes)));
+
+// Distances in lanes are fixed-point numbers: a pixel is 8 * 255, so that a shift gives coverage.
+constexpr int kCoverageShift = 3;
+constexpr double kPixel = 255 << kCoverageShift;
+constexpr double kLargestReach = 7;  // pixels; wider strokes would leave the lanes' numbers
+
+Lanes LoadLanes(const std::int16_t* from)
+{
+    Lanes lanes{};
+    std::memcpy(&lanes, from, sizeof lanes);
+    return lanes;
+}
 
 bool IsNumber(PixelPoint point)
 {
     return std::isfinite(point.x) && std::isfinite(point.y);
 }
 
-// Rounds toward a whole pixel within limits, for values of any size.
+// The whole pixel below, within limits of -1 and above, for values of any size.
 int FloorWithin(double value, int low, int high)
 {
-    return static_cast<int>(std::floor(std::clamp<double>(value, low, high)));
+    return static_cast<int>(std::clamp<double>(value, low, high) + 1) - 1;
 }
 
 // Where a running length stands in a dash pattern.
@@ -77,23 +96,82 @@ void ClipPart(Part& part, double from, double to, double low, double high)
     part.last = std::min(part.last, std::max(one, other));
 }
 
+// Joins points that lie on a straight line but for a tenth of a pixel, in the order of the line.
+class Straightener
+{
+public:
+    explicit Straightener(PixelPoint start) : start_(start), end_(start) {}
+
+    PixelPoint Start() const { return start_; }
+    PixelPoint End() const { return end_; }
+
+    // False when the point lies off the line so far: a new one begins at End().
+    bool Extend(PixelPoint point)
+    {
+        constexpr double kTolerance = 0.1;
+        const PixelPoint to{point.x - start_.x, point.y - start_.y};
+        const double length = std::sqrt(to.x * to.x + to.y * to.y);
+        if (length < length_) return false;
+        if (length > kTolerance) {
+            if (narrowed_ && (Cross(low_, to) < 0 || Cross(to, high_) < 0)) return false;
+            const double aside = kTolerance / length;
+            const PixelPoint low{to.x + to.y * aside, to.y - to.x * aside};
+            const PixelPoint high{to.x - to.y * aside, to.y + to.x * aside};
+            if (!narrowed_ || Cross(low_, low) > 0) low_ = low;
+            if (!narrowed_ || Cross(high, high_) > 0) high_ = high;
+            narrowed_ = true;
+        }
+        length_ = length;
+        end_ = point;
+        return true;
+    }
+
+private:
+    static double Cross(PixelPoint a, PixelPoint b) { return a.x * b.y - a.y * b.x; }
+
+    PixelPoint start_;
+    PixelPoint end_;
+    double length_ = 0;
+    bool narrowed_ = false;
+    PixelPoint low_;  // directions that keep every point so far within the tolerance
+    PixelPoint high_;
+};
+
+// Only covered pixels are touched, so a cell may reach beyond the end of a row.
+void CompositeCell(std::uint8_t* coverage, std::uint32_t* pixels, std::uint32_t colour)
+{
+    for (int group = 0; group < kCell; group += static_cast<int>(sizeof(std::uint64_t))) {
+        std::uint64_t covered = 0;
+        std::memcpy(&covered, coverage + group, sizeof covered);
+        if (covered == 0) continue;
+        for (int i = group; i < group + static_cast<int>(sizeof covered); ++i) {
+            if (coverage[i] != 0) pixels[i] = Blend(pixels[i], colour, coverage[i]);
+        }
+        std::memset(coverage + group, 0, sizeof covered);
+    }
+}
+
 }  // namespace
 
-// A segment turned so that it runs along the major axis: y when it is steep, x when it is flat.
-struct StrokeRaster::Capsule
+struct StrokeRaster::Segment
 {
-    double major0, minor0, major1, minor1;
-    double reach;  // beyond this distance nothing is covered
+    PixelPoint from;
+    PixelPoint to;
+    double along_x;  // direction, of length 1
+    double along_y;
     double length;
+    double reach;  // beyond this distance from the line nothing is covered
     bool start_cap;
+    Lanes lane_offsets;  // change of the distance from the first of eight pixels on
 };
 
 StrokeRaster::StrokeRaster(int width, int height)
     : width_(std::max(width, 0)),
       height_(std::max(height, 0)),
-      stride_(static_cast<std::size_t>(width_ + kCell - 1) / kCell * kCell),
+      stride_(static_cast<std::size_t>(width_ + kCell * kFlagGroup - 1) / (kCell * kFlagGroup) *
+              (kCell * kFlagGroup)),
       cells_(stride_ / kCell),
-      coverage_(stride_ * static_cast<std::size_t>(height_)),
+      coverage_(stride_ * static_cast<std::size_t>(height_) + kLanes),
       touched_(cells_ * static_cast<std::size_t>(height_)),
       first_row_(height_)
 {
@@ -116,11 +194,22 @@ void StrokeRaster::AddSmooth(std::span<const PixelPoint> points, double width,
         AddDashed(points, width, dashes);
         return;
     }
-    bool start_cap = true;
-    for (std::size_t i = 1; i < points.size(); ++i) {
-        const bool drawable = IsNumber(points[i - 1]) && IsNumber(points[i]);
-        if (drawable) AddSegment(points[i - 1], points[i], width, start_cap);
-        start_cap = !drawable;
+    std::size_t i = 0;
+    while (i < points.size()) {
+        if (!IsNumber(points[i])) {
+            ++i;
+            continue;
+        }
+        Straightener line(points[i]);
+        bool start_cap = true;
+        for (++i; i < points.size() && IsNumber(points[i]); ++i) {
+            if (line.Extend(points[i])) continue;
+            AddSegment(line.Start(), line.End(), width, start_cap);
+            start_cap = false;
+            line = Straightener(line.End());
+            line.Extend(points[i]);
+        }
+        AddSegment(line.Start(), line.End(), width, start_cap);
     }
 }
 
@@ -160,90 +249,109 @@ void StrokeRaster::AddDashed(std::span<const PixelPoint> points, double width,
     }
 }
 
+// Each row has a few pixels near the line; those beside it get min(1, reach - distance) by eights,
+// those around its ends one by one.
 void StrokeRaster::AddSegment(PixelPoint from, PixelPoint to, double width, bool with_start_cap)
 {
     const double reach = width / 2 + 0.5;
-    if (std::max(from.x, to.x) < -reach || std::min(from.x, to.x) > width_ + reach ||
-        std::max(from.y, to.y) < -reach || std::min(from.y, to.y) > height_ + reach) {
-        return;
-    }
     const double dx = to.x - from.x;
     const double dy = to.y - from.y;
     const double length = std::sqrt(dx * dx + dy * dy);
-    if (std::abs(dy) >= std::abs(dx)) {
-        AddCapsule<true>({from.y, from.x, to.y, to.x, reach, length, with_start_cap});
-    } else {
-        AddCapsule<false>({from.x, from.y, to.x, to.y, reach, length, with_start_cap});
+    const double left = std::min(from.x, to.x) - reach;
+    const double right = std::max(from.x, to.x) + reach;
+    const double top = std::min(from.y, to.y) - reach;
+    const double bottom = std::max(from.y, to.y) + reach;
+    if (right < 0 || left > width_ || bottom < 0 || top > height_) return;
+
+    Segment segment{from, to, 1, 0, length, reach, with_start_cap, {}};
+    if (length > 1e-9) {
+        segment.along_x = dx / length;
+        segment.along_y = dy / length;
+    }
+    for (int lane = 0; lane < kLanes; ++lane) {
+        segment.lane_offsets[lane] =
+            static_cast<std::int16_t>(std::lrint(lane * segment.along_y * kPixel));
+    }
+    constexpr double kLevel = 1e-9;  // directions so close to an axis are taken to be on it
+    const bool level = std::abs(segment.along_y) < kLevel;
+    const bool upright = std::abs(segment.along_x) < kLevel;
+    const double slope = level ? 0 : segment.along_x / segment.along_y;
+    const double extent = level ? 0 : reach / std::abs(segment.along_y);
+    const bool wide = reach > kLargestReach;
+
+    const int last_row = FloorWithin(bottom, -1, height_ - 1);
+    for (int row = FloorWithin(top, 0, height_); row <= last_row; ++row) {
+        const double down = row + 0.5 - from.y;
+        const double centre = from.x + down * slope;
+        const int low = FloorWithin(level ? left : std::max(centre - extent, left), 0, width_);
+        const int high =
+            FloorWithin(level ? right : std::min(centre + extent, right), -1, width_ - 1);
+        if (low > high) continue;
+        Touch(row, low, high);
+        // The pixels beside the line: those whose nearest point of it is not an end.
+        int first = low;
+        int last = high;
+        const double before = down * segment.along_y;  // along the line, at from.x
+        if (upright) {
+            if (before < 0 || before > length) last = low - 1;
+        } else {
+            const double one = from.x - before / segment.along_x - 0.5;
+            const double other = one + length / segment.along_x;
+            first = FloorWithin(std::min(one, other), low - 1, high) + 1;
+            last = FloorWithin(std::max(one, other), low - 1, high);
+        }
+        if (wide || first > last) {
+            AddEndPixels(segment, row, low, high);
+            continue;
+        }
+        AddEndPixels(segment, row, low, first - 1);
+        AddSpan(segment, row, first, last);
+        AddEndPixels(segment, row, last + 1, high);
     }
 }
 
-// Walks along the major axis; at each step the few pixels across the line get the coverage
-// min(1, reach - distance).
-template <bool kSteep>
-void StrokeRaster::AddCapsule(const Capsule& c)
+void StrokeRaster::AddSpan(const Segment& segment, int row, int first, int last)
 {
-    const int major_size = kSteep ? height_ : width_;
-    const int minor_size = kSteep ? width_ : height_;
-    const std::size_t major_step = kSteep ? stride_ : 1;
-    const std::size_t minor_step = kSteep ? 1 : stride_;
-
-    const bool is_point = c.length < 1e-9;
-    const double along_major = is_point ? 1.0 : (c.major1 - c.major0) / c.length;
-    const double along_minor = is_point ? 0.0 : (c.minor1 - c.minor0) / c.length;
-    const double slope = along_minor / along_major;
-    const double extent = c.reach / std::abs(along_major);
-    const double spread = extent * std::abs(along_minor);  // of the position along the line
-    const double minor_low = std::min(c.minor0, c.minor1) - c.reach;
-    const double minor_high = std::max(c.minor0, c.minor1) + c.reach;
-    const int first = FloorWithin(std::min(c.major0, c.major1) - c.reach, 0, major_size);
-    const int last = FloorWithin(std::max(c.major0, c.major1) + c.reach, -1, major_size - 1);
-    const double major_rate = std::abs(along_major);
-    const float inner = static_cast<float>(major_rate);
-    const float reach = static_cast<float>(c.reach);
-
-    for (int m = first; m <= last; ++m) {
-        const double offset = m + 0.5 - c.major0;
-        const double centre = c.minor0 + offset * slope;
-        const int low = FloorWithin(std::max(centre - extent, minor_low), 0, minor_size);
-        const int high = FloorWithin(std::min(centre + extent, minor_high), -1, minor_size - 1);
-        if (low > high) continue;
-        if constexpr (kSteep) Touch(m, low, high);
-        std::uint8_t* pixel = coverage_.data() + static_cast<std::size_t>(m) * major_step +
-                              static_cast<std::size_t>(low) * minor_step;
-        const double position = offset / along_major;  // of the centre, along the line
-        if (position - spread >= 0 && position + spread <= c.length) {
-            float distance = static_cast<float>((low + 0.5 - centre) * major_rate);
-            for (int n = low; n <= high; ++n, pixel += minor_step, distance += inner) {
-                const float strength = std::min(reach - std::abs(distance), 1.0F);
-                const int value = static_cast<int>(strength * 255.0F + 0.5F);
-                if (value > *pixel) *pixel = static_cast<std::uint8_t>(value);
-            }
-            continue;
-        }
-        for (int n = low; n <= high; ++n, pixel += minor_step) {
-            const double across = n + 0.5 - c.minor0;
-            const double t = offset * along_major + across * along_minor;
-            double distance = 0;
-            if (t < 0) {
-                if (!c.start_cap) continue;
-                distance = std::sqrt(offset * offset + across * across);
-            } else if (t > c.length) {
-                const double end_major = m + 0.5 - c.major1;
-                const double end_minor = n + 0.5 - c.minor1;
-                distance = std::sqrt(end_major * end_major + end_minor * end_minor);
-            } else {
-                distance = std::abs(across * along_major - offset * along_minor);
-            }
-            const double strength = std::min(c.reach - distance, 1.0);
-            const int value = static_cast<int>(strength * 255.0 + 0.5);
-            if (value > *pixel) *pixel = static_cast<std::uint8_t>(value);
-        }
+    static constexpr std::array<std::int16_t, 2 * kLanes> kMasks{-1, -1, -1, -1, -1, -1, -1, -1};
+    const double at_first = (first + 0.5 - segment.from.x) * segment.along_y -
+                            (row + 0.5 - segment.from.y) * segment.along_x;
+    const auto reach =
+        static_cast<std::int16_t>(segment.reach * kPixel + (1 << kCoverageShift) / 2);
+    const Lanes full = Lanes{} + static_cast<std::int16_t>(kPixel);
+    std::uint8_t* pixel = coverage_.data() + Offset(first, row);
+    for (int n = first; n <= last; n += kLanes, pixel += kLanes) {
+        const double distance = (at_first + (n - first) * segment.along_y) * kPixel;
+        const Lanes aside =
+            segment.lane_offsets + static_cast<std::int16_t>(static_cast<int>(distance));
+        const Lanes near = reach - (aside < 0 ? -aside : aside);
+        const Lanes limited = near < 0 ? Lanes{} : (near > full ? full : near);
+        const int count = std::min(last - n + 1, kLanes);
+        const Lanes coverage = (limited >> kCoverageShift) &
+                               LoadLanes(&kMasks[static_cast<std::size_t>(kLanes - count)]);
+        LaneBytes bytes{};
+        std::memcpy(&bytes, pixel, sizeof bytes);
+        const Lanes there = __builtin_convertvector(bytes, Lanes);
+        bytes = __builtin_convertvector(there > coverage ? there : coverage, LaneBytes);
+        std::memcpy(pixel, &bytes, sizeof bytes);
     }
-    if constexpr (!kSteep) {
-        const int low = FloorWithin(minor_low, 0, minor_size);
-        const int high = FloorWithin(minor_high, -1, minor_size - 1);
-        if (first > last) return;
-        for (int row = low; row <= high; ++row) Touch(row, first, last);
+}
+
+void StrokeRaster::AddEndPixels(const Segment& segment, int row, int first, int last)
+{
+    std::uint8_t* pixel = coverage_.data() + Offset(0, row);
+    for (int n = first; n <= last; ++n) {
+        const double x = n + 0.5 - segment.from.x;
+        const double y = row + 0.5 - segment.from.y;
+        const double along = x * segment.along_x + y * segment.along_y;
+        if (along < 0 && !segment.start_cap) continue;  // the segment before covers it
+        const double nearest = std::clamp(along, 0.0, segment.length);
+        const double aside_x = x - nearest * segment.along_x;
+        const double aside_y = y - nearest * segment.along_y;
+        const double square = aside_x * aside_x + aside_y * aside_y;
+        if (square >= segment.reach * segment.reach) continue;
+        const double strength = std::min(segment.reach - std::sqrt(square), 1.0);
+        const int value = static_cast<int>(strength * 255 + 0.5);
+        if (value > pixel[n]) pixel[n] = static_cast<std::uint8_t>(value);
     }
 }
 
@@ -302,24 +410,19 @@ void StrokeRaster::Composite(const PixelBuffer& target, std::uint32_t colour)
 {
     for (int row = first_row_; row <= last_row_; ++row) {
         std::uint8_t* flags = touched_.data() + static_cast<std::size_t>(row) * cells_;
-        std::uint32_t* pixels = target.pixels + row * target.stride;
-        for (std::size_t cell = 0; cell < cells_; ++cell) {
-            if (flags[cell] == 0) continue;
-            flags[cell] = 0;
-            const std::size_t start = cell * kCell;
-            std::uint8_t* coverage =
-                coverage_.data() + static_cast<std::size_t>(row) * stride_ + start;
-            for (std::size_t group = 0; group < kCell; group += sizeof(std::uint64_t)) {
-                std::uint64_t eight = 0;
-                std::memcpy(&eight, coverage + group, sizeof eight);
-                if (eight == 0) continue;
-                for (std::size_t i = group; i < group + sizeof eight; ++i) {
-                    if (coverage[i] == 0) continue;
-                    std::uint32_t& pixel = pixels[start + i];
-                    pixel = coverage[i] == 255 ? colour : Blend(pixel, colour, coverage[i]);
-                }
-                std::memset(coverage + group, 0, sizeof eight);
+        for (std::size_t group = 0; group < cells_; group += kFlagGroup) {
+            std::uint64_t flagged = 0;
+            std::memcpy(&flagged, flags + group, sizeof flagged);
+            if (flagged == 0) continue;
+            for (std::size_t cell = group; cell < group + kFlagGroup; ++cell) {
+                if (flags[cell] == 0) continue;
+                std::uint8_t* coverage =
+                    coverage_.data() + static_cast<std::size_t>(row) * stride_ + cell * kCell;
+                std::uint32_t* pixels =
+                    target.pixels + row * target.stride + static_cast<std::ptrdiff_t>(cell * kCell);
+                CompositeCell(coverage, pixels, colour);
             }
+            std::memset(flags + group, 0, sizeof flagged);
         }
     }
     first_row_ = height_;

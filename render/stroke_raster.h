@@ -49,7 +49,7 @@ public:
     std::uint8_t CoverageAt(int x, int y) const { return coverage_[Offset(x, y)]; }
 
 private:
-    struct Capsule;
+    struct Segment;
 
     std::size_t Offset(int x, int y) const
     {
@@ -57,8 +57,8 @@ private:
     }
     void AddDashed(std::span<const PixelPoint> points, double width, const DashPattern& dashes);
     void AddSegment(PixelPoint from, PixelPoint to, double width, bool with_start_cap);
-    template <bool kSteep>
-    void AddCapsule(const Capsule& capsule);
+    void AddSpan(const Segment& segment, int row, int first, int last);
+    void AddEndPixels(const Segment& segment, int row, int first, int last);
     void AddHardSegment(PixelIndex from, PixelIndex to, int width, const DashPattern& dashes,
                         double phase);
     void Touch(int row, int first_x, int last_x);
@@ -66,9 +66,9 @@ private:
     int width_;
     int height_;
     std::size_t stride_;  // bytes a row of coverage
-    std::size_t cells_;   // cells a row
+    std::size_t cells_;   // flags a row; a cell is some pixels of a row
     std::vector<std::uint8_t> coverage_;
-    std::vector<std::uint8_t> touched_;  // a flag for each cell of 64 pixels of a row
+    std::vector<std::uint8_t> touched_;  // a flag for each cell of a row
     int first_row_;                      // touched rows, first > last when there are none
     int last_row_ = -1;
 };
