@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QVBoxLayout>
+#include <cmath>
 #include <utility>
 
 #include "render/qt/raster_surface.h"
@@ -50,13 +51,15 @@ GraphForm::GraphForm(Drawing drawing, QWidget* parent)
 
 QSize GraphForm::AreaSize() const
 {
-    return (QSizeF(area_->size()) * area_->devicePixelRatioF()).toSize().expandedTo({1, 1});
+    return area_->size().expandedTo({1, 1});
 }
 
 void GraphForm::Redraw()
 {
     const QSize size = AreaSize();
-    render::RasterSurface surface(size.width(), size.height(), render::kSmoothSteps);
+    const double scale = area_->devicePixelRatioF();
+    const int steps = render::kSmoothSteps * static_cast<int>(std::ceil(scale));
+    render::RasterSurface surface(size.width(), size.height(), steps, scale);
     drawing_(surface);
     surface.Refresh();
     area_->Show(surface.Image());

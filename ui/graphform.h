@@ -38,9 +38,10 @@ public:
     // `drawing` draws the whole picture.
     explicit GraphForm(Drawing drawing, QWidget* parent = nullptr);
 
-    // Draws the picture anew and shows it; nothing while the area has no size.
+    // Draws the picture anew and shows it.
     void Redraw();
-    // Size of the area in pixels of the screen, at least 1 by 1.
+    // Size of the area in pixels as the toolkit counts them, at least 1 by 1. A screen of more dots
+    // shows a finer picture of the same size.
     QSize AreaSize() const;
     // What the area shows.
     const QImage& Picture() const { return area_->Image(); }

@@ -35,6 +35,7 @@ protected:
     }
     QString Status() { return window_.findChild<QLabel*>("status")->text(); }
     ui::GraphForm* Graph() { return window_.findChild<ui::GraphForm*>("graphform"); }
+    QSize PictureSize() { return Graph()->AreaSize() * Graph()->devicePixelRatioF(); }
     int PixelsOfSlot(int slot)
     {
         const document::Colour colour =
@@ -99,8 +100,7 @@ TEST_F(MainWindowTest, ThePictureFollowsTheAreaAndKeepsOneScale)
     Type(0, "x");
     for (const QSize size : {QSize(700, 700), QSize(1280, 640)}) {
         window_.resize(size);
-        ASSERT_TRUE(
-            QTest::qWaitFor([&] { return Graph()->Picture().size() == Graph()->AreaSize(); }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return Graph()->Picture().size() == PictureSize(); }));
         const render::ViewRange& view = application_.View();
         EXPECT_NEAR(view.xmu, view.ymu, 1e-9 * view.xmu);
         EXPECT_NEAR(view.area_width, 15.0 * Graph()->AreaSize().width(), 0.5);
