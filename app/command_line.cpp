@@ -272,7 +272,10 @@ std::string HelpText()
         std::size_t shown = 0;  // characters, not bytes
         for (const char c : left) shown += (static_cast<unsigned char>(c) & 0xC0U) != 0x80U ? 1 : 0;
         left.append(shown < kHelpColumn ? kHelpColumn - shown : 1, ' ');
-        text += "  " + left + std::string(help) + "\n";
+        text += "  ";
+        text += left;
+        text += help;
+        text += '\n';
     };
     for (const Option& option : kOptions) {
         add(std::string(option.name) + " " + std::string(option.value), option.help);

@@ -1,7 +1,7 @@
 #include "app/plot_request.h"
 
+#include <algorithm>
 #include <cmath>
-#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -20,11 +20,10 @@ struct ParameterValue
 bool IsName(std::string_view text)
 {
     const auto letter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
-    if (text.empty() || !letter(text[0])) return false;
-    for (const char c : text) {
-        if (!letter(c) && c != '_' && !(c >= '0' && c <= '9')) return false;
-    }
-    return true;
+    const auto continues = [&letter](char c) {
+        return letter(c) || c == '_' || (c >= '0' && c <= '9');
+    };
+    return !text.empty() && letter(text[0]) && std::ranges::all_of(text, continues);
 }
 
 // Evaluates the parameters one after the other; a term may use those before it.

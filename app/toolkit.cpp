@@ -5,6 +5,8 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
+#include <algorithm>
+#include <array>
 #include <clocale>
 #include <cstdlib>
 #include <iostream>
@@ -28,10 +30,8 @@ void HandleMessage(QtMsgType type, const QMessageLogContext&, const QString& mes
 
 bool HasDisplay()
 {
-    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-        if (!qEnvironmentVariableIsEmpty(variable)) return true;
-    }
-    return false;
+    constexpr std::array kVariables = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+    return !std::ranges::all_of(kVariables, qEnvironmentVariableIsEmpty);
 }
 
 void PrepareToolkit()
