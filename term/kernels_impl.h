@@ -41,7 +41,7 @@ constexpr double kHalfPi = 1.5707963267948966;
 
 inline Mask SignBits()
 {
-    return (Mask)All(-0.0);
+    return (Mask)-All(0.0);  // All(-0.0) would add 0, which makes it 0
 }
 inline Vec Magnitude(Vec x)
 {

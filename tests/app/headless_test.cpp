@@ -86,6 +86,10 @@ TEST(Headless, CalculatesAndTabulates)
         {"a table",
          {"--zeichne", "f(x)=x^2", "--zeichne=g(x)=1/x", "--tabelle", "-1;1;0,5"},
          "x;f(x);g(x)\n-1;1;-1\n-0,5;0,25;-2\n0;0;\n0,5;0,25;2\n1;1;1\n"},
+        {"a table long enough for the block form of the evaluator",
+         {"--zeichne=betrag(x)", "--zeichne=floor(x/2)", "--tabelle=-9;-1;1"},
+         "x;f(x);g(x)\n-9;9;-5\n-8;8;-4\n-7;7;-4\n-6;6;-3\n-5;5;-3\n-4;4;-2\n-3;3;-2\n-2;2;-1\n"
+         "-1;1;-1\n"},
         {"calculator before table",
          {"--zeichne=x", "--tabelle=0;0;1", "--rechne=7"},
          "7\nx;f(x)\n0;0\n"},
