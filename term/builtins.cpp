@@ -318,12 +318,9 @@ bool IsBuiltinFunction(std::string_view name)
 double QuarterTurn(TrigMode mode)
 {
     switch (mode) {
-        case TrigMode::Degrees:
-            return 90;
-        case TrigMode::Grads:
-            return 100;
-        default:
-            return std::numbers::pi / 2;
+        case TrigMode::Degrees: return 90;
+        case TrigMode::Grads: return 100;
+        default: return std::numbers::pi / 2;
     }
 }
 

@@ -16,6 +16,11 @@ inline bool AnyBits(Mask mask)
     return _mm256_movemask_pd((Vec)mask) != 0;
 }
 
+inline Mask EitherNaN(Vec a, Vec b)
+{
+    return (Mask)_mm256_cmp_pd(a, b, _CMP_UNORD_Q);
+}
+
 namespace math {
 inline Vec Sqrt(Vec x)
 {

@@ -14,6 +14,11 @@ inline bool AnyBits(Mask mask)
     return (mask[0] | mask[1]) != 0;
 }
 
+inline Mask EitherNaN(Vec a, Vec b)
+{
+    return (a != a) | (b != b);
+}
+
 namespace math {
 
 #define KORVINTH_EACH(name, function)               \

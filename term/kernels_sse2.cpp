@@ -16,6 +16,11 @@ inline bool AnyBits(Mask mask)
     return _mm_movemask_pd((Vec)mask) != 0;
 }
 
+inline Mask EitherNaN(Vec a, Vec b)
+{
+    return (Mask)_mm_cmpunord_pd(a, b);
+}
+
 namespace math {
 inline Vec Sqrt(Vec x)
 {
