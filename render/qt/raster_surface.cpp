@@ -33,10 +33,12 @@ int FloorDivide(int value, int divisor)
 
 }  // namespace
 
-RasterSurface::RasterSurface(int width_pixels, int height_pixels, int steps_per_pixel)
+RasterSurface::RasterSurface(int width_pixels, int height_pixels, int steps_per_pixel, double scale)
     : DrawingSurface(width_pixels * steps_per_pixel, height_pixels * steps_per_pixel,
                      steps_per_pixel),
-      image_(width_pixels, height_pixels, QImage::Format_RGB32),
+      scale_(scale),
+      image_(static_cast<int>(std::lround(width_pixels * scale)),
+             static_cast<int>(std::lround(height_pixels * scale)), QImage::Format_RGB32),
       raster_(image_.width(), image_.height())
 {
     image_.fill(Qt::white);
@@ -60,13 +62,14 @@ QPainter& RasterSurface::Painter()
 void RasterSurface::DoStroke(std::span<const GridPoint> points, const Pen& pen)
 {
     if (pen.type == LineType::Invisible || image_.isNull()) return;
-    const int steps = StepsPerPixel();
     if (Smooth()) {
+        const double middle = 0.5 * StepsPerPixel();
         points_.clear();
         for (const GridPoint& point : points) {
-            points_.push_back({(point.x + 0.5 * steps) / steps, (point.y + 0.5 * steps) / steps});
+            points_.push_back({ToDots(point.x + middle), ToDots(point.y + middle)});
         }
-        raster_.AddSmooth(points_, pen.width, DashPattern(pen.type, pen.width));
+        const double width = pen.width * scale_;
+        raster_.AddSmooth(points_, width, DashPattern(pen.type, width));
     } else {
         const int width = std::max(static_cast<int>(std::lround(pen.width)), 1);
         pixels_.clear();
@@ -80,17 +83,16 @@ void RasterSurface::DoPolygon(std::span<const GridPoint> corners, const Pen* out
                               const Brush& fill)
 {
     if (image_.isNull()) return;
-    const double shift = outline != nullptr ? 0.5 : 0;
+    const double shift = outline != nullptr ? 0.5 * StepsPerPixel() : 0;
     QPolygonF polygon;
     for (const GridPoint& corner : corners) {
-        polygon << QPointF(static_cast<double>(corner.x) / StepsPerPixel() + shift,
-                           static_cast<double>(corner.y) / StepsPerPixel() + shift);
+        polygon << QPointF(ToDots(corner.x + shift), ToDots(corner.y + shift));
     }
     QPainter& painter = Painter();
     painter.setBrush(ToQt(fill.colour));
     if (outline != nullptr && outline->type != LineType::Invisible) {
-        painter.setPen(QPen(ToQt(outline->colour), outline->width, Qt::SolidLine, Qt::RoundCap,
-                            Qt::MiterJoin));
+        painter.setPen(QPen(ToQt(outline->colour), outline->width * scale_, Qt::SolidLine,
+                            Qt::RoundCap, Qt::MiterJoin));
     } else {
         painter.setPen(Qt::NoPen);
     }
@@ -103,16 +105,16 @@ void RasterSurface::DoEllipse(const GridBox& box, const Brush& brush, bool fille
     const int height = box.bottom - box.top;
     if (width <= 0 || height <= 0 || image_.isNull()) return;
     constexpr int kLargestDisc = 64;  // pixels
-    if (filled && width == height && width <= kLargestDisc * StepsPerPixel()) {
+    if (scale_ == 1 && filled && width == height && width <= kLargestDisc * StepsPerPixel()) {
         StampDisc(box, brush.colour);
         return;
     }
-    const double steps = StepsPerPixel();
-    const QRectF area(box.left / steps, box.top / steps, width / steps, height / steps);
+    const QRectF area(ToDots(box.left), ToDots(box.top), ToDots(width), ToDots(height));
+    const double half = scale_ / 2;
     QPainter& painter = Painter();
-    painter.setPen(filled ? QPen(Qt::NoPen) : QPen(ToQt(brush.colour), 1));
+    painter.setPen(filled ? QPen(Qt::NoPen) : QPen(ToQt(brush.colour), scale_));
     painter.setBrush(filled ? QBrush(ToQt(brush.colour)) : QBrush(Qt::NoBrush));
-    painter.drawEllipse(filled ? area : area.adjusted(0.5, 0.5, -0.5, -0.5));
+    painter.drawEllipse(filled ? area : area.adjusted(half, half, -half, -half));
 }
 
 const RasterSurface::Disc& RasterSurface::PreparedDisc(int diameter, int phase_x, int phase_y)
@@ -168,7 +170,7 @@ const RasterSurface::PreparedFont& RasterSurface::Prepared(const Font& font)
     }
     QFont face(ToQt(font.face));
     face.setStyleHint(QFont::SansSerif);
-    face.setPixelSize(std::max(static_cast<int>(std::lround(font.height)), 1));
+    face.setPixelSize(std::max(static_cast<int>(std::lround(font.height * scale_)), 1));
     return fonts_.emplace_back(PreparedFont{font, face, QFontMetricsF(face, &image_)});
 }
 
@@ -177,21 +179,21 @@ void RasterSurface::DoText(GridPoint top_left, std::string_view utf8, const Font
 {
     if (image_.isNull()) return;
     const PreparedFont& prepared = Prepared(font);
-    const double steps = StepsPerPixel();
     QPainter& painter = Painter();
     painter.setFont(prepared.face);
     painter.setPen(ToQt(colour));
     // Whole pixels, so that the same digits look the same everywhere.
-    painter.drawText(QPointF(std::round(top_left.x / steps),
-                             std::round(top_left.y / steps + prepared.metrics.ascent())),
+    painter.drawText(QPointF(std::round(ToDots(top_left.x)),
+                             std::round(ToDots(top_left.y) + prepared.metrics.ascent())),
                      ToQt(utf8));
 }
 
 GridExtent RasterSurface::DoMeasure(std::string_view utf8, const Font& font)
 {
     const QFontMetricsF& metrics = Prepared(font).metrics;
-    return {static_cast<int>(std::ceil(metrics.horizontalAdvance(ToQt(utf8)) * StepsPerPixel())),
-            static_cast<int>(std::ceil(metrics.height() * StepsPerPixel()))};
+    const double steps_per_dot = StepsPerPixel() / scale_;
+    return {static_cast<int>(std::ceil(metrics.horizontalAdvance(ToQt(utf8)) * steps_per_dot)),
+            static_cast<int>(std::ceil(metrics.height() * steps_per_dot))};
 }
 
 void RasterSurface::DoClear(Colour colour)

@@ -19,12 +19,14 @@ namespace korvinth::render {
 inline constexpr int kExactSteps = 1;
 inline constexpr int kSmoothSteps = 5;
 
-// Opaque pixels, white at first. Strokes go through a rasteriser of its own, since the toolkit's
+// Opaque pixels, white at first. An image for a screen of more dots has `scale` dots to a pixel;
+// everything grows with it. Strokes go through a rasteriser of its own, since the toolkit's
 // antialiased wide polylines are slower by a factor of twenty; texts and areas are the toolkit's.
 class RasterSurface final : public DrawingSurface
 {
 public:
-    RasterSurface(int width_pixels, int height_pixels, int steps_per_pixel);
+    // A scale other than 1 wants more than one step to a dot.
+    RasterSurface(int width_pixels, int height_pixels, int steps_per_pixel, double scale = 1);
 
     // Complete after Refresh.
     const QImage& Image() const { return image_; }
@@ -58,12 +60,14 @@ private:
     };
 
     bool Smooth() const { return StepsPerPixel() > 1; }
+    double ToDots(double grid_steps) const { return grid_steps * scale_ / StepsPerPixel(); }
     PixelBuffer Pixels();
     QPainter& Painter();
     const Disc& PreparedDisc(int diameter, int phase_x, int phase_y);
     void StampDisc(const GridBox& box, Colour colour);
     const PreparedFont& Prepared(const Font& font);
 
+    double scale_;
     QImage image_;
     StrokeRaster raster_;
     std::optional<QPainter> painter_;  // open between the first use and Refresh
