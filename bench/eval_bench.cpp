@@ -91,9 +91,10 @@ void Scalar(benchmark::State& state, const char* text)
     Engine& engine = SharedEngine();
     const ExprHandle handle = engine.parser.Parse(text);
     std::vector<double> out(kSamples);
+    const std::vector<double>& in = Arguments();
     for (auto _ : state) {
         for (std::size_t i = 0; i < kSamples; ++i) {
-            engine.parser.SetVariableValue(engine.x, Arguments()[i]);
+            engine.parser.SetVariableValue(engine.x, in[i]);
             out[i] = engine.parser.Evaluate(handle);
         }
         benchmark::DoNotOptimize(out.data());
@@ -139,7 +140,7 @@ public:
     {
         for (const Run& run : runs) {
             if (run.run_type != Run::RT_Iteration) continue;
-            times_[run.run_name.function_name].push_back(run.real_accumulated_time /
+            times_[run.run_name.function_name].push_back(run.cpu_accumulated_time /
                                                          static_cast<double>(run.iterations));
         }
     }

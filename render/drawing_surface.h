@@ -1,11 +1,9 @@
 // The drawing target of the graph routines: keeps pen and position, hands complete strokes on.
 #pragma once
 
-#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "document/display_attributes.h"
@@ -27,6 +25,12 @@ struct GridBox
 {
     int left = 0, top = 0, right = 0, bottom = 0;
     bool operator==(const GridBox&) const = default;
+};
+
+struct GridExtent
+{
+    int width = 0, height = 0;
+    bool operator==(const GridExtent&) const = default;
 };
 
 struct Pen
@@ -53,6 +57,10 @@ struct Font
 // A surface of width x height grid steps. A screen pixel is StepsPerPixel() steps wide and high: 1
 // draws by the exact pixel rules, more gives the integer coordinates of the drawing routines room
 // for curves without steps. Consecutive LineTo calls reach the back end as one stroke.
+//
+// Points of strokes and of Polygon are pixel centres: (0, 0) is the middle of the first pixel.
+// Boxes and FillRegion go by edges: the box (0, 0, s, s) with s = StepsPerPixel() is just that
+// pixel.
 class DrawingSurface
 {
 public:
@@ -72,31 +80,34 @@ public:
     const Pen& CurrentPen() const { return pen_; }
 
     void MoveTo(GridPoint to);
-    void LineTo(GridPoint to);  // leaves the point at `to` unset when the stroke ends there
+    void LineTo(GridPoint to);  // leaves the pixel at `to` unset when the stroke ends there
     void Polygon(std::span<const GridPoint> corners);  // filled with the brush, outlined by the pen
     void FillRegion(std::span<const GridPoint> corners, const Brush& brush);
     void PaintEllipse(const GridBox& box, const Brush& brush);
     void FrameEllipse(const GridBox& box, const Brush& brush);
     void TextOut(GridPoint top_left, std::string_view utf8);  // transparent background
     // Width and height of a text in the current font, in grid steps.
-    GridPoint MeasureText(std::string_view utf8);
+    GridExtent MeasureText(std::string_view utf8);
     void Clear(Colour colour);
     void Refresh();  // presents what was drawn since the last refresh
 
 protected:
+    // At least two points; the stroke's own style of ends is the back end's.
     virtual void DoStroke(std::span<const GridPoint> points, const Pen& pen) = 0;
+    // Without an outline when `outline` is null.
     virtual void DoPolygon(std::span<const GridPoint> corners, const Pen* outline,
                            const Brush& fill) = 0;
     virtual void DoEllipse(const GridBox& box, const Brush& brush, bool filled) = 0;
     virtual void DoText(GridPoint top_left, std::string_view utf8, const Font& font,
                         Colour colour) = 0;
-    virtual GridPoint DoMeasure(std::string_view utf8, const Font& font) = 0;
+    virtual GridExtent DoMeasure(std::string_view utf8, const Font& font) = 0;
     virtual void DoClear(Colour colour) = 0;
     virtual void DoRefresh() = 0;
 
-private:
+    // Hands the stroke drawn so far on. Back ends call it before they show what they hold.
     void FlushStroke();
 
+private:
     int width_;
     int height_;
     int steps_per_pixel_;
@@ -104,7 +115,8 @@ private:
     Brush brush_;
     Font font_;
     Colour text_colour_{};
-    std::vector<GridPoint> stroke_;
+    GridPoint position_;
+    std::vector<GridPoint> stroke_;  // empty, or begins where the stroke began
 };
 
 }  // namespace korvinth::render

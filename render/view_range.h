@@ -1,6 +1,10 @@
 // The displayed coordinate window and its mapping onto the drawing area.
 #pragma once
 
+#include <cstdint>
+#include <string>
+#include <string_view>
+
 #include "document/plot_document.h"
 #include "term/math_parser.h"
 
@@ -31,17 +35,31 @@ struct ViewRange
     double AreaY(double y) const { return area_height - ymu * (y - y_min); }
     double WorldX(double area_x) const { return area_x / xmu + x_min; }
     double WorldY(double area_y) const { return (area_height - area_y) / ymu + y_min; }
+    double WidthInPixels() const { return area_width / twips_per_pixel_x; }
+    double HeightInPixels() const { return area_height / twips_per_pixel_y; }
 };
+
+// Recomputes width, height, xmu and ymu alone.
+void UpdateDerived(ViewRange& view);
 
 // Recomputes the derived values after a change of bounds or area and sets the parser variables xmu,
 // xmi, ymu, ymi, in that order.
 void UpdateMapping(ViewRange& view, term::MathParser& parser,
                    const document::SystemVariables& variables);
 
-// Wrap a term in parser syntax so that its value is in area units; makemy gives the height above
-// the bottom edge, the caller subtracts it from the area height. The term is bracketed here, so a
-// comparison or a logic word in it stays together.
+// Turn a term in parser syntax into one whose value is in area units: "xmu*(" term "-xmi)" and the
+// same in y. Callers hand the term in brackets, so that a comparison or a logic word in it stays
+// together. makemy gives the height above the bottom edge; the caller subtracts it from the area
+// height.
 std::string makemx(std::string_view term);
 std::string makemy(std::string_view term);
+
+// The range at start: x from -10 to 10, y about 0 in the scale 1:1.
+void SetStandardRange(ViewRange& view);
+
+// Move the view by a percentage of its width or height; a positive one raises both bounds. They
+// return whether anything changed. The caller updates the mapping.
+bool scrlr(ViewRange& view, std::int16_t percent);
+bool scrud(ViewRange& view, std::int16_t percent);
 
 }  // namespace korvinth::render

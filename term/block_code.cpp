@@ -15,10 +15,7 @@ int OperandCount(Op op)
     return op <= Op::Guard ? 2 : 3;
 }
 
-std::size_t Rounded(std::size_t n)
-{
-    return (n + kKernelStep - 1) / kKernelStep * kKernelStep;
-}
+std::size_t Rounded(std::size_t n) { return (n + kKernelStep - 1) / kKernelStep * kKernelStep; }
 
 Kernel FindKernel(const KernelTable& kernels, const GraphNode& node, std::size_t uniform)
 {
@@ -28,10 +25,8 @@ Kernel FindKernel(const KernelTable& kernels, const GraphNode& node, std::size_t
             if (node.op == Op::Factorial) return kernels.factorial;
             if (node.op == Op::PowerInt) return kernels.power_int;
             return kernels.unary[static_cast<std::size_t>(node.kernel)];
-        case 2:
-            return kernels.binary[op - kFirstBinary][uniform];
-        default:
-            return kernels.ternary[op - kFirstTernary][uniform];
+        case 2: return kernels.binary[op - kFirstBinary][uniform];
+        default: return kernels.ternary[op - kFirstTernary][uniform];
     }
 }
 
@@ -164,14 +159,10 @@ void BlockCode::Run(std::span<const double> arguments, std::span<double> results
     }
     const auto resolve = [&](Source source) -> const double* {
         switch (source.place) {
-            case Place::Input:
-                return input;
-            case Place::Register:
-                return scratch.data() + source.index * kBlockSize;
-            case Place::Uniform:
-                return uniform_values_.data() + source.index;
-            default:
-                return nullptr;
+            case Place::Input: return input;
+            case Place::Register: return scratch.data() + source.index * kBlockSize;
+            case Place::Uniform: return uniform_values_.data() + source.index;
+            default: return nullptr;
         }
     };
     for (const Instruction& instruction : code_) {

@@ -13,7 +13,7 @@
 
 namespace korvinth::term {
 
-inline constexpr std::size_t kBlockSize = 256;
+inline constexpr std::size_t kBlockSize = 512;
 
 class BlockCode
 {

@@ -77,23 +77,11 @@ double Tan(double x)
     return value == 0 ? kNaN : -1 / value;
 }
 
-double SinRad(double x)
-{
-    return std::sin(x);
-}
-double CosRad(double x)
-{
-    return std::cos(x);
-}
-double TanRad(double x)
-{
-    return std::tan(x);
-}
+double SinRad(double x) { return std::sin(x); }
+double CosRad(double x) { return std::cos(x); }
+double TanRad(double x) { return std::tan(x); }
 
-double InverseOrNaN(double x)
-{
-    return x == 0 ? kNaN : 1 / x;
-}
+double InverseOrNaN(double x) { return x == 0 ? kNaN : 1 / x; }
 
 template <ScalarFunction kFunction>
 double InverseOf(double x)
@@ -107,118 +95,34 @@ double CotOf(double x)
     return sine == 0 ? kNaN : kCos(x) / sine;
 }
 
-double Abs(double x)
-{
-    return std::fabs(x);
-}
-double Sqrt(double x)
-{
-    return x < 0 ? kNaN : std::sqrt(x);
-}
-double Asin(double x)
-{
-    return std::fabs(x) > 1 ? kNaN : std::asin(x);
-}
-double Acos(double x)
-{
-    return std::fabs(x) > 1 ? kNaN : std::acos(x);
-}
-double Atan(double x)
-{
-    return std::atan(x);
-}
-double Sinh(double x)
-{
-    return std::sinh(x);
-}
-double Cosh(double x)
-{
-    return std::cosh(x);
-}
-double Tanh(double x)
-{
-    return std::tanh(x);
-}
-double Coth(double x)
-{
-    return InverseOrNaN(std::tanh(x));
-}
-double Sech(double x)
-{
-    return 1 / std::cosh(x);
-}
-double Csch(double x)
-{
-    return InverseOrNaN(std::sinh(x));
-}
-double Asinh(double x)
-{
-    return std::asinh(x);
-}
-double Acosh(double x)
-{
-    return x < 1 ? kNaN : std::acosh(x);
-}
-double Atanh(double x)
-{
-    return std::fabs(x) >= 1 ? kNaN : std::atanh(x);
-}
-double Acoth(double x)
-{
-    return std::fabs(x) <= 1 ? kNaN : std::atanh(1 / x);
-}
-double Asech(double x)
-{
-    return x <= 0 || x > 1 ? kNaN : std::acosh(1 / x);
-}
-double Acsch(double x)
-{
-    return x == 0 ? kNaN : std::asinh(1 / x);
-}
-double Exp(double x)
-{
-    return std::exp(x);
-}
-double Exp2(double x)
-{
-    return std::exp2(x);
-}
-double Log(double x)
-{
-    return x <= 0 ? kNaN : std::log(x);
-}
-double Log2(double x)
-{
-    return x <= 0 ? kNaN : std::log2(x);
-}
-double Log10(double x)
-{
-    return x <= 0 ? kNaN : std::log10(x);
-}
-double Ceil(double x)
-{
-    return std::ceil(x);
-}
-double Floor(double x)
-{
-    return std::floor(x);
-}
-double Truncate(double x)
-{
-    return std::trunc(x);
-}
-double Round(double x)
-{
-    return std::nearbyint(x);
-}  // halves to even
-double Sign(double x)
-{
-    return x > 0 ? 1 : x < 0 ? -1 : x;
-}
-double Cbrt(double x)
-{
-    return std::cbrt(x);
-}
+double Abs(double x) { return std::fabs(x); }
+double Sqrt(double x) { return x < 0 ? kNaN : std::sqrt(x); }
+double Asin(double x) { return std::fabs(x) > 1 ? kNaN : std::asin(x); }
+double Acos(double x) { return std::fabs(x) > 1 ? kNaN : std::acos(x); }
+double Atan(double x) { return std::atan(x); }
+double Sinh(double x) { return std::sinh(x); }
+double Cosh(double x) { return std::cosh(x); }
+double Tanh(double x) { return std::tanh(x); }
+double Coth(double x) { return InverseOrNaN(std::tanh(x)); }
+double Sech(double x) { return 1 / std::cosh(x); }
+double Csch(double x) { return InverseOrNaN(std::sinh(x)); }
+double Asinh(double x) { return std::asinh(x); }
+double Acosh(double x) { return x < 1 ? kNaN : std::acosh(x); }
+double Atanh(double x) { return std::fabs(x) >= 1 ? kNaN : std::atanh(x); }
+double Acoth(double x) { return std::fabs(x) <= 1 ? kNaN : std::atanh(1 / x); }
+double Asech(double x) { return x <= 0 || x > 1 ? kNaN : std::acosh(1 / x); }
+double Acsch(double x) { return x == 0 ? kNaN : std::asinh(1 / x); }
+double Exp(double x) { return std::exp(x); }
+double Exp2(double x) { return std::exp2(x); }
+double Log(double x) { return x <= 0 ? kNaN : std::log(x); }
+double Log2(double x) { return x <= 0 ? kNaN : std::log2(x); }
+double Log10(double x) { return x <= 0 ? kNaN : std::log10(x); }
+double Ceil(double x) { return std::ceil(x); }
+double Floor(double x) { return std::floor(x); }
+double Truncate(double x) { return std::trunc(x); }
+double Round(double x) { return std::nearbyint(x); }  // halves to even
+double Sign(double x) { return x > 0 ? 1 : x < 0 ? -1 : x; }
+double Cbrt(double x) { return std::cbrt(x); }
 
 constexpr Builtin Plain(std::string_view name, ScalarFunction scalar, UnaryKernel kernel,
                         Error error = Error::None)
@@ -294,10 +198,7 @@ constexpr auto kBuiltins = std::to_array<Builtin>({
 
 }  // namespace
 
-std::span<const Builtin> Builtins()
-{
-    return kBuiltins;
-}
+std::span<const Builtin> Builtins() { return kBuiltins; }
 
 const Builtin* FindBuiltin(std::string_view name)
 {
@@ -318,12 +219,9 @@ bool IsBuiltinFunction(std::string_view name)
 double QuarterTurn(TrigMode mode)
 {
     switch (mode) {
-        case TrigMode::Degrees:
-            return 90;
-        case TrigMode::Grads:
-            return 100;
-        default:
-            return std::numbers::pi / 2;
+        case TrigMode::Degrees: return 90;
+        case TrigMode::Grads: return 100;
+        default: return std::numbers::pi / 2;
     }
 }
 

@@ -16,25 +16,17 @@ namespace {
 
 constexpr std::uint64_t kManyInstructions = std::uint64_t{1} << 40;
 
-std::uint64_t Sum(std::uint64_t a, std::uint64_t b)
-{
-    return std::min(a + b, kManyInstructions);
-}
+std::uint64_t Sum(std::uint64_t a, std::uint64_t b) { return std::min(a + b, kManyInstructions); }
 
 // Which of several faults is told: wrong arguments, then unknown functions, then unknown variables.
 int Rank(Error error)
 {
     switch (error) {
-        case Error::None:
-            return 4;
-        case Error::UndefinedVariable:
-            return 3;
-        case Error::UndefinedFunction:
-            return 2;
-        case Error::ArgumentCount:
-            return 1;
-        default:
-            return 0;
+        case Error::None: return 4;
+        case Error::UndefinedVariable: return 3;
+        case Error::UndefinedFunction: return 2;
+        case Error::ArgumentCount: return 1;
+        default: return 0;
     }
 }
 
@@ -64,43 +56,23 @@ const SeveralArguments* FindSeveralArguments(std::string_view name)
 Op BinaryOp(Operator op)
 {
     switch (op) {
-        case Operator::Imp:
-            return Op::Imp;
-        case Operator::Eqv:
-            return Op::Eqv;
-        case Operator::Xor:
-            return Op::Xor;
-        case Operator::Or:
-            return Op::Or;
-        case Operator::And:
-            return Op::And;
-        case Operator::Equal:
-            return Op::Equal;
-        case Operator::NotEqual:
-            return Op::NotEqual;
-        case Operator::Less:
-            return Op::Less;
-        case Operator::Greater:
-            return Op::Greater;
-        case Operator::LessEqual:
-            return Op::LessEqual;
-        case Operator::GreaterEqual:
-            return Op::GreaterEqual;
-        case Operator::Multiply:
-            return Op::Multiply;
-        default:
-            return Op::IntDivide;
+        case Operator::Imp: return Op::Imp;
+        case Operator::Eqv: return Op::Eqv;
+        case Operator::Xor: return Op::Xor;
+        case Operator::Or: return Op::Or;
+        case Operator::And: return Op::And;
+        case Operator::Equal: return Op::Equal;
+        case Operator::NotEqual: return Op::NotEqual;
+        case Operator::Less: return Op::Less;
+        case Operator::Greater: return Op::Greater;
+        case Operator::LessEqual: return Op::LessEqual;
+        case Operator::GreaterEqual: return Op::GreaterEqual;
+        default: return Op::IntDivide;
     }
 }
 
-double Negated(double x)
-{
-    return -x;
-}
-double Inverted(double x)
-{
-    return std::isnan(x) ? x : x == 0 ? 1.0 : 0.0;
-}
+double Negated(double x) { return -x; }
+double Inverted(double x) { return std::isnan(x) ? x : x == 0 ? 1.0 : 0.0; }
 
 std::size_t HashOf(const GraphNode& node)
 {
@@ -205,7 +177,6 @@ Fault Compiler::CheckFunction(UserFunction& function)
 
 void Compiler::Compile(std::string_view text, Program& program)
 {
-    program.generation = definitions_.Generation();
     program.graph.Clear();
     program.scalar.Clear();
     program.block.Clear();
@@ -217,7 +188,10 @@ void Compiler::Compile(std::string_view text, Program& program)
     }
     program.fault = fault.error;
     program.fault_data = fault.data;
-    if (fault.error == Error::None) program.scalar.Build(program.graph);
+    program.generation = 0;
+    if (fault.error != Error::None) return;
+    program.scalar.Build(program.graph);
+    program.generation = definitions_.Generation();
 }
 
 void Compiler::CompileBody(const SyntaxTree& tree, Frame& frame, Program& program)
@@ -258,14 +232,10 @@ NodeId Compiler::Build(const SyntaxTree& tree, std::int32_t index, Frame& frame,
     const SyntaxNode& node = tree.nodes[static_cast<std::size_t>(index)];
     ++written_;
     switch (node.kind) {
-        case SyntaxKind::Number:
-            return Constant(node.value);
-        case SyntaxKind::Name:
-            return BuildName(node, frame, surely);
-        case SyntaxKind::Call:
-            return BuildCall(tree, node, frame, surely);
-        default:
-            return BuildOperation(tree, node, frame, surely);
+        case SyntaxKind::Number: return Constant(node.value);
+        case SyntaxKind::Name: return BuildName(node, frame, surely);
+        case SyntaxKind::Call: return BuildCall(tree, node, frame, surely);
+        default: return BuildOperation(tree, node, frame, surely);
     }
 }
 
@@ -296,16 +266,12 @@ NodeId Compiler::BuildOperation(const SyntaxTree& tree, const SyntaxNode& node, 
     const bool lazy = node.op == Operator::And || node.op == Operator::Or;
     const NodeId b = Build(tree, node.right, frame, surely && !lazy);
     switch (node.op) {
-        case Operator::Add:
-            return Add(a, b);
-        case Operator::Subtract:
-            return Subtract(a, b);
-        case Operator::Divide:
-            return Divide(a, b);
-        case Operator::Power:
-            return Power(a, b);
-        default:
-            return Operation(BinaryOp(node.op), a, b);
+        case Operator::Add: return Add(a, b);
+        case Operator::Subtract: return Subtract(a, b);
+        case Operator::Multiply: return Multiply(a, b);
+        case Operator::Divide: return Divide(a, b);
+        case Operator::Power: return Power(a, b);
+        default: return Operation(BinaryOp(node.op), a, b);
     }
 }
 
@@ -358,7 +324,7 @@ NodeId Compiler::BuildBuiltin(const Builtin& builtin, NodeId argument)
     const TrigMode mode = definitions_.Mode();
     const NodeId value = Unary(builtin.Kernel(mode), builtin.Scalar(mode), builtin.error, argument);
     if (builtin.angle != Angle::Result || mode == TrigMode::Radians) return value;
-    return Operation(Op::Multiply, value, Constant(FromRadians(mode)));
+    return Multiply(value, Constant(FromRadians(mode)));
 }
 
 NodeId Compiler::Constant(double value)
@@ -410,7 +376,7 @@ NodeId Compiler::Divide(NodeId a, NodeId b)
         int exponent = 0;
         const bool power_of_two = std::fabs(std::frexp(divisor, &exponent)) == 0.5;
         if (power_of_two && std::abs(exponent) < 1000) {
-            return Operation(Op::Multiply, a, Constant(1 / divisor));
+            return Multiply(a, Constant(1 / divisor));
         }
     }
     return Operation(Op::Divide, a, b);
@@ -433,6 +399,16 @@ NodeId Compiler::Power(NodeId a, NodeId b)
         }
     }
     return Operation(Op::Power, a, b);
+}
+
+// -y * c with a constant c is y * -c.
+NodeId Compiler::Multiply(NodeId a, NodeId b)
+{
+    const GraphNode& left = Node(a);
+    if (left.op == Op::Unary && left.kernel == UnaryKernel::Negate && Node(b).op == Op::Constant) {
+        return Operation(Op::Multiply, left.a, Constant(-Node(b).number));
+    }
+    return Operation(Op::Multiply, a, b);
 }
 
 NodeId Compiler::Operation(Op op, NodeId a, NodeId b, NodeId c)

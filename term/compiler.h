@@ -70,6 +70,7 @@ private:
     NodeId Unary(UnaryKernel kernel, ScalarFunction scalar, Error error, NodeId a);
     NodeId Add(NodeId a, NodeId b);
     NodeId Subtract(NodeId a, NodeId b);
+    NodeId Multiply(NodeId a, NodeId b);
     NodeId Divide(NodeId a, NodeId b);
     NodeId Power(NodeId a, NodeId b);
     NodeId Operation(Op op, NodeId a, NodeId b = kNoNode, NodeId c = kNoNode);

@@ -20,10 +20,7 @@ constexpr OperatorWord kOperatorWords[] = {
     {"div", Operator::IntDivide},
 };
 
-constexpr bool IsUpper(char c)
-{
-    return c >= 'A' && c <= 'Z';
-}
+constexpr bool IsUpper(char c) { return c >= 'A' && c <= 'Z'; }
 
 // Looks a name up without regard to case, without a copy when it is in lower case already.
 template <class Map>

@@ -54,10 +54,7 @@ enum class Op : std::uint8_t {
     Call,
 };
 
-constexpr bool IsLeaf(Op op)
-{
-    return op <= Op::Argument;
-}
+constexpr bool IsLeaf(Op op) { return op <= Op::Argument; }
 
 struct GraphNode
 {

@@ -25,7 +25,7 @@ using Kernel = void (*)(double* out, const double* a, const double* b, const dou
                         std::size_t n, const KernelExtra& extra);
 
 // Blocks are padded to this many numbers.
-inline constexpr std::size_t kKernelStep = 8;
+inline constexpr std::size_t kKernelStep = 16;
 
 inline constexpr std::size_t kFirstBinary = static_cast<std::size_t>(Op::Add);
 inline constexpr std::size_t kBinaryCount = static_cast<std::size_t>(Op::Guard) - kFirstBinary + 1;

@@ -1,7 +1,7 @@
 // The kernels' bodies, compiled once for each level of processor. Before including it, a source
-// defines kVectorBytes, kLevelName, KORVINTH_KERNEL_TABLE, Vec, Mask, AnyBits and the vector
-// mathematics (namespace math). Everything has internal linkage and no shared inline function or
-// template is used, so that the linker cannot take code for one level for another's.
+// defines kVectorBytes, kLevelName, KORVINTH_KERNEL_TABLE, Vec, Mask, AnyBits, EitherNaN and the
+// vector mathematics (namespace math). Everything has internal linkage and no shared inline
+// function or template is used, so that the linker cannot take code for one level for another's.
 #pragma once
 
 #include <cstddef>
@@ -16,45 +16,28 @@ namespace {
 using Index = std::size_t;
 constexpr Index kLanes = kVectorBytes / sizeof(double);
 
+// Runs the statement that follows for i = 0, kLanes, ... below n, a whole kernel step a turn.
+#define KORVINTH_FOR_EACH_VECTOR(i, n)                                \
+    for (Index i##_step = 0; i##_step < (n); i##_step += kKernelStep) \
+    _Pragma("GCC unroll 8") for (Index i = i##_step; i < i##_step + kKernelStep; i += kLanes)
+
 // Unaligned access to a vector.
 typedef double Loose __attribute__((vector_size(kVectorBytes), aligned(8), may_alias));
 
-inline Vec Load(const double* p)
-{
-    return *reinterpret_cast<const Loose*>(p);
-}
-inline void Store(double* p, Vec v)
-{
-    *reinterpret_cast<Loose*>(p) = v;
-}
-inline Vec All(double x)
-{
-    return Vec{} + x;
-}
-inline Vec Pick(Mask mask, Vec yes, Vec no)
-{
-    return (Vec)((mask & (Mask)yes) | (~mask & (Mask)no));
-}
+inline Vec Load(const double* p) { return *reinterpret_cast<const Loose*>(p); }
+inline void Store(double* p, Vec v) { *reinterpret_cast<Loose*>(p) = v; }
+// Not 0 + x, which would lose the sign of -0.
+inline Vec All(double x) { return x - Vec{}; }
+inline Vec Pick(Mask mask, Vec yes, Vec no) { return mask ? yes : no; }
+
 constexpr double kNaN = __builtin_nan("");
 constexpr double kInfinity = __builtin_inf();
 constexpr double kHalfPi = 1.5707963267948966;
 
-inline Mask SignBits()
-{
-    return (Mask)All(-0.0);
-}
-inline Vec Magnitude(Vec x)
-{
-    return (Vec)((Mask)x & ~SignBits());
-}
-inline Vec WithSignOf(Vec x, Vec sign)
-{
-    return (Vec)((Mask)x | ((Mask)sign & SignBits()));
-}
-inline Mask IsNaN(Vec x)
-{
-    return x != x;
-}
+inline Mask SignBits() { return (Mask)All(-0.0); }
+inline Vec Magnitude(Vec x) { return (Vec)((Mask)x & ~SignBits()); }
+inline Vec WithSignOf(Vec x, Vec sign) { return (Vec)((Mask)x | ((Mask)sign & SignBits())); }
+inline Mask IsNaN(Vec x) { return x != x; }
 
 // Rounding by adding 2^52: exact below it, and above it every double is whole.
 inline Vec RoundToEven(Vec x)
@@ -74,10 +57,7 @@ inline Vec CeilOf(Vec x)
     const Vec rounded = RoundToEven(x);
     return Pick(rounded < x, rounded + 1.0, rounded);
 }
-inline Vec TruncateOf(Vec x)
-{
-    return WithSignOf(FloorOf(Magnitude(x)), x);
-}
+inline Vec TruncateOf(Vec x) { return WithSignOf(FloorOf(Magnitude(x)), x); }
 
 // Vector functions fall back to slow calls for special arguments, so those are replaced before the
 // call and their results after it.
@@ -104,14 +84,8 @@ KORVINTH_TAMED(Exp2Of, Exp2, Magnitude(x) < 1021.0, __builtin_exp2)
 
 // --- one operand -------------------------------------------------------------------------------
 
-inline Mask IsPositive(Vec x)
-{
-    return (x > 0.0) & (x < kInfinity);
-}
-inline Vec LogOfSpecial(Vec x)
-{
-    return Pick(x == kInfinity, x, All(kNaN));
-}
+inline Mask IsPositive(Vec x) { return (x > 0.0) & (x < kInfinity); }
+inline Vec LogOfSpecial(Vec x) { return Pick(x == kInfinity, x, All(kNaN)); }
 
 #define KORVINTH_UNARY(name, expression)                 \
     struct name                                          \
@@ -151,7 +125,7 @@ template <class Op>
 void RunUnary(double* out, const double* a, const double*, const double*, Index n,
               const KernelExtra&)
 {
-    for (Index i = 0; i < n; i += kLanes) Store(out + i, Op::Apply(Load(a + i)));
+    KORVINTH_FOR_EACH_VECTOR(i, n) Store(out + i, Op::Apply(Load(a + i)));
 }
 
 void RunLanes(double* out, const double* a, const double*, const double*, Index n,
@@ -167,19 +141,37 @@ void RunFactorial(double* out, const double* a, const double*, const double*, In
 }
 
 // The products of WholePower, in the same order.
+inline Vec PowerOfExponent(Vec x, std::int64_t exponent)
+{
+    Vec square = x;
+    Vec result = (exponent & 1) != 0 ? x : All(1);
+    for (std::int64_t rest = exponent >> 1; rest > 0; rest >>= 1) {
+        square *= square;
+        if ((rest & 1) != 0) result *= square;
+    }
+    return result;
+}
+// The exponents met most often let the compiler write the products out.
+template <std::int64_t kExponent>
+void RunFixedPower(double* out, const double* a, Index n)
+{
+    KORVINTH_FOR_EACH_VECTOR(i, n) Store(out + i, PowerOfExponent(Load(a + i), kExponent));
+}
 void RunPowerInt(double* out, const double* a, const double*, const double*, Index n,
                  const KernelExtra& extra)
 {
+    switch (extra.exponent) {
+        case 2: return RunFixedPower<2>(out, a, n);
+        case 3: return RunFixedPower<3>(out, a, n);
+        case 4: return RunFixedPower<4>(out, a, n);
+        default: break;
+    }
     const bool inverse = extra.exponent < 0;
     const std::int64_t exponent = inverse ? -extra.exponent : extra.exponent;
-    for (Index i = 0; i < n; i += kLanes) {
+    KORVINTH_FOR_EACH_VECTOR(i, n)
+    {
         const Vec x = Load(a + i);
-        Vec square = x;
-        Vec result = (exponent & 1) != 0 ? x : All(1);
-        for (std::int64_t rest = exponent >> 1; rest > 0; rest >>= 1) {
-            square *= square;
-            if ((rest & 1) != 0) result *= square;
-        }
+        Vec result = PowerOfExponent(x, exponent);
         if (inverse) result = Pick(x == 0.0, All(kNaN), 1.0 / result);
         Store(out + i, result);
     }
@@ -235,7 +227,8 @@ template <Vec (*kFunction)(Vec)>
 void RunQuadrant(double* out, const double* a, const double*, const double*, Index n,
                  const KernelExtra& extra)
 {
-    for (Index i = 0; i < n; i += kLanes) {
+    KORVINTH_FOR_EACH_VECTOR(i, n)
+    {
         const Vec x = Load(a + i);
         if (AnyBits(~(Magnitude(x) < 0x1p50))) {
             for (Index k = i; k < i + kLanes; ++k) out[k] = extra.scalar(a[k]);
@@ -247,15 +240,9 @@ void RunQuadrant(double* out, const double* a, const double*, const double*, Ind
 
 // --- two operands ------------------------------------------------------------------------------
 
-// Hands a NaN on, the first operand's before the second's.
-inline Vec OrNaN(Vec a, Vec b, Vec result)
-{
-    return Pick(IsNaN(a), a, Pick(IsNaN(b), b, result));
-}
-inline Vec Truth(Mask mask)
-{
-    return Pick(mask, All(1), All(0));
-}
+// Hands a NaN on.
+inline Vec OrNaN(Vec a, Vec b, Vec result) { return Pick(EitherNaN(a, b), a + b, result); }
+inline Vec Truth(Mask mask) { return (Vec)(mask & (Mask)All(1)); }
 
 // At least |log2(x)| of a positive finite x, from its exponent bits.
 inline Vec ExponentBound(Vec x)
@@ -303,8 +290,8 @@ KORVINTH_BINARY(MultiplyOp, a* b)
 KORVINTH_BINARY(DivideOp, Pick(b == 0.0, All(kNaN), a / b))
 KORVINTH_BINARY(IntDivideOp, WholeQuotientOf(a, b))
 KORVINTH_BINARY(PowerOp, PowerOf(a, b))
-KORVINTH_BINARY(MinOp, Pick((a < b) | IsNaN(a), a, b))
-KORVINTH_BINARY(MaxOp, Pick((a > b) | IsNaN(a), a, b))
+KORVINTH_BINARY(MinOp, Pick(IsNaN(a), a, Pick(a < b, a, b)))
+KORVINTH_BINARY(MaxOp, Pick(IsNaN(a), a, Pick(a > b, a, b)))
 KORVINTH_BINARY(EqualOp, OrNaN(a, b, Truth(a == b)))
 KORVINTH_BINARY(NotEqualOp, OrNaN(a, b, Truth(a != b)))
 KORVINTH_BINARY(LessOp, OrNaN(a, b, Truth(a < b)))
@@ -333,7 +320,7 @@ void RunBinary(double* out, const double* a, const double* b, const double*, Ind
 {
     const Source<kA> left(a);
     const Source<kB> right(b);
-    for (Index i = 0; i < n; i += kLanes) Store(out + i, Op::Apply(left.At(i), right.At(i)));
+    KORVINTH_FOR_EACH_VECTOR(i, n) Store(out + i, Op::Apply(left.At(i), right.At(i)));
 }
 
 // --- three operands ----------------------------------------------------------------------------
@@ -357,7 +344,8 @@ void RunTernary(double* out, const double* a, const double* b, const double* c, 
     const Source<kA> first(a);
     const Source<kB> second(b);
     const Source<kC> third(c);
-    for (Index i = 0; i < n; i += kLanes) {
+    KORVINTH_FOR_EACH_VECTOR(i, n)
+    {
         Store(out + i, Op::Apply(first.At(i), second.At(i), third.At(i)));
     }
 }
@@ -367,9 +355,9 @@ bool AnyNaN(const double* values, Index n)
     Mask found{};
     Mask found_too{};
     Index i = 0;
-    for (; i + 2 * kLanes <= n; i += 2 * kLanes) {
-        found |= IsNaN(Load(values + i));
-        found_too |= IsNaN(Load(values + i + kLanes));
+    for (; i + 4 * kLanes <= n; i += 4 * kLanes) {
+        found |= EitherNaN(Load(values + i), Load(values + i + kLanes));
+        found_too |= EitherNaN(Load(values + i + 2 * kLanes), Load(values + i + 3 * kLanes));
     }
     bool any = AnyBits(found | found_too);
     for (; i < n; ++i) any = any || values[i] != values[i];

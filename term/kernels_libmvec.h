@@ -28,82 +28,25 @@ Vec KORVINTH_LIBMVEC_POW(Vec, Vec);
 namespace {
 namespace math {
 
-inline Vec Sin(Vec x)
-{
-    return KORVINTH_LIBMVEC(sin)(x);
-}
-inline Vec Cos(Vec x)
-{
-    return KORVINTH_LIBMVEC(cos)(x);
-}
-inline Vec Tan(Vec x)
-{
-    return KORVINTH_LIBMVEC(tan)(x);
-}
-inline Vec Asin(Vec x)
-{
-    return KORVINTH_LIBMVEC(asin)(x);
-}
-inline Vec Acos(Vec x)
-{
-    return KORVINTH_LIBMVEC(acos)(x);
-}
-inline Vec Atan(Vec x)
-{
-    return KORVINTH_LIBMVEC(atan)(x);
-}
-inline Vec Sinh(Vec x)
-{
-    return KORVINTH_LIBMVEC(sinh)(x);
-}
-inline Vec Cosh(Vec x)
-{
-    return KORVINTH_LIBMVEC(cosh)(x);
-}
-inline Vec Tanh(Vec x)
-{
-    return KORVINTH_LIBMVEC(tanh)(x);
-}
-inline Vec Asinh(Vec x)
-{
-    return KORVINTH_LIBMVEC(asinh)(x);
-}
-inline Vec Acosh(Vec x)
-{
-    return KORVINTH_LIBMVEC(acosh)(x);
-}
-inline Vec Atanh(Vec x)
-{
-    return KORVINTH_LIBMVEC(atanh)(x);
-}
-inline Vec Exp(Vec x)
-{
-    return KORVINTH_LIBMVEC(exp)(x);
-}
-inline Vec Exp2(Vec x)
-{
-    return KORVINTH_LIBMVEC(exp2)(x);
-}
-inline Vec Log(Vec x)
-{
-    return KORVINTH_LIBMVEC(log)(x);
-}
-inline Vec Log2(Vec x)
-{
-    return KORVINTH_LIBMVEC(log2)(x);
-}
-inline Vec Log10(Vec x)
-{
-    return KORVINTH_LIBMVEC(log10)(x);
-}
-inline Vec Cbrt(Vec x)
-{
-    return KORVINTH_LIBMVEC(cbrt)(x);
-}
-inline Vec Pow(Vec a, Vec b)
-{
-    return KORVINTH_LIBMVEC_POW(a, b);
-}
+inline Vec Sin(Vec x) { return KORVINTH_LIBMVEC(sin)(x); }
+inline Vec Cos(Vec x) { return KORVINTH_LIBMVEC(cos)(x); }
+inline Vec Tan(Vec x) { return KORVINTH_LIBMVEC(tan)(x); }
+inline Vec Asin(Vec x) { return KORVINTH_LIBMVEC(asin)(x); }
+inline Vec Acos(Vec x) { return KORVINTH_LIBMVEC(acos)(x); }
+inline Vec Atan(Vec x) { return KORVINTH_LIBMVEC(atan)(x); }
+inline Vec Sinh(Vec x) { return KORVINTH_LIBMVEC(sinh)(x); }
+inline Vec Cosh(Vec x) { return KORVINTH_LIBMVEC(cosh)(x); }
+inline Vec Tanh(Vec x) { return KORVINTH_LIBMVEC(tanh)(x); }
+inline Vec Asinh(Vec x) { return KORVINTH_LIBMVEC(asinh)(x); }
+inline Vec Acosh(Vec x) { return KORVINTH_LIBMVEC(acosh)(x); }
+inline Vec Atanh(Vec x) { return KORVINTH_LIBMVEC(atanh)(x); }
+inline Vec Exp(Vec x) { return KORVINTH_LIBMVEC(exp)(x); }
+inline Vec Exp2(Vec x) { return KORVINTH_LIBMVEC(exp2)(x); }
+inline Vec Log(Vec x) { return KORVINTH_LIBMVEC(log)(x); }
+inline Vec Log2(Vec x) { return KORVINTH_LIBMVEC(log2)(x); }
+inline Vec Log10(Vec x) { return KORVINTH_LIBMVEC(log10)(x); }
+inline Vec Cbrt(Vec x) { return KORVINTH_LIBMVEC(cbrt)(x); }
+inline Vec Pow(Vec a, Vec b) { return KORVINTH_LIBMVEC_POW(a, b); }
 
 }  // namespace math
 }  // namespace

@@ -9,18 +9,14 @@ constexpr std::size_t kVectorBytes = 16;
 constexpr const char* kLevelName = "plain";
 typedef double Vec __attribute__((vector_size(kVectorBytes)));
 typedef std::int64_t Mask __attribute__((vector_size(kVectorBytes)));
-inline bool AnyBits(Mask mask)
-{
-    return (mask[0] | mask[1]) != 0;
-}
+inline bool AnyBits(Mask mask) { return (mask[0] | mask[1]) != 0; }
+
+inline Mask EitherNaN(Vec a, Vec b) { return (a != a) | (b != b); }
 
 namespace math {
 
-#define KORVINTH_EACH(name, function)               \
-    inline Vec name(Vec x)                          \
-    {                                               \
-        return Vec{function(x[0]), function(x[1])}; \
-    }
+#define KORVINTH_EACH(name, function) \
+    inline Vec name(Vec x) { return Vec{function(x[0]), function(x[1])}; }
 
 KORVINTH_EACH(Sqrt, __builtin_sqrt)
 KORVINTH_EACH(Sin, __builtin_sin)
@@ -41,10 +37,7 @@ KORVINTH_EACH(Log, __builtin_log)
 KORVINTH_EACH(Log2, __builtin_log2)
 KORVINTH_EACH(Log10, __builtin_log10)
 KORVINTH_EACH(Cbrt, __builtin_cbrt)
-inline Vec Pow(Vec a, Vec b)
-{
-    return Vec{__builtin_pow(a[0], b[0]), __builtin_pow(a[1], b[1])};
-}
+inline Vec Pow(Vec a, Vec b) { return Vec{__builtin_pow(a[0], b[0]), __builtin_pow(a[1], b[1])}; }
 
 }  // namespace math
 }  // namespace

@@ -11,16 +11,12 @@ constexpr std::size_t kVectorBytes = 16;
 constexpr const char* kLevelName = "sse2";
 typedef double Vec __attribute__((vector_size(kVectorBytes)));
 typedef std::int64_t Mask __attribute__((vector_size(kVectorBytes)));
-inline bool AnyBits(Mask mask)
-{
-    return _mm_movemask_pd((Vec)mask) != 0;
-}
+inline bool AnyBits(Mask mask) { return _mm_movemask_pd((Vec)mask) != 0; }
+
+inline Mask EitherNaN(Vec a, Vec b) { return (Mask)_mm_cmpunord_pd(a, b); }
 
 namespace math {
-inline Vec Sqrt(Vec x)
-{
-    return _mm_sqrt_pd(x);
-}
+inline Vec Sqrt(Vec x) { return _mm_sqrt_pd(x); }
 }  // namespace math
 
 }  // namespace

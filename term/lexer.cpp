@@ -9,18 +9,12 @@ namespace korvinth::term {
 
 namespace {
 
-constexpr bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool IsLetter(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }
-constexpr bool IsBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
+constexpr bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 struct Sign
 {
@@ -47,10 +41,7 @@ struct Radix
 constexpr Radix kRadixes[] = {
     {'b', 2, Error::BinaryNumber}, {'o', 8, Error::OctalNumber}, {'h', 16, Error::HexNumber}};
 
-constexpr char Lower(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
+constexpr char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
 constexpr int DigitValue(char c)
 {

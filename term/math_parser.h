@@ -1,6 +1,7 @@
 // The expression parser: compiles terms, evaluates them, keeps variables and functions.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -9,6 +10,7 @@
 #include <string_view>
 
 #include "term/error.h"
+#include "term/eval_state.h"
 
 namespace korvinth::term {
 
@@ -45,7 +47,17 @@ public:
     ExprHandle Parse(std::string_view term);
     // Value at the present values of the variables. Free of allocation unless a definition changed
     // since the term was last used; an unknown handle raises Error::InvalidTerm.
-    double Evaluate(ExprHandle handle);
+    double Evaluate(ExprHandle handle)
+    {
+        const RecentProgram& recent = recent_programs_[Place(handle)];
+        if (recent.handle != handle) [[unlikely]]
+            return EvaluateSlowly(handle);
+        const double value = recent.run(*recent.root, state_);
+        if (value != value) [[unlikely]]
+            return FailOfState();
+        error_ = Error::None;
+        return value;
+    }
     // Evaluates at arguments.size() values of one variable: results[i] and errors[i] are what
     // Evaluate would give with the variable at arguments[i] (vector arithmetic: up to 4 units in
     // the last place apart). The three spans have one size; `results` may be the same as
@@ -62,7 +74,15 @@ public:
     // "name" (value 0) or "name=term". Defining a name again yields a new handle and makes the old
     // one invalid. Invalid on error.
     VariableHandle DefineVariable(std::string_view definition);
-    void SetVariableValue(VariableHandle handle, double value);
+    void SetVariableValue(VariableHandle handle, double value)
+    {
+        const RecentVariable& recent = recent_variables_[Place(handle)];
+        if (recent.handle == handle) [[likely]] {
+            *recent.cell = value;
+        } else {
+            SetSlowly(handle, value);
+        }
+    }
     // 0 for an unknown handle.
     double VariableValue(VariableHandle handle) const;
     void ReleaseVariable(VariableHandle handle);
@@ -80,7 +100,7 @@ public:
 
     void SetTrigMode(TrigMode mode);
 
-    Error GetError() const;
+    Error GetError() const { return error_; }
     // The name involved in the last error; only index 0 exists.
     std::string GetErrorData(int index = 0) const;
     // The German message of an error number; -1 stands for the current error.
@@ -91,6 +111,40 @@ public:
 
 private:
     class Impl;
+
+    // Setting a variable and evaluating a handle are done for every sample, so the objects last
+    // used are found by a glance at a small table. It holds linked programs without a fault only
+    // and is emptied by every change of definitions.
+    static constexpr std::size_t kRecent = 64;
+    struct RecentProgram
+    {
+        ExprHandle handle{-1};
+        ScalarRun run = nullptr;
+        const ScalarNode* root = nullptr;
+    };
+    struct RecentVariable
+    {
+        VariableHandle handle{-1};
+        double* cell = nullptr;
+    };
+    template <class Handle>
+    static std::size_t Place(Handle handle)
+    {
+        return static_cast<std::uint32_t>(handle) % kRecent;
+    }
+
+    void ForgetRecent();
+    double EvaluateSlowly(ExprHandle handle);
+    void SetSlowly(VariableHandle handle, double value);
+    void ClearError() { error_ = Error::None; }
+    double Fail(Error error, std::string_view data);
+    double FailOfState();  // the error that state_ has noted
+
+    std::array<RecentProgram, kRecent> recent_programs_{};
+    std::array<RecentVariable, kRecent> recent_variables_{};
+    EvalState state_;  // clean between evaluations
+    Error error_ = Error::None;
+    std::string error_data_;
     std::unique_ptr<Impl> impl_;
 };
 

@@ -11,34 +11,24 @@ namespace {
 constexpr int Precedence(Operator op)
 {
     switch (op) {
-        case Operator::Imp:
-            return 1;
-        case Operator::Eqv:
-            return 2;
-        case Operator::Xor:
-            return 3;
-        case Operator::Or:
-            return 4;
-        case Operator::And:
-            return 5;
+        case Operator::Imp: return 1;
+        case Operator::Eqv: return 2;
+        case Operator::Xor: return 3;
+        case Operator::Or: return 4;
+        case Operator::And: return 5;
         case Operator::Equal:
         case Operator::NotEqual:
         case Operator::Less:
         case Operator::Greater:
         case Operator::LessEqual:
-        case Operator::GreaterEqual:
-            return 7;
+        case Operator::GreaterEqual: return 7;
         case Operator::Add:
-        case Operator::Subtract:
-            return 8;
+        case Operator::Subtract: return 8;
         case Operator::Multiply:
         case Operator::Divide:
-        case Operator::IntDivide:
-            return 9;
-        case Operator::Power:
-            return 11;
-        default:
-            return 0;
+        case Operator::IntDivide: return 9;
+        case Operator::Power: return 11;
+        default: return 0;
     }
 }
 constexpr int kLoosest = 1;
@@ -146,10 +136,8 @@ private:
             case TokenKind::Name:
             case TokenKind::Function:
             case TokenKind::NotCall:
-            case TokenKind::LeftBracket:
-                return true;
-            default:
-                return false;
+            case TokenKind::LeftBracket: return true;
+            default: return false;
         }
     }
 
@@ -196,16 +184,12 @@ private:
                 node = Add({SyntaxKind::Name, Operator::None, -1, -1, 0, token.text});
                 break;
             case TokenKind::Function:
-            case TokenKind::NotCall:
-                node = Call(token);
-                break;
+            case TokenKind::NotCall: node = Call(token); break;
             case TokenKind::LeftBracket:
                 node = Expression(kLoosest);
                 if (node >= 0) node = Close(node);
                 break;
-            default:
-                --position_;
-                return Invalid();
+            default: --position_; return Invalid();
         }
         ends_factor_ = true;
         return node;

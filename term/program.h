@@ -18,7 +18,8 @@ struct Program
     ExprHandle handle = ExprHandle::Invalid;
     int references = 0;
 
-    // The definitions that the program was linked with; it is linked anew when they have changed.
+    // The definitions that the program was linked with, 0 while it has a fault; it is linked anew
+    // when the present ones are others.
     std::uint64_t generation = 0;
     Error fault = Error::None;  // found when linking; an evaluation raises it
     std::string fault_data;

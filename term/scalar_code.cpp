@@ -11,7 +11,8 @@ namespace korvinth::term {
 
 namespace {
 
-// Where an operand comes from; the two kinds make four variants of every binary operation.
+// Where an operand comes from. A product, sum or difference of two cells is computed in place
+// instead of by a node of its own, which saves the dearest thing here, an indirect call.
 struct Cell
 {
     static double Get(const Operand& operand, EvalState&) { return *operand.cell; }
@@ -23,6 +24,29 @@ struct Sub
         return operand.node->run(*operand.node, state);
     }
 };
+struct CellProduct
+{
+    static double Get(const Operand& operand, EvalState&)
+    {
+        return *operand.cell * *operand.second;
+    }
+};
+struct CellSum
+{
+    static double Get(const Operand& operand, EvalState&)
+    {
+        return *operand.cell + *operand.second;
+    }
+};
+struct CellDifference
+{
+    static double Get(const Operand& operand, EvalState&)
+    {
+        return *operand.cell - *operand.second;
+    }
+};
+
+enum class Kind : std::uint8_t { Cell, Sub, Product, Sum, Difference };
 
 template <class Rule, class A>
 double RunUnary(const ScalarNode& node, EvalState& state)
@@ -43,27 +67,70 @@ double RunTernary(const ScalarNode& node, EvalState& state)
     return Rule::Apply(a, b, C::Get(node.c, state));
 }
 
-template <class Rule>
-ScalarRun PickUnary(bool a)
+// Calls `pick` with the type that stands for the kind.
+template <class Pick>
+ScalarRun WithKind(Kind kind, const Pick& pick)
 {
-    return a ? RunUnary<Rule, Cell> : RunUnary<Rule, Sub>;
+    switch (kind) {
+        case Kind::Cell: return pick(Cell{});
+        case Kind::Product: return pick(CellProduct{});
+        case Kind::Sum: return pick(CellSum{});
+        case Kind::Difference: return pick(CellDifference{});
+        default: return pick(Sub{});
+    }
+}
+template <class Pick>
+ScalarRun WithPlainKind(Kind kind, const Pick& pick)
+{
+    return kind == Kind::Cell ? pick(Cell{}) : pick(Sub{});
+}
+
+template <class Rule>
+ScalarRun PickUnary(Kind a)
+{
+    return WithKind(a, []<class A>(A) -> ScalarRun { return RunUnary<Rule, A>; });
 }
 template <class Rule>
-ScalarRun PickBinary(bool a, bool b)
+ScalarRun PickBinary(Kind a, Kind b)
 {
-    if (a) return b ? RunBinary<Rule, Cell, Cell> : RunBinary<Rule, Cell, Sub>;
-    return b ? RunBinary<Rule, Sub, Cell> : RunBinary<Rule, Sub, Sub>;
-}
-template <class Rule, class A>
-ScalarRun PickTernaryRest(bool b, bool c)
-{
-    if (b) return c ? RunTernary<Rule, A, Cell, Cell> : RunTernary<Rule, A, Cell, Sub>;
-    return c ? RunTernary<Rule, A, Sub, Cell> : RunTernary<Rule, A, Sub, Sub>;
+    return WithKind(a, [b]<class A>(A) {
+        return WithKind(b, []<class B>(B) -> ScalarRun { return RunBinary<Rule, A, B>; });
+    });
 }
 template <class Rule>
-ScalarRun PickTernary(bool a, bool b, bool c)
+ScalarRun PickPlainBinary(Kind a, Kind b)
 {
-    return a ? PickTernaryRest<Rule, Cell>(b, c) : PickTernaryRest<Rule, Sub>(b, c);
+    return WithPlainKind(a, [b]<class A>(A) {
+        return WithPlainKind(b, []<class B>(B) -> ScalarRun { return RunBinary<Rule, A, B>; });
+    });
+}
+template <class Rule>
+ScalarRun PickTernary(Kind a, Kind b, Kind c)
+{
+    return WithPlainKind(a, [b, c]<class A>(A) {
+        return WithPlainKind(b, [c]<class B>(B) {
+            return WithKind(c, []<class C>(C) -> ScalarRun { return RunTernary<Rule, A, B, C>; });
+        });
+    });
+}
+
+// Operands of an operation that may be computed in place: which of a, b and c, by bit.
+constexpr unsigned InPlaceOperands(Op op)
+{
+    switch (op) {
+        case Op::Unary:
+        case Op::PowerInt:
+        case Op::Add:
+        case Op::Subtract:
+        case Op::Multiply:
+        case Op::Divide:
+        case Op::Min:
+        case Op::Max: return 3;
+        case Op::MultiplyAdd:
+        case Op::MultiplySubtract:
+        case Op::SubtractProduct: return 4;
+        default: return 0;
+    }
 }
 
 // Functions in the table: NaN out of a number is the function's own error.
@@ -82,18 +149,11 @@ struct TableRule
         return result;
     }
 };
-// The frequent functions, called without a detour.
-struct SinRule
+// The frequent functions, called without a detour; these have a value wherever x is finite.
+template <double (*kFunction)(double)>
+struct FunctionRule
 {
-    static double Apply(double x, const ScalarNode&, EvalState&) { return std::sin(x); }
-};
-struct CosRule
-{
-    static double Apply(double x, const ScalarNode&, EvalState&) { return std::cos(x); }
-};
-struct ExpRule
-{
-    static double Apply(double x, const ScalarNode&, EvalState&) { return std::exp(x); }
+    static double Apply(double x, const ScalarNode&, EvalState&) { return kFunction(x); }
 };
 struct AbsRule
 {
@@ -196,11 +256,19 @@ struct PowerRule
 };
 struct MinRule
 {
-    static double Apply(double a, double b, EvalState&) { return a < b || std::isnan(a) ? a : b; }
+    static double Apply(double a, double b, EvalState&)
+    {
+        const double smaller = a < b ? a : b;
+        return std::isnan(a) ? a : smaller;
+    }
 };
 struct MaxRule
 {
-    static double Apply(double a, double b, EvalState&) { return a > b || std::isnan(a) ? a : b; }
+    static double Apply(double a, double b, EvalState&)
+    {
+        const double larger = a > b ? a : b;
+        return std::isnan(a) ? a : larger;
+    }
 };
 
 // Truth values of two operands that both must have a value.
@@ -264,19 +332,10 @@ struct SubtractProductRule
     static double Apply(double a, double b, double c) { return c - a * b; }
 };
 
-double Truth(double value)
-{
-    return std::isnan(value) ? value : value != 0 ? 1.0 : 0.0;
-}
+double Truth(double value) { return std::isnan(value) ? value : value != 0 ? 1.0 : 0.0; }
 
-double RunLoad(const ScalarNode& node, EvalState&)
-{
-    return *node.a.cell;
-}
-double RunArgument(const ScalarNode& node, EvalState& state)
-{
-    return state.arguments[node.index];
-}
+double RunLoad(const ScalarNode& node, EvalState&) { return *node.a.cell; }
+double RunArgument(const ScalarNode& node, EvalState& state) { return state.arguments[node.index]; }
 double RunAnd(const ScalarNode& node, EvalState& state)
 {
     const double a = Sub::Get(node.a, state);
@@ -318,7 +377,31 @@ double RunCall(const ScalarNode& node, EvalState& state)
     return result;
 }
 
-ScalarRun PickUnaryRun(const GraphNode& node, bool cell)
+// A comparison of two cells decides.
+template <class Test>
+double RunSelectByTest(const ScalarNode& node, EvalState& state)
+{
+    const double left = *node.a.cell;
+    const double right = *node.a.second;
+    if (std::isunordered(left, right)) [[unlikely]]
+        return left + right;
+    return Sub::Get(Test::Holds(left, right) ? node.b : node.c, state);
+}
+
+ScalarRun PickSelectByTest(Op test)
+{
+    switch (test) {
+        case Op::Equal: return RunSelectByTest<EqualTest>;
+        case Op::NotEqual: return RunSelectByTest<NotEqualTest>;
+        case Op::Less: return RunSelectByTest<LessTest>;
+        case Op::Greater: return RunSelectByTest<GreaterTest>;
+        case Op::LessEqual: return RunSelectByTest<LessEqualTest>;
+        case Op::GreaterEqual: return RunSelectByTest<GreaterEqualTest>;
+        default: return nullptr;
+    }
+}
+
+ScalarRun PickUnaryRun(const GraphNode& node, Kind cell)
 {
     if (node.op == Op::Factorial) return PickUnary<FactorialRule>(cell);
     if (node.op == Op::PowerInt) {
@@ -327,87 +410,56 @@ ScalarRun PickUnaryRun(const GraphNode& node, bool cell)
         return PickUnary<PowerIntRule>(cell);
     }
     switch (node.kernel) {
-        case UnaryKernel::Sin:
-            return PickUnary<SinRule>(cell);
-        case UnaryKernel::Cos:
-            return PickUnary<CosRule>(cell);
-        case UnaryKernel::Exp:
-            return PickUnary<ExpRule>(cell);
-        case UnaryKernel::Abs:
-            return PickUnary<AbsRule>(cell);
-        case UnaryKernel::Negate:
-            return PickUnary<NegateRule>(cell);
-        case UnaryKernel::Sqrt:
-            return PickUnary<SqrtRule>(cell);
-        case UnaryKernel::Log:
-            return PickUnary<LogRule>(cell);
-        default:
-            return PickUnary<TableRule>(cell);
+        case UnaryKernel::Sin: return PickUnary<FunctionRule<std::sin>>(cell);
+        case UnaryKernel::Cos: return PickUnary<FunctionRule<std::cos>>(cell);
+        case UnaryKernel::Exp: return PickUnary<FunctionRule<std::exp>>(cell);
+        case UnaryKernel::Tan: return PickUnary<FunctionRule<std::tan>>(cell);
+        case UnaryKernel::Atan: return PickUnary<FunctionRule<std::atan>>(cell);
+        case UnaryKernel::Sinh: return PickUnary<FunctionRule<std::sinh>>(cell);
+        case UnaryKernel::Cosh: return PickUnary<FunctionRule<std::cosh>>(cell);
+        case UnaryKernel::Tanh: return PickUnary<FunctionRule<std::tanh>>(cell);
+        case UnaryKernel::Abs: return PickUnary<AbsRule>(cell);
+        case UnaryKernel::Negate: return PickUnary<NegateRule>(cell);
+        case UnaryKernel::Sqrt: return PickUnary<SqrtRule>(cell);
+        case UnaryKernel::Log: return PickUnary<LogRule>(cell);
+        default: return PickUnary<TableRule>(cell);
     }
 }
 
-ScalarRun PickRun(const GraphNode& node, bool a, bool b, bool c)
+ScalarRun PickRun(const GraphNode& node, Kind a, Kind b, Kind c)
 {
     switch (node.op) {
         case Op::Constant:
-        case Op::Variable:
-            return RunLoad;
-        case Op::Argument:
-            return RunArgument;
+        case Op::Variable: return RunLoad;
+        case Op::Argument: return RunArgument;
         case Op::Unary:
         case Op::Factorial:
-        case Op::PowerInt:
-            return PickUnaryRun(node, a);
-        case Op::Add:
-            return PickBinary<AddRule>(a, b);
-        case Op::Subtract:
-            return PickBinary<SubtractRule>(a, b);
-        case Op::Multiply:
-            return PickBinary<MultiplyRule>(a, b);
-        case Op::Divide:
-            return PickBinary<DivideRule>(a, b);
-        case Op::IntDivide:
-            return PickBinary<IntDivideRule>(a, b);
-        case Op::Power:
-            return PickBinary<PowerRule>(a, b);
-        case Op::Min:
-            return PickBinary<MinRule>(a, b);
-        case Op::Max:
-            return PickBinary<MaxRule>(a, b);
-        case Op::Equal:
-            return PickBinary<TruthRule<EqualTest>>(a, b);
-        case Op::NotEqual:
-            return PickBinary<TruthRule<NotEqualTest>>(a, b);
-        case Op::Less:
-            return PickBinary<TruthRule<LessTest>>(a, b);
-        case Op::Greater:
-            return PickBinary<TruthRule<GreaterTest>>(a, b);
-        case Op::LessEqual:
-            return PickBinary<TruthRule<LessEqualTest>>(a, b);
-        case Op::GreaterEqual:
-            return PickBinary<TruthRule<GreaterEqualTest>>(a, b);
-        case Op::And:
-            return RunAnd;
-        case Op::Or:
-            return RunOr;
-        case Op::Xor:
-            return PickBinary<TruthRule<XorTest>>(a, b);
-        case Op::Eqv:
-            return PickBinary<TruthRule<EqvTest>>(a, b);
-        case Op::Imp:
-            return PickBinary<TruthRule<ImpTest>>(a, b);
-        case Op::Guard:
-            return RunGuard;
-        case Op::MultiplyAdd:
-            return PickTernary<MultiplyAddRule>(a, b, c);
-        case Op::MultiplySubtract:
-            return PickTernary<MultiplySubtractRule>(a, b, c);
-        case Op::SubtractProduct:
-            return PickTernary<SubtractProductRule>(a, b, c);
-        case Op::Select:
-            return RunSelect;
-        case Op::Call:
-            return RunCall;
+        case Op::PowerInt: return PickUnaryRun(node, a);
+        case Op::Add: return PickBinary<AddRule>(a, b);
+        case Op::Subtract: return PickBinary<SubtractRule>(a, b);
+        case Op::Multiply: return PickBinary<MultiplyRule>(a, b);
+        case Op::Divide: return PickBinary<DivideRule>(a, b);
+        case Op::IntDivide: return PickPlainBinary<IntDivideRule>(a, b);
+        case Op::Power: return PickPlainBinary<PowerRule>(a, b);
+        case Op::Min: return PickBinary<MinRule>(a, b);
+        case Op::Max: return PickBinary<MaxRule>(a, b);
+        case Op::Equal: return PickPlainBinary<TruthRule<EqualTest>>(a, b);
+        case Op::NotEqual: return PickPlainBinary<TruthRule<NotEqualTest>>(a, b);
+        case Op::Less: return PickPlainBinary<TruthRule<LessTest>>(a, b);
+        case Op::Greater: return PickPlainBinary<TruthRule<GreaterTest>>(a, b);
+        case Op::LessEqual: return PickPlainBinary<TruthRule<LessEqualTest>>(a, b);
+        case Op::GreaterEqual: return PickPlainBinary<TruthRule<GreaterEqualTest>>(a, b);
+        case Op::And: return RunAnd;
+        case Op::Or: return RunOr;
+        case Op::Xor: return PickPlainBinary<TruthRule<XorTest>>(a, b);
+        case Op::Eqv: return PickPlainBinary<TruthRule<EqvTest>>(a, b);
+        case Op::Imp: return PickPlainBinary<TruthRule<ImpTest>>(a, b);
+        case Op::Guard: return RunGuard;
+        case Op::MultiplyAdd: return PickTernary<MultiplyAddRule>(a, b, c);
+        case Op::MultiplySubtract: return PickTernary<MultiplySubtractRule>(a, b, c);
+        case Op::SubtractProduct: return PickTernary<SubtractProductRule>(a, b, c);
+        case Op::Select: return RunSelect;
+        case Op::Call: return RunCall;
     }
     return nullptr;
 }
@@ -418,10 +470,53 @@ constexpr bool TakesNodes(Op op)
     return op == Op::And || op == Op::Or || op == Op::Guard || op == Op::Select;
 }
 
+Kind KindInPlace(Op op)
+{
+    switch (op) {
+        case Op::Multiply: return Kind::Product;
+        case Op::Add: return Kind::Sum;
+        case Op::Subtract: return Kind::Difference;
+        default: return Kind::Sub;
+    }
+}
+
 const double* CellOf(const GraphNode& node)
 {
     if (node.op == Op::Constant) return &node.number;
     return node.op == Op::Variable ? node.cell : nullptr;
+}
+
+// Lets an operand refer to the node with this id; what is returned tells how.
+Kind Bind(const Graph& graph, const ScalarNode* nodes, const GraphNode& user, NodeId id,
+          bool in_place, Operand& operand)
+{
+    if (id == kNoNode) return Kind::Sub;
+    const GraphNode& node = graph[id];
+    if (!TakesNodes(user.op)) {
+        operand.cell = CellOf(node);
+        if (operand.cell != nullptr) return Kind::Cell;
+        const Kind kind = in_place ? KindInPlace(node.op) : Kind::Sub;
+        if (kind != Kind::Sub) {
+            operand.cell = CellOf(graph[node.a]);
+            operand.second = CellOf(graph[node.b]);
+            if (operand.cell != nullptr && operand.second != nullptr) return kind;
+        }
+    }
+    operand.node = nodes + id;
+    return Kind::Sub;
+}
+
+// Takes a condition that compares two cells into the selection.
+void BindTest(const Graph& graph, const GraphNode& test, ScalarNode& select)
+{
+    const ScalarRun run = PickSelectByTest(test.op);
+    if (run == nullptr) return;
+    const double* left = CellOf(graph[test.a]);
+    const double* right = CellOf(graph[test.b]);
+    if (left == nullptr || right == nullptr) return;
+    select.run = run;
+    select.a.cell = left;
+    select.a.second = right;
 }
 
 }  // namespace
@@ -445,7 +540,7 @@ void ScalarCode::Build(const Graph& graph)
         const GraphNode& from = graph.nodes[i];
         ScalarNode& to = nodes_[i];
         if (IsLeaf(from.op)) {
-            to.run = PickRun(from, false, false, false);
+            to.run = from.op == Op::Argument ? RunArgument : RunLoad;
             to.a.cell = CellOf(from);
             to.index = from.op == Op::Argument ? from.index : 0;
             continue;
@@ -457,19 +552,10 @@ void ScalarCode::Build(const Graph& graph)
             to.argument_count = static_cast<std::uint32_t>(from.b);
             continue;
         }
-        const auto bind = [&](NodeId id, Operand& operand) {
-            if (id == kNoNode) return false;
-            const double* cell = TakesNodes(from.op) ? nullptr : CellOf(graph[id]);
-            if (cell != nullptr) {
-                operand.cell = cell;
-            } else {
-                operand.node = &nodes_[static_cast<std::size_t>(id)];
-            }
-            return cell != nullptr;
-        };
-        const bool a = bind(from.a, to.a);
-        const bool b = bind(from.b, to.b);
-        const bool c = bind(from.c, to.c);
+        const unsigned in_place = InPlaceOperands(from.op);
+        const Kind a = Bind(graph, nodes_.data(), from, from.a, (in_place & 1) != 0, to.a);
+        const Kind b = Bind(graph, nodes_.data(), from, from.b, (in_place & 2) != 0, to.b);
+        const Kind c = Bind(graph, nodes_.data(), from, from.c, (in_place & 4) != 0, to.c);
         to.run = PickRun(from, a, b, c);
         to.error = from.error;
         if (from.op == Op::Unary) {
@@ -477,6 +563,7 @@ void ScalarCode::Build(const Graph& graph)
         } else {
             to.index = from.index;
         }
+        if (from.op == Op::Select) BindTest(graph, graph[from.a], to);
     }
     root_ = &nodes_[static_cast<std::size_t>(graph.root)];
 }
@@ -492,7 +579,7 @@ double FoldedValue(const Graph& graph, const GraphNode& node)
         nodes[i].a.cell = &graph[operands[i]].number;
         places[i]->node = &nodes[i];
     }
-    nodes[3].run = PickRun(node, false, false, false);
+    nodes[3].run = PickRun(node, Kind::Sub, Kind::Sub, Kind::Sub);
     nodes[3].error = node.error;
     if (node.op == Op::Unary) {
         nodes[3].scalar = node.scalar;

@@ -2,35 +2,24 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 #include <span>
 #include <vector>
 
 #include "term/error.h"
+#include "term/eval_state.h"
 #include "term/graph.h"
 
 namespace korvinth::term {
 
-// A failing operation notes its number, if it is the first, and yields NaN; every operation hands
-// NaN on. So the result is NaN exactly when the term has no value.
-struct EvalState
+// One of: the number in a cell (a variable or constant), the value of a node, or what is cheap to
+// compute in place from two cells.
+struct Operand
 {
-    Error error = Error::None;
-    const double* arguments = nullptr;
-
-    double Fail(Error number)
-    {
-        if (error == Error::None) error = number;
-        return std::numeric_limits<double>::quiet_NaN();
-    }
-};
-
-struct ScalarNode;
-using ScalarRun = double (*)(const ScalarNode&, EvalState&);
-
-union Operand {
-    const double* cell;      // a variable or constant
-    const ScalarNode* node;  // anything else
+    union {
+        const double* cell = nullptr;
+        const ScalarNode* node;
+    };
+    const double* second = nullptr;
 };
 
 struct ScalarNode
@@ -57,6 +46,7 @@ public:
     void Build(const Graph& graph);
     void Clear();
 
+    const ScalarNode& Root() const { return *root_; }
     double Run(EvalState& state) const { return root_->run(*root_, state); }
     double Run(NodeId id, EvalState& state) const
     {

@@ -3,15 +3,9 @@
 namespace korvinth::term {
 namespace {
 
-bool IsLetter(char c)
-{
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
+bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // A letter in front, or digits that a letter begins: x in a2x is part of a name, x in 2x is not.
 bool ContinuesOnTheLeft(std::string_view before)

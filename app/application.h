@@ -1,0 +1,59 @@
+// What exists once while the program runs, and the steps that change it in a fixed order.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "document/apply_plot.h"
+#include "document/plot_document.h"
+#include "render/drawing_surface.h"
+#include "render/redraw_gate.h"
+#include "render/renderer.h"
+#include "render/view_range.h"
+#include "term/math_parser.h"
+
+namespace korvinth::app {
+
+// Owns the parser, the plot and the view. It is complete without windows: they write into the plot,
+// call Apply, and draw through Draw.
+class Application final : public document::PlotHost
+{
+public:
+    Application();
+
+    term::MathParser& Parser() { return parser_; }
+    document::PlotDocument& Document() { return document_; }
+    const render::ViewRange& View() const { return view_; }
+
+    // The drawing area in pixels of the screen. A y-range without bounds of its own follows, so
+    // that both axes have one scale.
+    void SetAreaSize(int width, int height);
+
+    // Rebuilds the parser's state from the plot and reads the displayed ranges, which may use
+    // parameters. A range that cannot be displayed is reported, the old one stays in force.
+    document::PlotReport Apply();
+
+    // The whole picture; the surface has the area's size.
+    void Draw(render::DrawingSurface& surface) { renderer_.RedrawAll(surface); }
+
+    // What Apply needs of the windows.
+    void StopAnimation() override {}                     // nothing is animated yet
+    void StoreRows(document::PlotDocument&) override {}  // whoever calls Apply has stored them
+    void RowsChecked(const document::PlotDocument&) override {}  // shown after Apply
+    void UpdateMapping() override;
+    void InitSlider(document::ParameterIndex) override {}
+    std::vector<double> DisplayedArguments() const override;
+
+private:
+    // The faults of the ranges, "" when all are taken; tells whether one has changed.
+    std::string ReadRanges(bool& changed);
+    void ScaleYLikeX();
+
+    term::MathParser parser_;
+    document::PlotDocument document_;
+    render::ViewRange view_;
+    render::RedrawGate redraw_gate_;
+    render::Renderer renderer_{document_, parser_, view_, redraw_gate_};
+};
+
+}  // namespace korvinth::app

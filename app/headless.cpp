@@ -1,0 +1,99 @@
+#include "app/headless.h"
+
+#include <ostream>
+#include <sstream>
+#include <string>
+
+#include "app/message_text.h"
+#include "app/picture_file.h"
+#include "app/plot_request.h"
+#include "document/calculator.h"
+#include "document/value_table.h"
+
+namespace korvinth::app {
+namespace {
+
+constexpr std::string_view kCalculatorError = "Error: ";
+
+// One message a line, without the separator that collected texts end with.
+void PrintMessage(std::ostream& errors, std::string_view text)
+{
+    while (!text.empty() && (text.back() == ' ' || text.back() == ';')) text.remove_suffix(1);
+    if (!text.empty()) errors << Printable(text) << '\n';
+}
+
+struct Results
+{
+    std::string output;             // for stdout when all is well
+    std::string calculator_errors;  // for stdout in any case
+    std::string errors;
+};
+
+void Calculate(Application& application, const CommandLine& command, Results& results)
+{
+    const document::PlotDocument& plot = application.Document();
+    for (const std::string& term : command.calculations) {
+        const std::string line = document::CalculatorLine(application.Parser(), plot, term,
+                                                          plot.attributes.calculator_places);
+        if (line.starts_with(kCalculatorError)) {
+            results.calculator_errors += Printable(line) + '\n';
+            results.errors += Quoted(term) + ": " + line.substr(kCalculatorError.size()) + "; ";
+        }
+        results.output += line + '\n';
+    }
+}
+
+void Tabulate(Application& application, const std::string& range, Results& results)
+{
+    const document::PlotDocument& plot = application.Document();
+    document::RowGrid grid;
+    std::ostringstream table;
+    std::string fault = document::ReadTableRange(plot, application.Parser(), range, grid);
+    if (fault.empty()) fault = document::WriteValueTable(plot, application.Parser(), grid, table);
+    results.errors += fault;
+    results.output += table.str();
+}
+
+}  // namespace
+
+int ReportFaults(const ParsedCommandLine& parsed, std::ostream& errors)
+{
+    if (!parsed.usage_error.empty()) {
+        errors << parsed.usage_error << ". " << UsageLine() << '\n';
+        return kWrongCall;
+    }
+    PrintMessage(errors, parsed.input_error);
+    return parsed.input_error.empty() ? kAllWell : kInputError;
+}
+
+int RunHeadless(const CommandLine& command, std::ostream& out, std::ostream& errors)
+{
+    if (command.help || command.version) {
+        out << (command.help ? HelpText() : "Korvinth " KORVINTH_VERSION "\n");
+        return out.flush() ? kAllWell : kInputError;
+    }
+
+    Application application;
+    const PlotRequestReport request = ApplyRequest(application, command);
+    Results results;
+    results.errors = request.errors;
+    term::MathParser& parser = application.Parser();
+    parser.SetVariableValue(application.Document().variables.sw, document::kStepWithoutView);
+    Calculate(application, command, results);
+    if (results.errors.empty() && command.table) Tabulate(application, *command.table, results);
+    if (results.errors.empty() && !command.output.empty()) {
+        PrintMessage(errors, request.notes);
+        const std::string fault = WritePicture(application, command.output);
+        if (!fault.empty()) results.errors = Quoted(command.output) + ": " + fault;
+    }
+
+    PrintMessage(errors, results.errors);
+    out << (results.errors.empty() ? results.output : results.calculator_errors);
+    if (!out.flush()) {
+        PrintMessage(errors, "Die Ausgabe konnte nicht geschrieben werden");
+        return kInputError;
+    }
+    return results.errors.empty() ? kAllWell : kInputError;
+}
+
+}  // namespace korvinth::app

@@ -1,0 +1,50 @@
+// The program: with a window, or without one when the command line asks for results.
+#include <QApplication>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "app/application.h"
+#include "app/command_line.h"
+#include "app/headless.h"
+#include "app/main_window.h"
+#include "app/plot_request.h"
+#include "app/toolkit.h"
+
+namespace {
+
+int RunWindow(char* name, const korvinth::app::CommandLine& command)
+{
+    using namespace korvinth::app;
+    if (!HasDisplay()) {
+        std::cerr << "Es gibt keinen Bildschirm für das Fenster; ohne Fenster arbeiten --ausgabe, "
+                     "--rechne und --tabelle\n";
+        return kInputError;
+    }
+    PrepareToolkit();
+    char* arguments[] = {name, nullptr};  // the toolkit's own options are none of the program's
+    int count = 1;
+    QApplication toolkit(count, arguments);
+    QApplication::setApplicationName("Korvinth");
+    QApplication::setApplicationVersion(KORVINTH_VERSION);
+    UseGerman(toolkit);
+
+    Application application;
+    const PlotRequestReport request = ApplyRequest(application, command);
+    MainWindow window(application);
+    window.ShowOutcome(request.errors, request.notes);
+    window.show();
+    return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    using namespace korvinth::app;
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    const ParsedCommandLine parsed = ParseCommandLine(arguments);
+    if (const int status = ReportFaults(parsed, std::cerr); status != kAllWell) return status;
+    if (!parsed.command.OpensWindow()) return RunHeadless(parsed.command, std::cout, std::cerr);
+    return RunWindow(argv[0], parsed.command);
+}

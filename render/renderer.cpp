@@ -1,0 +1,167 @@
+#include "render/renderer.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "render/axes.h"
+
+namespace korvinth::render {
+namespace {
+
+using document::FunctionSlot;
+using document::Parameter;
+using document::SlotIndex;
+
+// Gives a parser variable back the value that it had.
+class VariableScope
+{
+public:
+    VariableScope(term::MathParser& parser, term::VariableHandle handle)
+        : parser_(parser), handle_(handle), value_(parser.VariableValue(handle))
+    {
+    }
+    ~VariableScope() { parser_.SetVariableValue(handle_, value_); }
+    VariableScope(const VariableScope&) = delete;
+    VariableScope& operator=(const VariableScope&) = delete;
+
+    double Value() const { return value_; }
+
+private:
+    term::MathParser& parser_;
+    term::VariableHandle handle_;
+    double value_;
+};
+
+bool Drawn(const FunctionSlot& slot)
+{
+    return slot.visible && !slot.parser_term.empty();
+}
+
+const Parameter* FamilyParameter(const document::PlotDocument& document)
+{
+    const auto found = std::find_if(
+        document.parameters.begin(), document.parameters.end(),
+        [](const Parameter& parameter) { return parameter.family && !parameter.name.empty(); });
+    return found != document.parameters.end() ? &*found : nullptr;
+}
+
+}  // namespace
+
+GraphKind KindOf(const FunctionSlot& slot)
+{
+    if (slot.curve_link >= 0) return GraphKind::CurveXPart;
+    if (slot.curve_link == document::kCurveYPart) return GraphKind::CurveYPart;
+    return slot.integral_term.empty() ? GraphKind::Function : GraphKind::Integral;
+}
+
+Renderer::Renderer(const document::PlotDocument& document, term::MathParser& parser,
+                   const ViewRange& view, const RedrawGate& gate)
+    : document_(document),
+      parser_(parser),
+      view_(view),
+      gate_(gate),
+      function_graph_(parser, document.variables)
+{
+    for (int& count : sample_counts_) count = DefaultSampleCount(view);
+}
+
+void Renderer::FollowArea()
+{
+    if (document_.attributes.constant_sample_count) return;
+    for (int& count : sample_counts_) count = DefaultSampleCount(view_);
+}
+
+void Renderer::SetSampleCount(SlotIndex slot, int count)
+{
+    sample_counts_[slot] = std::clamp(count, kFewestSamples, kMostSamples);
+}
+
+document::SlotAttributes Renderer::LookOf(SlotIndex slot) const
+{
+    document::SlotAttributes look = document_.attributes.slots[slot];
+    const std::int16_t colour = document_.slots[slot].colour_index;
+    if (colour >= 0 && colour < document::kSlotCount) {
+        look.colour = document_.attributes.slots[SlotIndex{colour}].colour;
+    }
+    return look;
+}
+
+void Renderer::RedrawAll(DrawingSurface& surface)
+{
+    if (!gate_.Open()) return;
+    constexpr int kBetweenLabels = 2;  // pixels
+    LabelSpace labels(surface.Width(), surface.Height(), kBetweenLabels * surface.StepsPerPixel());
+    helpline(surface, view_, document_.attributes, labels);
+
+    const Pen pen = surface.CurrentPen();
+    for (const SlotIndex slot : document::AllSlots()) {
+        traces_[slot].clear();
+        if (Drawn(document_.slots[slot])) DrawSlot(surface, slot);
+    }
+    parser_.SetVariableValue(document_.variables.sw, view_.width / DefaultSampleCount(view_));
+    DrawNames(surface, labels);
+    surface.Refresh();
+    surface.SelectPen(pen);
+}
+
+void Renderer::DrawSlot(DrawingSurface& surface, SlotIndex index)
+{
+    const FunctionSlot& slot = document_.slots[index];
+    const document::SlotAttributes look = LookOf(index);
+    surface.SelectPen({look.colour, static_cast<double>(look.width), look.type});
+    const GraphStyle style{slot.point_radius, look.colour};
+    const Sampling sampling = checkdef(document_, slot, sample_counts_[index], view_, parser_);
+    parser_.SetVariableValue(document_.variables.sw, sampling.dx);
+    DrawMember(surface, index, sampling, style, true);
+    DrawFamily(surface, index, sampling, style);
+}
+
+void Renderer::DrawMember(DrawingSurface& surface, SlotIndex index, const Sampling& sampling,
+                          const GraphStyle& style, bool first_member)
+{
+    const FunctionSlot& slot = document_.slots[index];
+    switch (KindOf(slot)) {
+        case GraphKind::Function:
+            function_graph_.drawf(surface, slot.parser_term, view_, sampling, style,
+                                  first_member ? &traces_[index] : nullptr);
+            break;
+        case GraphKind::CurveYPart:  // its partner draws it
+        case GraphKind::CurveXPart:
+        case GraphKind::Integral:
+            break;
+    }
+}
+
+void Renderer::DrawFamily(DrawingSurface& surface, SlotIndex index, const Sampling& sampling,
+                          const GraphStyle& style)
+{
+    const Parameter* parameter = FamilyParameter(document_);
+    if (!document_.slots[index].family_allowed || parameter == nullptr) return;
+    const VariableScope scope(parser_, parameter->handle);
+    for (int k = 1; k <= document_.attributes.family_count; ++k) {
+        parser_.SetVariableValue(parameter->handle,
+                                 scope.Value() + k * document_.attributes.family_step);
+        DrawMember(surface, index, sampling, style, false);
+    }
+}
+
+void Renderer::DrawNames(DrawingSurface& surface, LabelSpace& labels)
+{
+    if (!document_.attributes.graph_names) return;
+    constexpr double kPointsAboveNumbers = 1;
+    const Font font = surface.SelectFont(
+        {"Arial", FontPixels(document_.attributes.font_points + kPointsAboveNumbers)});
+    for (const SlotIndex slot : document::AllSlots()) {
+        const std::string& name = document_.slots[slot].name;
+        if (traces_[slot].empty() || name.empty()) continue;
+        const std::optional<GridBox> place =
+            PlaceGraphName(traces_, slot, surface.MeasureText(name), surface, labels);
+        if (!place) continue;
+        labels.Take(*place);
+        surface.SetTextColour(LookOf(slot).colour);
+        surface.TextOut({place->left, place->top}, name);
+    }
+    surface.SelectFont(font);
+}
+
+}  // namespace korvinth::render

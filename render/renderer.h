@@ -1,0 +1,56 @@
+// Redraws the whole picture: coordinate system, graphs, lines, points.
+#pragma once
+
+#include "document/plot_document.h"
+#include "document/slots.h"
+#include "render/drawing_surface.h"
+#include "render/function_graph.h"
+#include "render/graph_names.h"
+#include "render/label_space.h"
+#include "render/redraw_gate.h"
+#include "render/sampling.h"
+#include "render/view_range.h"
+#include "term/math_parser.h"
+
+namespace korvinth::render {
+
+enum class GraphKind { Function, Integral, CurveXPart, CurveYPart };
+
+GraphKind KindOf(const document::FunctionSlot& slot);
+
+// Reads the document and the view, sets parser variables for the samples and leaves them as they
+// were, but for `sw`, which stays the step of everything that is no slot of its own.
+class Renderer
+{
+public:
+    Renderer(const document::PlotDocument& document, term::MathParser& parser,
+             const ViewRange& view, const RedrawGate& gate);
+
+    // Does nothing while the gate is closed.
+    void RedrawAll(DrawingSurface& surface);
+
+    // After a change of the area: one sample a pixel column in every slot, unless the document
+    // holds the counts constant.
+    void FollowArea();
+    void SetSampleCount(document::SlotIndex slot, int count);
+    int SampleCount(document::SlotIndex slot) const { return sample_counts_[slot]; }
+
+private:
+    void DrawSlot(DrawingSurface& surface, document::SlotIndex slot);
+    void DrawMember(DrawingSurface& surface, document::SlotIndex slot, const Sampling& sampling,
+                    const GraphStyle& style, bool first_member);
+    void DrawFamily(DrawingSurface& surface, document::SlotIndex slot, const Sampling& sampling,
+                    const GraphStyle& style);
+    void DrawNames(DrawingSurface& surface, LabelSpace& labels);
+    document::SlotAttributes LookOf(document::SlotIndex slot) const;
+
+    const document::PlotDocument& document_;
+    term::MathParser& parser_;
+    const ViewRange& view_;
+    const RedrawGate& gate_;
+    document::SlotTable<int> sample_counts_;
+    FunctionGraph function_graph_;
+    GraphTraces traces_;  // of the last redraw
+};
+
+}  // namespace korvinth::render

@@ -1,0 +1,548 @@
+#include "render/stroke_raster.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+
+namespace korvinth::render {
+namespace {
+
+constexpr int kCellBits = 4;
+constexpr int kCell = 1 << kCellBits;
+constexpr int kFlagGroup = sizeof(std::uint64_t);  // cells whose flags are looked at together
+constexpr int kLanes = 8;                          // pixels that are worked out together
+
+// Eight 16-bit numbers that the compiler keeps in a vector register where there is one.
+using Lanes = std::int16_t __attribute__((vector_size(sizeof(std::int16_t) * kLanes)));
+using LaneBytes = std::uint8_t __attribute__((vector_size(kLanes)));
+
+// Distances in lanes are fixed-point numbers: a pixel is 8 * 255, so that a shift gives coverage.
+constexpr int kCoverageShift = 3;
+constexpr double kPixel = 255 << kCoverageShift;
+constexpr double kLargestReach = 7;  // pixels; wider strokes would leave the lanes' numbers
+
+Lanes LoadLanes(const std::int16_t* from)
+{
+    Lanes lanes{};
+    std::memcpy(&lanes, from, sizeof lanes);
+    return lanes;
+}
+
+bool IsNumber(PixelPoint point)
+{
+    return std::isfinite(point.x) && std::isfinite(point.y);
+}
+
+// The whole pixel below, within limits of -1 and above, for values of any size.
+int FloorWithin(double value, int low, int high)
+{
+    return static_cast<int>(std::clamp<double>(value, low, high) + 1) - 1;
+}
+
+// Where a running length stands in a dash pattern.
+class DashCursor
+{
+public:
+    // `shrink` is taken off each dash and added to each gap: what round ends add to a dash.
+    DashCursor(const DashPattern& pattern, double shrink) : pattern_(pattern), shrink_(shrink) {}
+
+    bool Visible() const { return index_ % 2 == 0; }
+    double Left() const { return Length(index_) - done_; }
+    void Advance(double length)
+    {
+        done_ += std::fmod(length, pattern_.Period());
+        while (done_ >= Length(index_)) {
+            done_ -= Length(index_);
+            index_ = (index_ + 1) % pattern_.Lengths().size();
+        }
+    }
+
+private:
+    double Length(std::size_t index) const
+    {
+        // A dot keeps a trace of a length, so that it is met on the way.
+        constexpr double kDot = 1e-3;
+        const double length = pattern_.Lengths()[index];
+        const double dash = pattern_.Lengths()[index & ~std::size_t{1}];
+        const double taken = std::min(shrink_, dash - kDot);
+        return index % 2 == 0 ? length - taken : length + taken;
+    }
+
+    const DashPattern& pattern_;
+    double shrink_;
+    std::size_t index_ = 0;
+    double done_ = 0;
+};
+
+// The part of a segment, as fractions of it, that comes near the rows and columns of the picture.
+struct Part
+{
+    double first = 0;
+    double last = 1;
+    bool Empty() const { return first > last; }
+};
+
+void ClipPart(Part& part, double from, double to, double low, double high)
+{
+    const double change = to - from;
+    if (change == 0) {
+        if (from < low || from > high) part.last = -1;
+        return;
+    }
+    const double one = (low - from) / change;
+    const double other = (high - from) / change;
+    part.first = std::max(part.first, std::min(one, other));
+    part.last = std::min(part.last, std::max(one, other));
+}
+
+// The coverage of eight pixels whose distances from the line are given.
+Lanes CoverageOf(Lanes aside, std::int16_t reach)
+{
+    const Lanes full = Lanes{} + static_cast<std::int16_t>(kPixel);
+    const Lanes near = reach - (aside < 0 ? -aside : aside);
+    const Lanes limited = near < 0 ? Lanes{} : near;
+    return (limited > full ? full : limited) >> kCoverageShift;
+}
+
+void RaiseTo(std::uint8_t* pixel, Lanes coverage)
+{
+    LaneBytes bytes{};
+    std::memcpy(&bytes, pixel, sizeof bytes);
+    const Lanes there = __builtin_convertvector(bytes, Lanes);
+    bytes = __builtin_convertvector(there > coverage ? there : coverage, LaneBytes);
+    std::memcpy(pixel, &bytes, sizeof bytes);
+}
+
+// Joins points that lie on a straight line but for a tenth of a pixel, in the order of the line.
+class Straightener
+{
+public:
+    explicit Straightener(PixelPoint start) : start_(start), end_(start) {}
+
+    PixelPoint Start() const { return start_; }
+    PixelPoint End() const { return end_; }
+
+    // False when the point lies off the line so far: a new one begins at End().
+    bool Extend(PixelPoint point)
+    {
+        constexpr double kTolerance = 0.1;
+        const PixelPoint to{point.x - start_.x, point.y - start_.y};
+        const double length = std::sqrt(to.x * to.x + to.y * to.y);
+        if (length < length_) return false;
+        if (length > kTolerance) {
+            if (narrowed_ && (Cross(low_, to) < 0 || Cross(to, high_) < 0)) return false;
+            const double aside = kTolerance / length;
+            const PixelPoint low{to.x + to.y * aside, to.y - to.x * aside};
+            const PixelPoint high{to.x - to.y * aside, to.y + to.x * aside};
+            if (!narrowed_ || Cross(low_, low) > 0) low_ = low;
+            if (!narrowed_ || Cross(high, high_) > 0) high_ = high;
+            narrowed_ = true;
+        }
+        length_ = length;
+        end_ = point;
+        return true;
+    }
+
+private:
+    static double Cross(PixelPoint a, PixelPoint b) { return a.x * b.y - a.y * b.x; }
+
+    PixelPoint start_;
+    PixelPoint end_;
+    double length_ = 0;
+    bool narrowed_ = false;
+    PixelPoint low_;  // directions that keep every point so far within the tolerance
+    PixelPoint high_;
+};
+
+// The channels of two pixels; the arithmetic is that of Blend.
+using Channels = std::uint16_t __attribute__((vector_size(sizeof(std::uint16_t) * kLanes)));
+
+void BlendTwo(std::uint32_t* pixels, Channels colour, Channels coverage)
+{
+    LaneBytes bytes{};
+    std::memcpy(&bytes, pixels, sizeof bytes);
+    const Channels under = __builtin_convertvector(bytes, Channels);
+    const Channels sum = under * (255 - coverage) + colour * coverage + 128;
+    bytes = __builtin_convertvector((sum + (sum >> 8)) >> 8, LaneBytes);
+    std::memcpy(pixels, &bytes, sizeof bytes);
+}
+
+// Eight pixels; all are written, those without coverage as they were.
+void BlendEight(std::uint32_t* pixels, Channels colour, LaneBytes coverage)
+{
+    const Channels wide = __builtin_convertvector(coverage, Channels);
+    BlendTwo(pixels, colour, __builtin_shufflevector(wide, wide, 0, 0, 0, 0, 1, 1, 1, 1));
+    BlendTwo(pixels + 2, colour, __builtin_shufflevector(wide, wide, 2, 2, 2, 2, 3, 3, 3, 3));
+    BlendTwo(pixels + 4, colour, __builtin_shufflevector(wide, wide, 4, 4, 4, 4, 5, 5, 5, 5));
+    BlendTwo(pixels + 6, colour, __builtin_shufflevector(wide, wide, 6, 6, 6, 6, 7, 7, 7, 7));
+}
+
+void CompositeCell(std::uint8_t* coverage, std::uint32_t* pixels, Channels colour)
+{
+    for (int i = 0; i < kCell; i += kLanes) {
+        std::uint64_t covered = 0;
+        std::memcpy(&covered, coverage + i, sizeof covered);
+        if (covered == 0) continue;
+        LaneBytes bytes{};
+        std::memcpy(&bytes, coverage + i, sizeof bytes);
+        BlendEight(pixels + i, colour, bytes);
+        std::memset(coverage + i, 0, sizeof covered);
+    }
+}
+
+// The last cell of a row may reach beyond its end, where nothing is covered.
+void CompositeLastCell(std::uint8_t* coverage, std::uint32_t* pixels, std::uint32_t colour)
+{
+    for (int i = 0; i < kCell; ++i) {
+        if (coverage[i] != 0) pixels[i] = Blend(pixels[i], colour, coverage[i]);
+    }
+    std::memset(coverage, 0, kCell);
+}
+
+}  // namespace
+
+struct StrokeRaster::Segment
+{
+    PixelPoint from;
+    PixelPoint to;
+    double along_x = 1;  // direction, of length 1
+    double along_y = 0;
+    double length = 0;
+    double reach = 0;  // beyond this distance from the line nothing is covered
+    bool start_cap = true;
+    bool level = false;  // in the direction of an axis
+    bool upright = false;
+    double slope = 0;      // change of x a row
+    double extent = 0;     // half of what the line covers of a row, away from its ends
+    Lanes lane_offsets{};  // change of the distance from the first of eight pixels on
+
+    Segment(PixelPoint start, PixelPoint end, double width, bool with_start_cap)
+        : from(start), to(end), reach(width / 2 + 0.5), start_cap(with_start_cap)
+    {
+        constexpr double kPoint = 1e-9;
+        constexpr double kStraight = 1e-9;
+        const double dx = to.x - from.x;
+        const double dy = to.y - from.y;
+        length = std::sqrt(dx * dx + dy * dy);
+        if (length > kPoint) {
+            along_x = dx / length;
+            along_y = dy / length;
+        }
+        level = std::abs(along_y) < kStraight;
+        upright = std::abs(along_x) < kStraight;
+        if (!level) {
+            slope = along_x / along_y;
+            extent = reach / std::abs(along_y);
+        }
+        for (int lane = 0; lane < kLanes; ++lane) {
+            lane_offsets[lane] = static_cast<std::int16_t>(std::lrint(lane * along_y * kPixel));
+        }
+    }
+
+    double Left() const { return std::min(from.x, to.x) - reach; }
+    double Right() const { return std::max(from.x, to.x) + reach; }
+    double Top() const { return std::min(from.y, to.y) - reach; }
+    double Bottom() const { return std::max(from.y, to.y) + reach; }
+};
+
+StrokeRaster::StrokeRaster(int width, int height)
+    : width_(std::max(width, 0)),
+      height_(std::max(height, 0)),
+      stride_(static_cast<std::size_t>(width_ + kCell * kFlagGroup - 1) / (kCell * kFlagGroup) *
+              (kCell * kFlagGroup)),
+      cells_(stride_ / kCell),
+      coverage_(stride_ * static_cast<std::size_t>(height_) + kLanes),
+      touched_(cells_ * static_cast<std::size_t>(height_)),
+      first_row_(height_)
+{
+}
+
+void StrokeRaster::Touch(int row, int first_x, int last_x)
+{
+    const std::size_t base = static_cast<std::size_t>(row) * cells_;
+    for (int cell = first_x >> kCellBits; cell <= last_x >> kCellBits; ++cell) {
+        touched_[base + static_cast<std::size_t>(cell)] = 1;
+    }
+    first_row_ = std::min(first_row_, row);
+    last_row_ = std::max(last_row_, row);
+}
+
+void StrokeRaster::AddSmooth(std::span<const PixelPoint> points, double width,
+                             const DashPattern& dashes)
+{
+    if (!dashes.Unbroken()) {
+        AddDashed(points, width, dashes);
+        return;
+    }
+    std::size_t i = 0;
+    while (i < points.size()) {
+        if (!IsNumber(points[i])) {
+            ++i;
+            continue;
+        }
+        Straightener line(points[i]);
+        bool start_cap = true;
+        for (++i; i < points.size() && IsNumber(points[i]); ++i) {
+            if (line.Extend(points[i])) continue;
+            AddSegment(line.Start(), line.End(), width, start_cap);
+            start_cap = false;
+            line = Straightener(line.End());
+            line.Extend(points[i]);
+        }
+        AddSegment(line.Start(), line.End(), width, start_cap);
+    }
+}
+
+void StrokeRaster::AddDashed(std::span<const PixelPoint> points, double width,
+                             const DashPattern& dashes)
+{
+    DashCursor cursor(dashes, width);
+    const double margin = width / 2 + 1;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const PixelPoint from = points[i - 1];
+        const PixelPoint to = points[i];
+        if (!IsNumber(from) || !IsNumber(to)) continue;
+        const double length = std::hypot(to.x - from.x, to.y - from.y);
+        if (length == 0) continue;
+        Part part;
+        ClipPart(part, from.x, to.x, -margin, width_ + margin);
+        ClipPart(part, from.y, to.y, -margin, height_ + margin);
+        if (part.Empty()) {
+            cursor.Advance(length);
+            continue;
+        }
+        const auto at = [&](double along) {
+            return PixelPoint{from.x + (to.x - from.x) * along / length,
+                              from.y + (to.y - from.y) * along / length};
+        };
+        double along = part.first * length;
+        const double end = part.last * length;
+        cursor.Advance(along);
+        while (along < end) {
+            const double next = std::min(along + cursor.Left(), end);
+            if (cursor.Visible()) AddSegment(at(along), at(next), width, true);
+            if (next <= along) break;  // too fine for the numbers
+            cursor.Advance(next - along);
+            along = next;
+        }
+        cursor.Advance(length - along);
+    }
+}
+
+void StrokeRaster::AddSegment(PixelPoint from, PixelPoint to, double width, bool with_start_cap)
+{
+    const Segment segment(from, to, width, with_start_cap);
+    if (segment.Right() < 0 || segment.Left() > width_ || segment.Bottom() < 0 ||
+        segment.Top() > height_) {
+        return;
+    }
+    int row = FloorWithin(segment.Top(), 0, height_);
+    const int last_row = FloorWithin(segment.Bottom(), -1, height_ - 1);
+    constexpr double kWidestSteepRow = kLanes / 2.0 - 0.5;
+    if (segment.extent > 0 && segment.extent <= kWidestSteepRow) {
+        // Rows in the middle of a steep line, which its ends do not reach.
+        const double end = segment.extent * std::abs(segment.along_x * segment.along_y);
+        const int first_inner =
+            FloorWithin(std::min(from.y, to.y) + end + 0.5, -1, height_ - 1) + 1;
+        const int last_inner = FloorWithin(std::max(from.y, to.y) - end - 0.5, -1, height_ - 1) - 1;
+        const auto centre = [&](int at) { return from.x + (at + 0.5 - from.y) * segment.slope; };
+        const double room = segment.extent + kLanes;
+        const auto inside = [&](int at) { return centre(at) > room && centre(at) < width_ - room; };
+        if (first_inner <= last_inner && inside(first_inner) && inside(last_inner)) {
+            for (; row < first_inner; ++row) AddRow(segment, row);
+            AddSteepRows(segment, first_inner, last_inner);
+            row = last_inner + 1;
+        }
+    }
+    for (; row <= last_row; ++row) AddRow(segment, row);
+}
+
+// Eight pixels a row hold all that the line covers; positions are fixed-point numbers.
+void StrokeRaster::AddSteepRows(const Segment& segment, int first_row, int last_row)
+{
+    constexpr int kFraction = 16;
+    constexpr double kOne = 1 << kFraction;
+    const auto reach =
+        static_cast<std::int16_t>(segment.reach * kPixel + (1 << kCoverageShift) / 2);
+    const auto across = static_cast<std::int64_t>(std::lrint(segment.along_y * kPixel));
+    const auto slope = static_cast<std::int64_t>(std::lrint(segment.slope * kOne * kOne));
+    const double first_centre = segment.from.x + (first_row + 0.5 - segment.from.y) * segment.slope;
+    auto centre = static_cast<std::int64_t>(first_centre * kOne * kOne);
+    const auto extent = static_cast<std::int64_t>(segment.extent * kOne) + 1;
+    std::uint8_t* coverage = coverage_.data() + Offset(0, first_row);
+    std::uint8_t* flags = touched_.data() + static_cast<std::size_t>(first_row) * cells_;
+    for (int row = first_row; row <= last_row; ++row) {
+        const std::int64_t middle = centre >> kFraction;
+        const std::int64_t low = (middle - extent) >> kFraction;
+        const std::int64_t from_middle = (low << kFraction) + (1 << (kFraction - 1)) - middle;
+        const auto aside = static_cast<std::int16_t>((from_middle * across) >> kFraction);
+        RaiseTo(coverage + low, CoverageOf(segment.lane_offsets + aside, reach));
+        flags[low >> kCellBits] = 1;
+        flags[(low + kLanes - 1) >> kCellBits] = 1;
+        centre += slope;
+        coverage += stride_;
+        flags += cells_;
+    }
+    first_row_ = std::min(first_row_, first_row);
+    last_row_ = std::max(last_row_, last_row);
+}
+
+// The pixels of a row that lie beside the line get min(1, reach - distance) by eights, those around
+// its ends one by one.
+void StrokeRaster::AddRow(const Segment& segment, int row)
+{
+    const PixelPoint from = segment.from;
+    const double down = row + 0.5 - from.y;
+    const double centre = from.x + down * segment.slope;
+    double left = segment.Left();
+    double right = segment.Right();
+    if (!segment.level) {
+        left = std::max(left, centre - segment.extent);
+        right = std::min(right, centre + segment.extent);
+    }
+    const int low = FloorWithin(left, 0, width_);
+    const int high = FloorWithin(right, -1, width_ - 1);
+    if (low > high) return;
+    Touch(row, low, high);
+    // The pixels whose nearest point of the line is not an end.
+    int first = low;
+    int last = high;
+    const double before = down * segment.along_y;  // along the line, at from.x
+    if (segment.upright) {
+        if (before < 0 || before > segment.length) last = low - 1;
+    } else {
+        const double one = from.x - before / segment.along_x - 0.5;
+        const double other = one + segment.length / segment.along_x;
+        first = FloorWithin(std::min(one, other), low - 1, high) + 1;
+        last = FloorWithin(std::max(one, other), low - 1, high);
+    }
+    if (segment.reach > kLargestReach || first > last) {
+        AddEndPixels(segment, row, low, high);
+        return;
+    }
+    AddEndPixels(segment, row, low, first - 1);
+    AddSpan(segment, row, first, last);
+    AddEndPixels(segment, row, last + 1, high);
+}
+
+void StrokeRaster::AddSpan(const Segment& segment, int row, int first, int last)
+{
+    static constexpr std::array<std::int16_t, 2 * kLanes> kMasks{-1, -1, -1, -1, -1, -1, -1, -1};
+    const double at_first = (first + 0.5 - segment.from.x) * segment.along_y -
+                            (row + 0.5 - segment.from.y) * segment.along_x;
+    const auto reach =
+        static_cast<std::int16_t>(segment.reach * kPixel + (1 << kCoverageShift) / 2);
+    std::uint8_t* pixel = coverage_.data() + Offset(first, row);
+    for (int n = first; n <= last; n += kLanes, pixel += kLanes) {
+        const double distance = (at_first + (n - first) * segment.along_y) * kPixel;
+        const Lanes aside =
+            segment.lane_offsets + static_cast<std::int16_t>(static_cast<int>(distance));
+        const int count = std::min(last - n + 1, kLanes);
+        const Lanes mask = LoadLanes(&kMasks[static_cast<std::size_t>(kLanes - count)]);
+        RaiseTo(pixel, CoverageOf(aside, reach) & mask);
+    }
+}
+
+void StrokeRaster::AddEndPixels(const Segment& segment, int row, int first, int last)
+{
+    std::uint8_t* pixel = coverage_.data() + Offset(0, row);
+    for (int n = first; n <= last; ++n) {
+        const double x = n + 0.5 - segment.from.x;
+        const double y = row + 0.5 - segment.from.y;
+        const double along = x * segment.along_x + y * segment.along_y;
+        if (along < 0 && !segment.start_cap) continue;  // the segment before covers it
+        const double nearest = std::clamp(along, 0.0, segment.length);
+        const double aside_x = x - nearest * segment.along_x;
+        const double aside_y = y - nearest * segment.along_y;
+        const double square = aside_x * aside_x + aside_y * aside_y;
+        if (square >= segment.reach * segment.reach) continue;
+        const double strength = std::min(segment.reach - std::sqrt(square), 1.0);
+        const int value = static_cast<int>(strength * 255 + 0.5);
+        if (value > pixel[n]) pixel[n] = static_cast<std::uint8_t>(value);
+    }
+}
+
+void StrokeRaster::AddHard(std::span<const PixelIndex> points, int width, const DashPattern& dashes)
+{
+    double phase = 0;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const PixelIndex from = points[i - 1];
+        const PixelIndex to = points[i];
+        AddHardSegment(from, to, std::max(width, 1), dashes, phase);
+        phase += std::max(std::abs(static_cast<double>(to.x) - from.x),
+                          std::abs(static_cast<double>(to.y) - from.y));
+    }
+}
+
+void StrokeRaster::AddHardSegment(PixelIndex from, PixelIndex to, int width,
+                                  const DashPattern& dashes, double phase)
+{
+    const double dx = static_cast<double>(to.x) - from.x;
+    const double dy = static_cast<double>(to.y) - from.y;
+    const bool steep = std::abs(dy) >= std::abs(dx);
+    const double steps = steep ? std::abs(dy) : std::abs(dx);
+    if (steps == 0) return;
+    const double major0 = steep ? from.y : from.x;
+    const double minor0 = steep ? from.x : from.y;
+    const double direction = (steep ? dy : dx) > 0 ? 1 : -1;
+    const double slope = (steep ? dx : dy) / steps;
+    const int major_size = steep ? height_ : width_;
+    const int minor_size = steep ? width_ : height_;
+
+    // The steps that lie within the picture; the last pixel of the segment is left out.
+    const double to_low = direction > 0 ? -major0 : major0 - (major_size - 1);
+    const double to_high = direction > 0 ? major_size - 1 - major0 : major0;
+    const double first = std::max(0.0, to_low);
+    const double last = std::min(steps - 1, to_high);
+    const int before = (width - 1) / 2;  // pixels of the line's width above or left of it
+    DashCursor cursor(dashes, 0);
+    if (!dashes.Unbroken() && first <= last) cursor.Advance(phase + first);
+    for (double step = first; step <= last; ++step) {
+        const bool visible = dashes.Unbroken() || cursor.Visible();
+        if (!dashes.Unbroken()) cursor.Advance(1);
+        if (!visible) continue;
+        const int major = static_cast<int>(major0 + direction * step);
+        const double middle = std::floor(minor0 + slope * step + 0.5) - before;
+        const int low = FloorWithin(middle, 0, minor_size);
+        const int high = FloorWithin(middle + width - 1, -1, minor_size - 1);
+        for (int minor = low; minor <= high; ++minor) {
+            const PixelIndex at = steep ? PixelIndex{minor, major} : PixelIndex{major, minor};
+            coverage_[Offset(at.x, at.y)] = 255;
+            Touch(at.y, at.x, at.x);
+        }
+    }
+}
+
+void StrokeRaster::Composite(const PixelBuffer& target, std::uint32_t colour)
+{
+    LaneBytes bytes{};
+    const std::array both{colour, colour};
+    std::memcpy(&bytes, both.data(), sizeof bytes);
+    const Channels channels = __builtin_convertvector(bytes, Channels);
+    const std::size_t whole_cells = static_cast<std::size_t>(width_ / kCell);
+    for (int row = first_row_; row <= last_row_; ++row) {
+        std::uint8_t* flags = touched_.data() + static_cast<std::size_t>(row) * cells_;
+        for (std::size_t group = 0; group < cells_; group += kFlagGroup) {
+            std::uint64_t flagged = 0;
+            std::memcpy(&flagged, flags + group, sizeof flagged);
+            if (flagged == 0) continue;
+            for (std::size_t cell = group; cell < group + kFlagGroup; ++cell) {
+                if (flags[cell] == 0) continue;
+                std::uint8_t* coverage = coverage_.data() + Offset(0, row) + cell * kCell;
+                std::uint32_t* pixels =
+                    target.pixels + row * target.stride + static_cast<std::ptrdiff_t>(cell * kCell);
+                if (cell < whole_cells) {
+                    CompositeCell(coverage, pixels, channels);
+                } else {
+                    CompositeLastCell(coverage, pixels, colour);
+                }
+            }
+            std::memset(flags + group, 0, sizeof flagged);
+        }
+    }
+    first_row_ = height_;
+    last_row_ = -1;
+}
+
+}  // namespace korvinth::render

@@ -1,0 +1,239 @@
+#include "render/axes.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <random>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "plot_fixture.h"
+#include "render/recording_surface.h"
+
+namespace korvinth::render {
+namespace {
+
+struct AxesTest : testing::Test
+{
+    void Draw(int width = 800, int height = 600)
+    {
+        view.area_width = width * 15.0;
+        view.area_height = height * 15.0;
+        UpdateDerived(view);
+        surface = std::make_unique<RecordingSurface>(width * 5, height * 5, 5);
+        LabelSpace labels(surface->Width(), surface->Height(), 5);
+        helpline(*surface, view, attributes, labels);
+    }
+
+    std::multiset<std::string> Texts()
+    {
+        std::multiset<std::string> texts;
+        for (const TextCommand& text : surface->All<TextCommand>()) texts.insert(text.text);
+        return texts;
+    }
+
+    std::size_t Lines(Colour colour)
+    {
+        const auto strokes = surface->All<StrokeCommand>();
+        return static_cast<std::size_t>(std::count_if(
+            strokes.begin(), strokes.end(),
+            [&](const StrokeCommand& stroke) { return stroke.pen.colour == colour; }));
+    }
+
+    void Show(double x_min, double x_max, double y_min, double y_max)
+    {
+        view.x_min = x_min;
+        view.x_max = x_max;
+        view.y_min = y_min;
+        view.y_max = y_max;
+    }
+
+    ViewRange view;
+    document::DisplayAttributes attributes;
+    std::unique_ptr<RecordingSurface> surface;
+};
+
+TEST_F(AxesTest, LabelsTheMarksOfBothAxesAndZeroOnce)
+{
+    Show(-10, 10, -7.5, 7.5);
+    Draw();
+    EXPECT_EQ(Texts(), (std::multiset<std::string>{"x", "y", "0", "\u22128", "\u22126", "\u22124",
+                                                   "\u22122", "2", "4", "6", "8", "\u22126",
+                                                   "\u22124", "\u22122", "2", "4", "6"}));
+}
+
+struct SwitchCase
+{
+    std::string_view behaviour;
+    bool document::DisplayAttributes::*attribute;
+};
+constexpr SwitchCase kSwitchCases[] = {
+    {"numbers of the x-axis", &document::DisplayAttributes::x_numbers},
+    {"numbers of the y-axis", &document::DisplayAttributes::y_numbers},
+    {"help lines", &document::DisplayAttributes::help_lines},
+    {"additional help lines", &document::DisplayAttributes::extra_help_lines},
+    {"axes", &document::DisplayAttributes::axes},
+    {"names of the axes", &document::DisplayAttributes::axis_names},
+};
+
+TEST_F(AxesTest, EverySwitchChangesThePictureAndBack)
+{
+    for (const SwitchCase& row : kSwitchCases) {
+        SCOPED_TRACE(row.behaviour);
+        Draw();
+        const auto before = surface->Commands();
+        attributes.*row.attribute = !(attributes.*row.attribute);
+        Draw();
+        EXPECT_NE(surface->Commands(), before);
+        attributes.*row.attribute = !(attributes.*row.attribute);
+        Draw();
+        EXPECT_EQ(surface->Commands(), before);
+    }
+}
+
+TEST_F(AxesTest, DrawsOnlyTheBackgroundWithEverythingOff)
+{
+    for (const SwitchCase& row : kSwitchCases) attributes.*row.attribute = false;
+    Draw();
+    EXPECT_EQ(surface->Commands(),
+              (std::vector<DrawingCommand>{ClearCommand{attributes.background}}));
+}
+
+TEST_F(AxesTest, KeepsZeroWhenOneAxisHasNoNumbers)
+{
+    attributes.x_numbers = false;
+    Draw();
+    EXPECT_EQ(Texts().count("0"), 1U);
+    attributes.y_numbers = false;
+    Draw();
+    EXPECT_EQ(Texts().count("0"), 0U);
+}
+
+TEST_F(AxesTest, PutsAdditionalHelpLinesBetweenTheMarks)
+{
+    Show(-10, 10, -10, 10);
+    attributes.extra_help_lines = true;
+    Draw();
+    EXPECT_EQ(Lines(attributes.help_line_colour), 2U * 11);
+    EXPECT_EQ(Lines(attributes.extra_help_line_colour), 2U * 41);
+}
+
+TEST_F(AxesTest, DrawsLinesOnPixelCentres)
+{
+    Show(-9.87, 11.3, -3.21, 7.77);
+    attributes.extra_help_lines = true;
+    Draw();
+    for (const StrokeCommand& stroke : surface->All<StrokeCommand>()) {
+        for (const GridPoint& point : stroke.points) {
+            EXPECT_EQ(point.x % 5, 0);
+            EXPECT_EQ(point.y % 5, 0);
+        }
+    }
+}
+
+TEST_F(AxesTest, SticksNumbersToTheEdgeWhenTheirAxisIsOutOfView)
+{
+    Show(5, 25, 100, 150);
+    Draw();
+    const auto texts = Texts();
+    EXPECT_EQ(texts.count("0"), 0U);
+    EXPECT_EQ(texts.count("x") + texts.count("y"), 0U);
+    EXPECT_EQ(texts.count("12"), 1U);
+    EXPECT_EQ(texts.count("125"), 1U);
+    for (const TextCommand& text : surface->All<TextCommand>()) {
+        const bool at_left = text.top_left.x <= 5 * 5;
+        const bool at_bottom = text.top_left.y + text.extent.height >= surface->Height() - 5 * 5;
+        EXPECT_TRUE(at_left || at_bottom) << text.text;
+    }
+}
+
+TEST_F(AxesTest, LeavesNumbersOutOfATinyArea)
+{
+    for (const auto& [width, height] : {std::pair{60, 40}, {800, 30}, {30, 600}, {1, 1}}) {
+        SCOPED_TRACE(testing::Message() << width << "x" << height);
+        Draw(width, height);
+        EXPECT_TRUE(Texts().empty());
+    }
+}
+
+bool Overlap(const TextCommand& a, const TextCommand& b)
+{
+    return a.top_left.x < b.top_left.x + b.extent.width &&
+           b.top_left.x < a.top_left.x + a.extent.width &&
+           a.top_left.y < b.top_left.y + b.extent.height &&
+           b.top_left.y < a.top_left.y + a.extent.height;
+}
+
+TEST_F(AxesTest, TextsNeverOverlapNorLeaveTheAreaWhateverTheView)
+{
+    constexpr unsigned kSeed = 31337;
+    std::mt19937 random(kSeed);
+    std::uniform_real_distribution<double> exponent(-12, 12);
+    std::uniform_real_distribution<double> place(-1.5, 0.5);
+    std::uniform_int_distribution<int> size(1, 1000);
+    std::size_t seen = 0;
+    for (int i = 0; i < 1500; ++i) {
+        SCOPED_TRACE(testing::Message() << "seed " << kSeed << " view " << i);
+        const double width = std::pow(10, exponent(random));
+        const double height = std::pow(10, exponent(random));
+        const double x = place(random) * width;
+        const double y = place(random) * height;
+        Show(x, x + width, y, y + height);
+        Draw(size(random), size(random));
+        const auto texts = surface->All<TextCommand>();
+        seen += texts.size();
+        for (auto one = texts.begin(); one != texts.end(); ++one) {
+            ASSERT_GE(one->top_left.x, 0);
+            ASSERT_GE(one->top_left.y, 0);
+            ASSERT_LE(one->top_left.x + one->extent.width, surface->Width());
+            ASSERT_LE(one->top_left.y + one->extent.height, surface->Height());
+            for (auto other = one + 1; other != texts.end(); ++other) {
+                ASSERT_FALSE(Overlap(*one, *other)) << one->text << " and " << other->text;
+            }
+        }
+    }
+    EXPECT_GT(seen, 10000U);
+}
+
+TEST_F(AxesTest, DrawFewCommandsInRangesThatAreNone)
+{
+    const double ranges[][2] = {{NAN, 1},          {0, INFINITY},  {1, 1},         {5, -5},
+                                {-1e308, 1.7e308}, {1, 1 + 1e-15}, {-1e300, 1e300}};
+    attributes.extra_help_lines = true;
+    for (const auto& x : ranges) {
+        for (const auto& y : ranges) {
+            SCOPED_TRACE(testing::Message() << x[0] << ".." << x[1] << " " << y[0] << ".." << y[1]);
+            Show(x[0], x[1], y[0], y[1]);
+            Draw();
+            EXPECT_LT(surface->Commands().size(), 400U);
+            for (const StrokeCommand& stroke : surface->All<StrokeCommand>()) {
+                for (const GridPoint& point : stroke.points) {
+                    EXPECT_LE(std::abs(point.x), 2 * surface->Width());
+                    EXPECT_LE(std::abs(point.y), 2 * surface->Height());
+                }
+            }
+        }
+    }
+}
+
+TEST_F(AxesTest, GivesPenAndFontBack)
+{
+    RecordingSurface other(4000, 3000, 5);
+    const Pen pen{document::MakeColour(1, 2, 3), 7, LineType::Dot};
+    const Font font{"Arial", 33};
+    other.SelectPen(pen);
+    other.SelectFont(font);
+    LabelSpace labels(4000, 3000, 5);
+    UpdateDerived(view);
+    helpline(other, view, attributes, labels);
+    EXPECT_EQ(other.CurrentPen(), pen);
+    EXPECT_EQ(other.SelectFont({}), font);
+}
+
+}  // namespace
+}  // namespace korvinth::render

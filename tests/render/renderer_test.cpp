@@ -1,0 +1,243 @@
+#include "render/renderer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "plot_fixture.h"
+#include "render/recording_surface.h"
+
+namespace korvinth::render {
+namespace {
+
+using document::SlotIndex;
+
+// 200 x 100 pixels; x from -10 to 10, y from -5 to 5. Axes, help lines and names are off.
+struct RendererTest : testing::Test
+{
+    RendererTest()
+    {
+        document::DisplayAttributes& look = plot.document.attributes;
+        look.axes = look.axis_names = look.x_numbers = look.y_numbers = look.help_lines = false;
+        look.graph_names = false;
+    }
+
+    std::vector<StrokeCommand> Redraw()
+    {
+        surface.Forget();
+        renderer.RedrawAll(surface);
+        return surface.All<StrokeCommand>();
+    }
+
+    // Height of the graph over the bottom edge at x = 10, in pixels, stroke by stroke.
+    std::vector<int> Heights()
+    {
+        std::vector<int> heights;
+        for (const StrokeCommand& stroke : Redraw())
+            heights.push_back(100 - stroke.points.back().y);
+        return heights;
+    }
+
+    document::Parameter& DefineParameter(double value)
+    {
+        document::Parameter& parameter = plot.document.parameters[document::ParameterIndex{26}];
+        parameter.name = "a";
+        parameter.value = value;
+        parameter.handle = plot.parser.DefineVariable("a");
+        plot.parser.SetVariableValue(parameter.handle, value);
+        return parameter;
+    }
+
+    TestPlot plot{200, 100};
+    RecordingSurface surface{200, 100, 1};
+    Renderer renderer{plot.document, plot.parser, plot.view, plot.gate};
+};
+
+TEST_F(RendererTest, DrawsSlotsInOrderInTheirPens)
+{
+    plot.Define(12, "h", "-1");
+    plot.Define(3, "g", "2");
+    plot.Define(0, "f", "1");  // slots between may be free
+    plot.document.attributes.slots[SlotIndex{3}].width = 5;
+    plot.document.attributes.slots[SlotIndex{12}].type = LineType::Dot;
+    EXPECT_EQ(Heights(), (std::vector{60, 70, 40}));
+    const auto strokes = surface.All<StrokeCommand>();
+    EXPECT_EQ(strokes[0].pen.colour, plot.document.attributes.slots[SlotIndex{0}].colour);
+    EXPECT_EQ(strokes[1].pen.width, 5);
+    EXPECT_EQ(strokes[2].pen.type, LineType::Dot);
+}
+
+TEST_F(RendererTest, TakesTheColourFromTheTableEntryOfTheSlot)
+{
+    plot.Define(0, "f", "1").colour_index = 7;
+    EXPECT_EQ(Redraw().at(0).pen.colour, plot.document.attributes.slots[SlotIndex{7}].colour);
+}
+
+TEST_F(RendererTest, BeginsWithTheBackgroundAndEndsWithTheRefresh)
+{
+    plot.Define(0, "f", "1");
+    Redraw();
+    EXPECT_TRUE(std::holds_alternative<ClearCommand>(surface.Commands().front()));
+    EXPECT_TRUE(std::holds_alternative<RefreshCommand>(surface.Commands().back()));
+}
+
+TEST_F(RendererTest, LeavesOutHiddenAndEmptySlots)
+{
+    plot.Define(0, "f", "1").visible = false;
+    plot.Define(1, "g", "");
+    EXPECT_TRUE(Redraw().empty());
+}
+
+TEST_F(RendererTest, DrawsNothingWhileTheGateIsClosed)
+{
+    plot.Define(0, "f", "1");
+    {
+        const RedrawGate::Suppression outer(plot.gate);
+        {
+            const RedrawGate::Suppression inner(plot.gate);
+        }
+        Redraw();
+        EXPECT_TRUE(surface.Commands().empty());
+    }
+    EXPECT_EQ(Redraw().size(), 1U);
+}
+
+TEST_F(RendererTest, GivesThePenBack)
+{
+    plot.Define(0, "f", "1");
+    const Pen pen{document::MakeColour(9, 8, 7), 3, LineType::Dash};
+    surface.SelectPen(pen);
+    Redraw();
+    EXPECT_EQ(surface.CurrentPen(), pen);
+}
+
+TEST_F(RendererTest, SetsTheStepToThatOfTheSlotAndThenOfTheView)
+{
+    plot.Define(0, "f", "sw");
+    plot.Define(1, "g", "10*sw");
+    renderer.SetSampleCount(SlotIndex{0}, 10);    // sw = 2
+    renderer.SetSampleCount(SlotIndex{1}, 1000);  // sw = 0.02
+    EXPECT_EQ(Heights(), (std::vector{70, 52}));
+    EXPECT_DOUBLE_EQ(plot.parser.EvalText("sw"), 20.0 / 200);
+}
+
+TEST_F(RendererTest, TakesOneSampleAPixelUnlessTheCountsAreHeldConstant)
+{
+    EXPECT_EQ(renderer.SampleCount(SlotIndex{5}), 200);
+    plot.view.area_width = 300 * 15;
+    renderer.FollowArea();
+    EXPECT_EQ(renderer.SampleCount(SlotIndex{5}), 300);
+    plot.document.attributes.constant_sample_count = true;
+    plot.view.area_width = 400 * 15;
+    renderer.FollowArea();
+    EXPECT_EQ(renderer.SampleCount(SlotIndex{5}), 300);
+}
+
+TEST_F(RendererTest, DrawsAFamilyFromThePresentValueUpAndRestoresIt)
+{
+    plot.Define(0, "f", "a").family_allowed = true;
+    plot.Define(1, "g", "-a");  // not allowed as a family
+    DefineParameter(0.5).family = true;
+    plot.document.attributes.family_count = 3;
+    plot.document.attributes.family_step = 1;
+    EXPECT_EQ(Heights(), (std::vector{55, 65, 75, 85, 45}));
+    EXPECT_DOUBLE_EQ(plot.parser.EvalText("a"), 0.5);
+}
+
+TEST_F(RendererTest, NeedsBothSwitchesForAFamily)
+{
+    plot.Define(0, "f", "a").family_allowed = true;
+    DefineParameter(0.5);
+    plot.document.attributes.family_count = 3;
+    EXPECT_EQ(Redraw().size(), 1U);
+}
+
+TEST_F(RendererTest, DrawsMarkersInTheColourOfTheSlot)
+{
+    plot.Define(2, "f", "_x").point_radius = 4;
+    renderer.SetSampleCount(SlotIndex{2}, 10);
+    Redraw();
+    const auto markers = surface.All<EllipseCommand>();
+    ASSERT_EQ(markers.size(), 11U);
+    EXPECT_EQ(markers[0].brush.colour, plot.document.attributes.slots[SlotIndex{2}].colour);
+}
+
+TEST_F(RendererTest, NamesTheGraphsInTheirColours)
+{
+    plot.document.attributes.graph_names = true;
+    plot.Define(0, "f", "1");
+    plot.Define(4, "g", "-1");
+    plot.Define(5, "h", "100");  // out of view
+    Redraw();
+    const auto names = surface.All<TextCommand>();
+    ASSERT_EQ(names.size(), 2U);
+    EXPECT_EQ(names[0].text, "f");
+    EXPECT_EQ(names[1].text, "g");
+    EXPECT_EQ(names[1].colour, plot.document.attributes.slots[SlotIndex{4}].colour);
+}
+
+TEST_F(RendererTest, NamesOfEqualGraphsDoNotOverlap)
+{
+    plot.document.attributes.graph_names = true;
+    for (int slot = 0; slot < document::kSlotCount; ++slot) plot.Define(slot, "f", "1");
+    Redraw();
+    auto names = surface.All<TextCommand>();
+    EXPECT_GT(names.size(), 5U);
+    for (auto one = names.begin(); one != names.end(); ++one) {
+        for (auto other = one + 1; other != names.end(); ++other) {
+            EXPECT_TRUE(one->top_left.x + one->extent.width <= other->top_left.x ||
+                        other->top_left.x + other->extent.width <= one->top_left.x ||
+                        one->top_left.y + one->extent.height <= other->top_left.y ||
+                        other->top_left.y + other->extent.height <= one->top_left.y);
+        }
+    }
+}
+
+TEST_F(RendererTest, KeepsTheNumberOfProgramsFromRedrawToRedraw)
+{
+    for (int slot = 0; slot < document::kSlotCount; ++slot) {
+        document::FunctionSlot& f = plot.Define(slot, "f", "a*sin(_x)+" + std::to_string(slot));
+        f.lower_bound = "-a";
+        f.family_allowed = true;
+    }
+    DefineParameter(1).family = true;
+    plot.document.attributes.family_count = 2;
+    Redraw();
+    const std::size_t programs = plot.parser.LivePrograms();
+    for (int i = 0; i < 200; ++i) {
+        plot.Show(-10 + i, 10 + i, -5, 5);
+        Redraw();
+    }
+    EXPECT_EQ(plot.parser.LivePrograms(), programs);
+}
+
+struct KindCase
+{
+    std::string_view behaviour;
+    std::int16_t link;
+    std::string_view integrand;
+    GraphKind kind;
+};
+constexpr KindCase kKindCases[] = {
+    {"a plain function", document::kPlainFunction, "", GraphKind::Function},
+    {"an integral function", document::kPlainFunction, "(_x)", GraphKind::Integral},
+    {"the x-part of a curve knows its partner", 4, "", GraphKind::CurveXPart},
+    {"the y-part", document::kCurveYPart, "", GraphKind::CurveYPart},
+    {"an integral may be a part of a curve", 0, "(_x)", GraphKind::CurveXPart},
+};
+
+TEST(GraphKind, ComesFromLinkAndIntegrand)
+{
+    for (const KindCase& row : kKindCases) {
+        SCOPED_TRACE(row.behaviour);
+        document::FunctionSlot slot;
+        slot.curve_link = row.link;
+        slot.integral_term = row.integrand;
+        EXPECT_EQ(KindOf(slot), row.kind);
+    }
+}
+
+}  // namespace
+}  // namespace korvinth::render
