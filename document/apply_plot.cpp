@@ -31,10 +31,7 @@ constexpr std::string_view kStandardFunctions[] = {
     "integral(m)=0",  // lets terms with integral functions parse; they are summed while drawing
 };
 
-std::string HeadOf(const FunctionSlot& slot)
-{
-    return slot.name + "(" + slot.argument + ")";
-}
+std::string HeadOf(const FunctionSlot& slot) { return slot.name + "(" + slot.argument + ")"; }
 
 void LeaveUndrawn(FunctionSlot& slot)
 {

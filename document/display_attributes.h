@@ -16,18 +16,9 @@ constexpr Colour MakeColour(int red, int green, int blue)
 {
     return Colour{red + 256 * green + 65536 * blue};
 }
-constexpr int Red(Colour colour)
-{
-    return static_cast<std::int32_t>(colour) & 0xFF;
-}
-constexpr int Green(Colour colour)
-{
-    return (static_cast<std::int32_t>(colour) >> 8) & 0xFF;
-}
-constexpr int Blue(Colour colour)
-{
-    return (static_cast<std::int32_t>(colour) >> 16) & 0xFF;
-}
+constexpr int Red(Colour colour) { return static_cast<std::int32_t>(colour) & 0xFF; }
+constexpr int Green(Colour colour) { return (static_cast<std::int32_t>(colour) >> 8) & 0xFF; }
+constexpr int Blue(Colour colour) { return (static_cast<std::int32_t>(colour) >> 16) & 0xFF; }
 
 enum class LineType : std::int16_t {
     Solid = 0,

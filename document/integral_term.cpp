@@ -7,10 +7,7 @@ namespace {
 
 constexpr std::string_view kIntegral = "integral";
 
-bool IsUpperCase(char c)
-{
-    return c >= 'A' && c <= 'Z';
-}
+bool IsUpperCase(char c) { return c >= 'A' && c <= 'Z'; }
 
 // Whether the character at `offset` continues a name: 2F(x) is a product, a2F(x) a call of a2F.
 bool ContinuesName(std::string_view text, std::size_t offset)

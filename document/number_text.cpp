@@ -15,10 +15,7 @@ namespace {
 constexpr int kLowestFixedExponent = -5;
 constexpr int kHighestFixedExponent = 14;
 
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 std::size_t CountDigits(std::string_view text)
 {

@@ -8,12 +8,9 @@ double ParserValue(const Parameter& parameter, term::TrigMode mode)
 {
     if (parameter.name != kStripeWidthName) return parameter.value;
     switch (mode) {
-        case term::TrigMode::Radians:
-            return parameter.value;
-        case term::TrigMode::Degrees:
-            return parameter.value * std::numbers::pi / 180;
-        case term::TrigMode::Grads:
-            return parameter.value * std::numbers::pi / 200;
+        case term::TrigMode::Radians: return parameter.value;
+        case term::TrigMode::Degrees: return parameter.value * std::numbers::pi / 180;
+        case term::TrigMode::Grads: return parameter.value * std::numbers::pi / 200;
     }
     return parameter.value;
 }

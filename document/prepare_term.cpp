@@ -8,10 +8,7 @@ namespace {
 constexpr std::string_view kSquare = "²";
 constexpr std::string_view kCube = "³";
 
-std::string SlashesForColons(std::string_view term)
-{
-    return term::ReplaceAll(term, ":", "/");
-}
+std::string SlashesForColons(std::string_view term) { return term::ReplaceAll(term, ":", "/"); }
 
 std::string CheckSyntax(const PlotDocument& document, term::MathParser& parser,
                         std::string_view term)

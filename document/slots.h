@@ -18,14 +18,8 @@ inline constexpr int kParameterCount = 61;
 inline constexpr int kFirstSampleCount = 13;
 inline constexpr int kFirstUserParameter = 26;
 
-constexpr int Number(SlotIndex slot)
-{
-    return static_cast<int>(slot);
-}
-constexpr int Number(ParameterIndex index)
-{
-    return static_cast<int>(index);
-}
+constexpr int Number(SlotIndex slot) { return static_cast<int>(slot); }
+constexpr int Number(ParameterIndex index) { return static_cast<int>(index); }
 
 constexpr ParameterIndex LowerBoundParameter(SlotIndex slot)
 {
@@ -68,13 +62,7 @@ constexpr std::array<Index, static_cast<std::size_t>(kSize)> AllIndices()
 }
 
 // for (SlotIndex slot : AllSlots()) ...
-constexpr auto AllSlots()
-{
-    return AllIndices<SlotIndex, kSlotCount>();
-}
-constexpr auto AllParameters()
-{
-    return AllIndices<ParameterIndex, kParameterCount>();
-}
+constexpr auto AllSlots() { return AllIndices<SlotIndex, kSlotCount>(); }
+constexpr auto AllParameters() { return AllIndices<ParameterIndex, kParameterCount>(); }
 
 }  // namespace korvinth::document

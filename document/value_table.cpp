@@ -19,10 +19,7 @@ constexpr double kMostIntegralSteps = 1.1e9;  // the longest table and a little 
 constexpr double kRoundingTolerance = 1e-9;   // of the end of the range, in rows
 constexpr std::string_view kContext = "Tabelle: ";
 
-std::string Message(std::string_view text)
-{
-    return std::string(kContext).append(text);
-}
+std::string Message(std::string_view text) { return std::string(kContext).append(text); }
 
 // The parts between semicolons outside of brackets: "min(1;2);3;1" has three.
 std::vector<std::string_view> SplitParts(std::string_view text)
