@@ -28,12 +28,9 @@ constexpr int kSmallestArea = 64;  // less shows neither arrow heads nor ticks
 MarkStep Subdivision(MarkStep step)
 {
     switch (step.digit) {
-        case 1:
-            return {2, step.exponent - 1};
-        case 2:
-            return {5, step.exponent - 1};
-        default:
-            return {1, step.exponent};
+        case 1: return {2, step.exponent - 1};
+        case 2: return {5, step.exponent - 1};
+        default: return {1, step.exponent};
     }
 }
 

@@ -76,31 +76,22 @@ std::string PlainNumber(const std::string& digits, int whole)
 MarkStep Finer(MarkStep step)
 {
     switch (step.digit) {
-        case 5:
-            return {2, step.exponent};
-        case 2:
-            return {1, step.exponent};
-        default:
-            return {5, step.exponent - 1};
+        case 5: return {2, step.exponent};
+        case 2: return {1, step.exponent};
+        default: return {5, step.exponent - 1};
     }
 }
 
 MarkStep Coarser(MarkStep step)
 {
     switch (step.digit) {
-        case 1:
-            return {2, step.exponent};
-        case 2:
-            return {5, step.exponent};
-        default:
-            return {1, step.exponent + 1};
+        case 1: return {2, step.exponent};
+        case 2: return {5, step.exponent};
+        default: return {1, step.exponent + 1};
     }
 }
 
-double MarkStep::Value() const
-{
-    return digit * PowerOfTen(exponent);
-}
+double MarkStep::Value() const { return digit * PowerOfTen(exponent); }
 
 double AxisMarks::Position(std::int64_t mark) const
 {

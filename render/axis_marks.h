@@ -28,7 +28,7 @@ struct AxisMarks
     std::int64_t last = -1;  // below `first` when there are no marks
 
     std::int64_t Count() const { return last - first + 1; }
-    double Origin() const { return 0; }
+    static double Origin() { return 0; }
     double Position(std::int64_t mark) const;
     // With decimal comma, minus sign and thin spaces between thousands; from 1e6 and below 1e-4 as
     // a number times a power of ten.

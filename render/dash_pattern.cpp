@@ -16,18 +16,13 @@ constexpr std::array kDashDotDot{5.0, 2.0, 1.0, 2.0, 1.0, 2.0};
 std::span<const double> Multiples(LineType type)
 {
     switch (type) {
-        case LineType::Dash:
-            return kDash;
-        case LineType::Dot:
-            return kDot;
-        case LineType::DashDot:
-            return kDashDot;
-        case LineType::DashDotDot:
-            return kDashDotDot;
+        case LineType::Dash: return kDash;
+        case LineType::Dot: return kDot;
+        case LineType::DashDot: return kDashDot;
+        case LineType::DashDotDot: return kDashDotDot;
         case LineType::Solid:
         case LineType::Invisible:
-        case LineType::SolidInside:
-            break;
+        case LineType::SolidInside: break;
     }
     return {};
 }

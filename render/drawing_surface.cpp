@@ -15,20 +15,11 @@ Pen DrawingSurface::SelectPen(const Pen& pen)
     return std::exchange(pen_, pen);
 }
 
-Brush DrawingSurface::SelectBrush(const Brush& brush)
-{
-    return std::exchange(brush_, brush);
-}
+Brush DrawingSurface::SelectBrush(const Brush& brush) { return std::exchange(brush_, brush); }
 
-Font DrawingSurface::SelectFont(const Font& font)
-{
-    return std::exchange(font_, font);
-}
+Font DrawingSurface::SelectFont(const Font& font) { return std::exchange(font_, font); }
 
-Colour DrawingSurface::SetTextColour(Colour colour)
-{
-    return std::exchange(text_colour_, colour);
-}
+Colour DrawingSurface::SetTextColour(Colour colour) { return std::exchange(text_colour_, colour); }
 
 void DrawingSurface::MoveTo(GridPoint to)
 {
@@ -73,10 +64,7 @@ void DrawingSurface::TextOut(GridPoint top_left, std::string_view utf8)
     if (!utf8.empty()) DoText(top_left, utf8, font_, text_colour_);
 }
 
-GridExtent DrawingSurface::MeasureText(std::string_view utf8)
-{
-    return DoMeasure(utf8, font_);
-}
+GridExtent DrawingSurface::MeasureText(std::string_view utf8) { return DoMeasure(utf8, font_); }
 
 void DrawingSurface::Clear(Colour colour)
 {

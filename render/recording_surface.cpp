@@ -58,14 +58,8 @@ GridExtent RecordingSurface::DoMeasure(std::string_view utf8, const Font& font)
             static_cast<int>(std::lround(step * 1.2))};
 }
 
-void RecordingSurface::DoClear(Colour colour)
-{
-    commands_.emplace_back(ClearCommand{colour});
-}
+void RecordingSurface::DoClear(Colour colour) { commands_.emplace_back(ClearCommand{colour}); }
 
-void RecordingSurface::DoRefresh()
-{
-    commands_.emplace_back(RefreshCommand{});
-}
+void RecordingSurface::DoRefresh() { commands_.emplace_back(RefreshCommand{}); }
 
 }  // namespace korvinth::render

@@ -32,10 +32,7 @@ private:
     double value_;
 };
 
-bool Drawn(const FunctionSlot& slot)
-{
-    return slot.visible && !slot.parser_term.empty();
-}
+bool Drawn(const FunctionSlot& slot) { return slot.visible && !slot.parser_term.empty(); }
 
 const Parameter* FamilyParameter(const document::PlotDocument& document)
 {
@@ -127,8 +124,7 @@ void Renderer::DrawMember(DrawingSurface& surface, SlotIndex index, const Sampli
             break;
         case GraphKind::CurveYPart:  // its partner draws it
         case GraphKind::CurveXPart:
-        case GraphKind::Integral:
-            break;
+        case GraphKind::Integral: break;
     }
 }
 
@@ -145,7 +141,7 @@ void Renderer::DrawFamily(DrawingSurface& surface, SlotIndex index, const Sampli
     }
 }
 
-void Renderer::DrawNames(DrawingSurface& surface, LabelSpace& labels)
+void Renderer::DrawNames(DrawingSurface& surface, LabelSpace& labels) const
 {
     if (!document_.attributes.graph_names) return;
     constexpr double kPointsAboveNumbers = 1;

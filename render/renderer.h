@@ -36,12 +36,12 @@ public:
     int SampleCount(document::SlotIndex slot) const { return sample_counts_[slot]; }
 
 private:
-    void DrawSlot(DrawingSurface& surface, document::SlotIndex slot);
-    void DrawMember(DrawingSurface& surface, document::SlotIndex slot, const Sampling& sampling,
+    void DrawSlot(DrawingSurface& surface, document::SlotIndex index);
+    void DrawMember(DrawingSurface& surface, document::SlotIndex index, const Sampling& sampling,
                     const GraphStyle& style, bool first_member);
-    void DrawFamily(DrawingSurface& surface, document::SlotIndex slot, const Sampling& sampling,
+    void DrawFamily(DrawingSurface& surface, document::SlotIndex index, const Sampling& sampling,
                     const GraphStyle& style);
-    void DrawNames(DrawingSurface& surface, LabelSpace& labels);
+    void DrawNames(DrawingSurface& surface, LabelSpace& labels) const;
     document::SlotAttributes LookOf(document::SlotIndex slot) const;
 
     const document::PlotDocument& document_;

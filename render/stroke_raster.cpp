@@ -11,7 +11,8 @@ namespace {
 constexpr int kCellBits = 4;
 constexpr int kCell = 1 << kCellBits;
 constexpr int kFlagGroup = sizeof(std::uint64_t);  // cells whose flags are looked at together
-constexpr int kLanes = 8;                          // pixels that are worked out together
+constexpr std::size_t kFlaggedPixels = std::size_t{kCell} * kFlagGroup;
+constexpr int kLanes = 8;  // pixels that are worked out together
 
 // Eight 16-bit numbers that the compiler keeps in a vector register where there is one.
 using Lanes = std::int16_t __attribute__((vector_size(sizeof(std::int16_t) * kLanes)));
@@ -20,6 +21,7 @@ using LaneBytes = std::uint8_t __attribute__((vector_size(kLanes)));
 // Distances in lanes are fixed-point numbers: a pixel is 8 * 255, so that a shift gives coverage.
 constexpr int kCoverageShift = 3;
 constexpr double kPixel = 255 << kCoverageShift;
+constexpr double kHalfCoverage = 4;  // half of one step of coverage, for rounding
 constexpr double kLargestReach = 7;  // pixels; wider strokes would leave the lanes' numbers
 
 Lanes LoadLanes(const std::int16_t* from)
@@ -29,10 +31,7 @@ Lanes LoadLanes(const std::int16_t* from)
     return lanes;
 }
 
-bool IsNumber(PixelPoint point)
-{
-    return std::isfinite(point.x) && std::isfinite(point.y);
-}
+bool IsNumber(PixelPoint point) { return std::isfinite(point.x) && std::isfinite(point.y); }
 
 // The whole pixel below, within limits of -1 and above, for values of any size.
 int FloorWithin(double value, int low, int high)
@@ -249,8 +248,8 @@ struct StrokeRaster::Segment
 StrokeRaster::StrokeRaster(int width, int height)
     : width_(std::max(width, 0)),
       height_(std::max(height, 0)),
-      stride_(static_cast<std::size_t>(width_ + kCell * kFlagGroup - 1) / (kCell * kFlagGroup) *
-              (kCell * kFlagGroup)),
+      stride_((static_cast<std::size_t>(width_) + kFlaggedPixels - 1) / kFlaggedPixels *
+              kFlaggedPixels),
       cells_(stride_ / kCell),
       coverage_(stride_ * static_cast<std::size_t>(height_) + kLanes),
       touched_(cells_ * static_cast<std::size_t>(height_)),
@@ -363,8 +362,7 @@ void StrokeRaster::AddSteepRows(const Segment& segment, int first_row, int last_
 {
     constexpr int kFraction = 16;
     constexpr double kOne = 1 << kFraction;
-    const auto reach =
-        static_cast<std::int16_t>(segment.reach * kPixel + (1 << kCoverageShift) / 2);
+    const auto reach = static_cast<std::int16_t>(segment.reach * kPixel + kHalfCoverage);
     const auto across = static_cast<std::int64_t>(std::lrint(segment.along_y * kPixel));
     const auto slope = static_cast<std::int64_t>(std::lrint(segment.slope * kOne * kOne));
     const double first_centre = segment.from.x + (first_row + 0.5 - segment.from.y) * segment.slope;
@@ -431,8 +429,7 @@ void StrokeRaster::AddSpan(const Segment& segment, int row, int first, int last)
     static constexpr std::array<std::int16_t, 2 * kLanes> kMasks{-1, -1, -1, -1, -1, -1, -1, -1};
     const double at_first = (first + 0.5 - segment.from.x) * segment.along_y -
                             (row + 0.5 - segment.from.y) * segment.along_x;
-    const auto reach =
-        static_cast<std::int16_t>(segment.reach * kPixel + (1 << kCoverageShift) / 2);
+    const auto reach = static_cast<std::int16_t>(segment.reach * kPixel + kHalfCoverage);
     std::uint8_t* pixel = coverage_.data() + Offset(first, row);
     for (int n = first; n <= last; n += kLanes, pixel += kLanes) {
         const double distance = (at_first + (n - first) * segment.along_y) * kPixel;

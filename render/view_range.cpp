@@ -20,15 +20,9 @@ void UpdateMapping(ViewRange& view, term::MathParser& parser,
     parser.SetVariableValue(variables.ymi, view.y_min);
 }
 
-std::string makemx(std::string_view term)
-{
-    return "xmu*(" + std::string(term) + "-xmi)";
-}
+std::string makemx(std::string_view term) { return "xmu*(" + std::string(term) + "-xmi)"; }
 
-std::string makemy(std::string_view term)
-{
-    return "ymu*(" + std::string(term) + "-ymi)";
-}
+std::string makemy(std::string_view term) { return "ymu*(" + std::string(term) + "-ymi)"; }
 
 void SetStandardRange(ViewRange& view)
 {
