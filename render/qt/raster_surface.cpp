@@ -16,10 +16,7 @@ std::uint32_t OpaquePixel(Colour colour)
            static_cast<std::uint32_t>(document::Blue(colour));
 }
 
-QColor ToQt(Colour colour)
-{
-    return QColor::fromRgb(OpaquePixel(colour));
-}
+QColor ToQt(Colour colour) { return QColor::fromRgb(OpaquePixel(colour)); }
 
 QString ToQt(std::string_view utf8)
 {
@@ -205,9 +202,6 @@ void RasterSurface::DoClear(Colour colour)
     }
 }
 
-void RasterSurface::DoRefresh()
-{
-    painter_.reset();
-}
+void RasterSurface::DoRefresh() { painter_.reset(); }
 
 }  // namespace korvinth::render
