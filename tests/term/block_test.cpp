@@ -308,7 +308,7 @@ TEST(EvaluateBlock, ErrorsSampleBySample)
     EXPECT_EQ(errors, expected);
     EXPECT_EQ(engine.parser.GetError(), Error::InvalidRoot) << "that of the first faulty sample";
     for (std::size_t i = 0; i < errors.size(); ++i) {
-        if (errors[i] != Error::None) EXPECT_EQ(results[i], 0);
+        EXPECT_EQ(results[i] == 0, errors[i] != Error::None);
     }
     engine.parser.EvaluateBlock(ExprHandle{5}, engine.x, arguments, results, errors);
     EXPECT_EQ(errors, std::vector<Error>(errors.size(), Error::InvalidTerm));
