@@ -40,10 +40,7 @@ void Application::SetAreaSize(int width, int height)
     renderer_.FollowArea();
 }
 
-void Application::UpdateMapping()
-{
-    render::UpdateMapping(view_, parser_, document_.variables);
-}
+void Application::UpdateMapping() { render::UpdateMapping(view_, parser_, document_.variables); }
 
 void Application::ScaleYLikeX()
 {

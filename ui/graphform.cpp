@@ -33,10 +33,7 @@ void GraphArea::paintEvent(QPaintEvent*)
     }
 }
 
-void GraphArea::resizeEvent(QResizeEvent*)
-{
-    Q_EMIT resized();
-}
+void GraphArea::resizeEvent(QResizeEvent*) { Q_EMIT resized(); }
 
 GraphForm::GraphForm(Drawing drawing, QWidget* parent)
     : QWidget(parent), drawing_(std::move(drawing)), area_(new GraphArea(this))
@@ -49,10 +46,7 @@ GraphForm::GraphForm(Drawing drawing, QWidget* parent)
     connect(area_, &GraphArea::resized, this, &GraphForm::areaResized);
 }
 
-QSize GraphForm::AreaSize() const
-{
-    return area_->size().expandedTo({1, 1});
-}
+QSize GraphForm::AreaSize() const { return area_->size().expandedTo({1, 1}); }
 
 void GraphForm::Redraw()
 {
