@@ -87,6 +87,26 @@ std::string Application::ReadRanges(bool& changed)
     return faults;
 }
 
+void Application::StopAnimation()
+{
+    if (windows_ != nullptr) windows_->StopAnimation();
+}
+
+void Application::StoreRows(document::PlotDocument& plot)
+{
+    if (windows_ != nullptr) windows_->StoreRows(plot);
+}
+
+void Application::RowsChecked(const document::PlotDocument& plot)
+{
+    if (windows_ != nullptr) windows_->RowsChecked(plot);
+}
+
+void Application::InitSlider(document::ParameterIndex index)
+{
+    if (windows_ != nullptr) windows_->InitSlider(index);
+}
+
 std::vector<double> Application::DisplayedArguments() const
 {
     const auto samples = static_cast<int>(std::lround(view_.area_width / view_.twips_per_pixel_x));

@@ -14,6 +14,17 @@
 
 namespace korvinth::app {
 
+// What applying a plot asks of the windows. There are none when the program runs without a window.
+class ApplyHooks
+{
+public:
+    virtual ~ApplyHooks() = default;
+    virtual void StopAnimation() = 0;
+    virtual void StoreRows(document::PlotDocument& plot) = 0;
+    virtual void RowsChecked(const document::PlotDocument& plot) = 0;
+    virtual void InitSlider(document::ParameterIndex index) = 0;
+};
+
 // Owns the parser, the plot and the view. It is complete without windows: they write into the plot,
 // call Apply, and draw through Draw.
 class Application final : public document::PlotHost
@@ -36,12 +47,15 @@ public:
     // The whole picture; the surface has the area's size.
     void Draw(render::DrawingSurface& surface) { renderer_.RedrawAll(surface); }
 
-    // What Apply needs of the windows.
-    void StopAnimation() override {}                     // nothing is animated yet
-    void StoreRows(document::PlotDocument&) override {}  // whoever calls Apply has stored them
-    void RowsChecked(const document::PlotDocument&) override {}  // shown after Apply
+    // The windows, while they are there; nullptr takes them away.
+    void Attach(ApplyHooks* windows) { windows_ = windows; }
+
+    // What ApplyPlot needs of the windows and the view.
+    void StopAnimation() override;
+    void StoreRows(document::PlotDocument& plot) override;
+    void RowsChecked(const document::PlotDocument& plot) override;
     void UpdateMapping() override;
-    void InitSlider(document::ParameterIndex) override {}
+    void InitSlider(document::ParameterIndex index) override;
     std::vector<double> DisplayedArguments() const override;
 
 private:
@@ -52,6 +66,7 @@ private:
     term::MathParser parser_;
     document::PlotDocument document_;
     render::ViewRange view_;
+    ApplyHooks* windows_ = nullptr;
     render::RedrawGate redraw_gate_;
     render::Renderer renderer_{document_, parser_, view_, redraw_gate_};
 };
