@@ -23,6 +23,11 @@ void PutBack(Parameter& parameter, const PlotSnapshot::ParameterState& state)
     parameter.family = state.family;
 }
 
+void PutBack(RangeTexts& ranges, const std::vector<std::string>& kept)
+{
+    ranges = {kept[0], kept[1], kept[2], kept[3], kept[4], kept[5]};
+}
+
 // Moves the last of one list out, and `present` to the end of the other.
 std::optional<PlotSnapshot> Exchange(std::vector<PlotSnapshot>& from, std::vector<PlotSnapshot>& to,
                                      PlotSnapshot present)
@@ -30,6 +35,7 @@ std::optional<PlotSnapshot> Exchange(std::vector<PlotSnapshot>& from, std::vecto
     if (from.empty()) return std::nullopt;
     PlotSnapshot snapshot = std::move(from.back());
     from.pop_back();
+    if (snapshot.ranges.empty()) present.ranges.clear();
     to.push_back(std::move(present));
     return snapshot;
 }
@@ -95,8 +101,7 @@ void RestoreSnapshot(PlotDocument& document, const PlotSnapshot& snapshot)
     for (const PlotSnapshot::ParameterState& state : snapshot.parameters) {
         PutBack(document.dormant_parameters[state.name], state);
     }
-    document.ranges = {snapshot.ranges[0], snapshot.ranges[1], snapshot.ranges[2],
-                       snapshot.ranges[3], snapshot.ranges[4], snapshot.ranges[5]};
+    if (!snapshot.ranges.empty()) PutBack(document.ranges, snapshot.ranges);
     document.lines_text = snapshot.lines_text;
     document.points_text = snapshot.points_text;
     document.attributes.angle_mode = snapshot.angle_mode;
@@ -108,6 +113,8 @@ void RestoreSnapshot(PlotDocument& document, const PlotSnapshot& snapshot)
 void PlotUndo::Push(PlotSnapshot before, const PlotSnapshot& after)
 {
     if (before.SamePlot(after)) return;
+    // Panning between two steps is no part of either; undoing must not make the view jump.
+    if (before.ranges == after.ranges) before.ranges.clear();
     later_.clear();
     earlier_.push_back(std::move(before));
     if (earlier_.size() > kDepth) earlier_.erase(earlier_.begin());

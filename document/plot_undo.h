@@ -36,7 +36,8 @@ struct PlotSnapshot
     SlotTable<std::string> rows;
     SlotTable<Slot> slots;
     std::vector<ParameterState> parameters;  // in use or dormant, by name
-    std::vector<std::string> ranges;         // x, y, t: lower, upper each
+    // x, y, t: lower, upper each. Empty when a step has not changed them: it leaves them alone.
+    std::vector<std::string> ranges;
     std::string lines_text, points_text;
     term::TrigMode angle_mode = term::TrigMode::Radians;
     bool detect_integrals = true;

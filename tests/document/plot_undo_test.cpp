@@ -39,11 +39,13 @@ TEST_F(PlotUndoTest, BringsRowsIntervalsLooksAndParametersBack)
     document.attributes.slots[Slot(0)].width = 5;
     document.ranges.x_lower = "-a";
     document.points_text = "(a)(2)";
-    Change({"", "f(x)=b*x"});
+    const PlotSnapshot before = TakeSnapshot(document);
     document.slots[Slot(0)] = {};
     document.attributes.slots[Slot(0)].width = 1;
     document.ranges.x_lower = "-3";
     document.points_text.clear();
+    Apply({"", "f(x)=b*x"});
+    undo.Push(before, TakeSnapshot(document));
 
     GoTo(undo.Undo(TakeSnapshot(document)));
     EXPECT_EQ(document.rows[Slot(0)], "f(x) = a*x");
@@ -65,6 +67,17 @@ TEST_F(PlotUndoTest, BringsRowsIntervalsLooksAndParametersBack)
     EXPECT_EQ(document.attributes.slots[Slot(0)].width, 1);
     EXPECT_FALSE(undo.CanRedo());
     EXPECT_TRUE(undo.CanUndo());
+}
+
+TEST_F(PlotUndoTest, LeavesTheViewAloneUnlessTheStepChangedIt)
+{
+    Change({"f(x)=x"});
+    document.ranges.x_lower = "-3";  // by hand, after the step
+    GoTo(undo.Undo(TakeSnapshot(document)));
+    EXPECT_EQ(document.ranges.x_lower, "-3");
+    document.ranges.x_lower = "-4";
+    GoTo(undo.Redo(TakeSnapshot(document)));
+    EXPECT_EQ(document.ranges.x_lower, "-4");
 }
 
 TEST_F(PlotUndoTest, KeepsFiftySteps)
