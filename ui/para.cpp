@@ -16,7 +16,7 @@ namespace korvinth::ui {
 namespace {
 
 constexpr int kLongestTerm = 10'000;  // characters; the parser answers what is too long for it
-constexpr int kNameCharacters = 7;    // room for the name
+constexpr int kNameCharacters = 8;    // room for the name
 constexpr int kBoundCharacters = 6;
 constexpr qreal kSmallFont = 0.88;  // of the window's font
 constexpr qreal kLargeFont = 1.12;
@@ -117,6 +117,15 @@ void TimerSymbol::paintEvent(QPaintEvent*)
     painter.drawLine(QPointF(centre.x() - 1.8 * unit, centre.y() - radius - 2.2 * unit),
                      QPointF(centre.x() + 1.8 * unit, centre.y() - radius - 2.2 * unit));
     painter.drawLine(centre, QPointF(centre.x() + 2.2 * unit, centre.y() - 2.6 * unit));
+}
+
+void TimerSymbol::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        click();
+    } else {
+        QAbstractButton::keyPressEvent(event);
+    }
 }
 
 void TimerSymbol::mousePressEvent(QMouseEvent* event)
@@ -231,7 +240,7 @@ void Para::Arrange()
     second->addWidget(h_scroll1_, 1);
     second->addWidget(text2_);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(6, 2, 6, 2);
+    layout->setContentsMargins(6, 3, 6, 4);
     layout->setSpacing(1);
     layout->addLayout(first);
     layout->addLayout(second);
@@ -259,7 +268,7 @@ void Para::FollowFont()
         field->setFixedHeight(metrics.height() + 4);
     }
     text3_->setFixedHeight(QFontMetrics(text3_->font()).height() + 6);
-    name_->setFixedWidth(kNameCharacters * QFontMetrics(name_->font()).averageCharWidth());
+    name_->setFixedWidth(kNameCharacters * QFontMetrics(name_->font()).horizontalAdvance('n'));
     ElideName();
 }
 
@@ -313,6 +322,13 @@ void Para::ShowRunning(bool running)
 {
     image1_->SetFramed(running);
     for (QLineEdit* field : {text1_, text2_, text3_}) field->setEnabled(!running);
+    // The moving value stays as easy to read as one at rest.
+    QPalette colours;
+    if (running) {
+        colours.setColor(QPalette::Disabled, QPalette::Text,
+                         colours.color(QPalette::Active, QPalette::WindowText));
+    }
+    text3_->setPalette(colours);
 }
 
 void Para::ShowStep(double step) { image1_->SetStep(step != 0); }

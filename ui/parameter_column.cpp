@@ -97,10 +97,10 @@ std::vector<document::ParameterIndex> ParameterColumn::Shown() const
 void ParameterColumn::Reveal(document::ParameterIndex index)
 {
     ShowWindow(index, true);
-    stack_->layout()->activate();
-    stack_->adjustSize();
-    scroll_->ensureWidgetVisible(windows_[index], 0, 0);
     windows_[index]->setFocus();
+    // A window that was hidden has its place only after the layout's turn.
+    const auto scroll = [this, index] { scroll_->ensureWidgetVisible(windows_[index], 0, 0); };
+    QMetaObject::invokeMethod(this, scroll, Qt::QueuedConnection);
 }
 
 QSize ParameterColumn::sizeHint() const

@@ -90,10 +90,14 @@ ParameterList::ParameterList(QWidget* parent)
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(1, 1);
     grid->setRowStretch(5, 3);
+    for (QListWidget* entries : {functions_, parameters_}) {
+        entries->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        entries->setTextElideMode(Qt::ElideRight);
+    }
     const int line = fontMetrics().height() + 4;
     functions_->setMinimumHeight(2 * line);
     parameters_->setMinimumHeight(3 * line);
-    resize(36 * fontMetrics().averageCharWidth() + 24,
+    resize(52 * fontMetrics().averageCharWidth() + 24,
            (kFunctionLines + kParameterLines + 8) * line);
 
     connect(parameters_, &QListWidget::itemActivated, this, &ParameterList::getclick);
