@@ -70,7 +70,6 @@ public:
     void ReleaseFamily();
 
     void ShowRunning(document::ParameterIndex index, bool running);
-    void ShowStep(document::ParameterIndex index);  // after the step has changed
 
     // While one lives, setpar holds ranges, redraw and calculator back; each is done once when the
     // last one ends.
@@ -100,7 +99,8 @@ private:
     void ApplySampleCount(document::ParameterIndex index);
     void RereadRanges();
     void Release();
-    void ShowState();  // lists and button of the window `Parameter`
+    void Redraw();
+    void ShowButton();  // of the window `Parameter`
     bool InUse(document::ParameterIndex index) const;
 
     document::PlotDocument& document_;

@@ -36,6 +36,7 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
@@ -56,8 +57,9 @@ public:
 
     // Fills the window for the parameter that the index stands for now.
     void init(const document::Parameter& parameter);
-    // Neither raises a signal. `move_slider` is false when the slider is what was moved.
-    void ShowValue(double value, bool move_slider = true);
+    // None of these raises a signal.
+    void PlaceSlider(double value);
+    void ShowValue(double value);
     void ShowBounds(const document::Bounds& bounds, double value);
     void ShowRunning(bool running);  // framed symbol, locked fields
     void ShowStep(double step);

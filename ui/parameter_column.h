@@ -42,7 +42,6 @@ Q_SIGNALS:
 
 private:
     void Connect(Para* window);
-    void ShowHint();
 
     document::ParameterTable<Para*> windows_;
     QScrollArea* scroll_;
