@@ -1,12 +1,14 @@
 #include "app/main_window.h"
 
 #include <QAction>
+#include <QColorDialog>
 #include <QMenuBar>
 #include <QSplitter>
 #include <QStatusBar>
 
+#include "ui/dialogs.h"
 #include "ui/graphform.h"
-#include "ui/termlist.h"
+#include "ui/termform.h"
 
 namespace korvinth::app {
 namespace {
@@ -23,17 +25,53 @@ std::string_view WithoutSeparator(std::string_view text)
     return text;
 }
 
+// Only colours are chosen so far.
+class SystemDialogs final : public ui::Dialogs
+{
+public:
+    explicit SystemDialogs(QWidget* parent) : parent_(parent) {}
+    void ShowError(const std::string&, const std::string&) override {}
+    void ShowExclamation(const std::string&, const std::string&) override {}
+    bool AskYesNo(const std::string&, const std::string&) override { return false; }
+    std::optional<std::string> OpenFile(const std::string&, const std::string&) override
+    {
+        return {};
+    }
+    std::optional<std::string> SaveFile(const std::string&, const std::string&) override
+    {
+        return {};
+    }
+    std::optional<document::Colour> ChooseColour(document::Colour initial) override
+    {
+        const QColor colour =
+            QColorDialog::getColor(QColor(Red(initial), Green(initial), Blue(initial)), parent_);
+        if (!colour.isValid()) return {};
+        return document::MakeColour(colour.red(), colour.green(), colour.blue());
+    }
+    std::optional<int> AskNumber(const std::string&, const std::string&, int, int, int) override
+    {
+        return {};
+    }
+
+private:
+    QWidget* parent_;
+};
+
 }  // namespace
 
+MainWindow::~MainWindow() = default;
+
 MainWindow::MainWindow(Application& application, QWidget* parent)
-    : QMainWindow(parent), application_(application)
+    : QMainWindow(parent),
+      application_(application),
+      dialogs_(std::make_unique<SystemDialogs>(this))
 {
     setObjectName("mother");
     setWindowTitle("Korvinth 2 - Funktionsgraphen und Kurven mit dynamischen Parametern");
     MakeMenus();
 
     auto* splitter = new QSplitter(this);
-    terms_ = new ui::TermList(splitter);
+    terms_ = new ui::TermForm(application_.Document(), *dialogs_, splitter);
     graph_ = new ui::GraphForm(
         [this](render::DrawingSurface& surface) { application_.Draw(surface); }, splitter);
     splitter->setChildrenCollapsible(false);
@@ -45,9 +83,23 @@ MainWindow::MainWindow(Application& application, QWidget* parent)
     setCentralWidget(splitter);
     resize(1280, 800);
 
-    terms_->SetColours(application_.Document().attributes.slots);
-    terms_->SetRows(application_.Document().rows);
-    connect(terms_, &ui::TermList::applied, this, &MainWindow::ApplyRows);
+    connect(terms_, &ui::TermForm::applied, this, [this](document::EditorState state) {
+        state == document::EditorState::Terms ? ApplyRows() : ApplyIntervals();
+    });
+    connect(terms_, &ui::TermForm::visibilityToggled, this, [this](document::SlotIndex row) {
+        bool& visible = application_.Document().slots[terms_->SlotOf(row)].visible;
+        visible = !visible;
+        terms_->Refresh();
+        graph_->Redraw();
+    });
+    connect(terms_, &ui::TermForm::colourChosen, this,
+            [this](document::SlotIndex row, document::Colour colour) {
+                document::PlotDocument& plot = application_.Document();
+                const document::SlotIndex entry{plot.slots[terms_->SlotOf(row)].colour_index};
+                plot.attributes.slots[entry].colour = colour;
+                terms_->Refresh();
+                graph_->Redraw();
+            });
     connect(graph_, &ui::GraphForm::areaResized, this, &MainWindow::FollowArea);
 }
 
@@ -61,16 +113,26 @@ void MainWindow::MakeMenus()
 
 void MainWindow::ApplyRows()
 {
-    document::PlotDocument& plot = application_.Document();
-    for (const document::SlotIndex row : document::AllSlots()) plot.rows[row] = terms_->Row(row);
+    terms_->StoreRows(application_.Document());
     const document::PlotReport report = application_.Apply();
-    terms_->SetRows(plot.rows);
+    terms_->Refresh();
     ShowOutcome(report.errors, report.notes);
+    if (report.first_faulty_row) {
+        terms_->MarkFaultyRow(*report.first_faulty_row, WithoutSeparator(report.row_errors));
+    } else {
+        terms_->ClearFaultyRow();
+    }
+}
+
+void MainWindow::ApplyIntervals()
+{
+    terms_->StoreIntervals(application_.Document());
+    graph_->Redraw();
 }
 
 void MainWindow::ShowOutcome(std::string_view errors, std::string_view notes)
 {
-    terms_->ShowStatus(WithoutSeparator(errors));
+    terms_->showerror(WithoutSeparator(errors), !errors.empty());
     const std::string_view outcome = errors.empty() ? notes : errors;
     statusBar()->showMessage(outcome.empty() ? "Ok." : Text(WithoutSeparator(outcome)));
     graph_->Redraw();

@@ -2,13 +2,15 @@
 #pragma once
 
 #include <QMainWindow>
+#include <memory>
 #include <string_view>
 
 #include "app/application.h"
 
 namespace korvinth::ui {
+class Dialogs;
 class GraphForm;
-class TermList;
+class TermForm;
 }  // namespace korvinth::ui
 
 namespace korvinth::app {
@@ -19,6 +21,7 @@ class MainWindow : public QMainWindow
 public:
     // Shows the rows that the plot holds. `application` outlives the window.
     explicit MainWindow(Application& application, QWidget* parent = nullptr);
+    ~MainWindow() override;
 
     // Tells what applying the plot has found, and draws.
     void ShowOutcome(std::string_view errors, std::string_view notes);
@@ -26,10 +29,12 @@ public:
 private:
     void MakeMenus();
     void ApplyRows();
+    void ApplyIntervals();
     void FollowArea();
 
     Application& application_;
-    ui::TermList* terms_;
+    std::unique_ptr<ui::Dialogs> dialogs_;
+    ui::TermForm* terms_;
     ui::GraphForm* graph_;
 };
 

@@ -4,15 +4,18 @@
 #include <QPoint>
 #include <QString>
 #include <QWidget>
-#include <string>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 #include "document/editor_rows.h"
 #include "document/plot_document.h"
 #include "ui/dialogs.h"
 
+class QKeyEvent;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 class QToolButton;
 
 namespace korvinth::ui {
@@ -23,7 +26,7 @@ class TermRowsPane;
 
 // Shows the document's rows and reports what the user does; it changes nothing but the rows that
 // are being typed. Rows inserted or deleted are applied together with their texts: until then row
-// and slot of the document can differ, SlotOf tells which slot a row belongs to.
+// and slot of the document can differ, and SlotOf tells which slot a row belongs to.
 class TermForm : public QWidget
 {
     Q_OBJECT
@@ -37,7 +40,7 @@ public:
     // has, but texts that are typed and not applied stay.
     void Refresh();
 
-    // For the session, when the user applies. Stores into the document, whose owner passes it.
+    // Stores into the document, whose owner passes it when the user has applied.
     void StoreRows(document::PlotDocument& document);       // state 0, before ApplyPlot
     void StoreIntervals(document::PlotDocument& document);  // state 1
 
@@ -54,49 +57,78 @@ public:
     // Commands on rows; nothing is applied by them.
     void clrall();
     void clr(document::SlotIndex row);
-    void add_before(document::SlotIndex row, bool after);
-    void findandgetpre(document::EditorState state);  // applies: emits applied
-    void showcd();                                    // colour chooser for the current row
+    bool add_before(document::SlotIndex row, bool after);  // false when there is no room
+    void findandgetpre(document::EditorState state);       // applies: emits applied
+    void showcd();                                         // colour chooser for the current row
 
-    // The status line: `text` on red when `error`, else on the normal colour.
+    // The status line: `text` on red when `error`, else on the normal colour; "" reads "o.k.".
     void showerror(std::string_view text, bool error);
-    // Red frame and tool tip until the row is edited or another mark is set; the row is one of the
-    // document as applied.
+    // Red frame and tool tip at the row of a slot, until it is edited.
     void MarkFaultyRow(document::SlotIndex slot, std::string_view message);
     void ClearFaultyRow();
 
     // Fonts, heights and positions from the font; with `reset` also empties every row.
     void LayoutRows(bool reset = false);
-    // Tells by sizeHint and heightFitted the height that shows the rows in use and one more.
+    // Makes sizeHint the size that shows the rows in use and one more.
     void fitheight();
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     void applied(korvinth::document::EditorState state);        // Enter
-    void visibilityToggled(korvinth::document::SlotIndex row);  // swvis
+    void visibilityToggled(korvinth::document::SlotIndex row);  // swvis; never for a new row
     // The row's pop-up menu is wanted at the point; the row is the current one.
     void rowMenuRequested(korvinth::document::SlotIndex row, QPoint global_position);
     void colourChosen(korvinth::document::SlotIndex row, korvinth::document::Colour colour);
     void stateChanged(korvinth::document::EditorState state);
     void currentRowChanged(korvinth::document::SlotIndex row);
-    void heightFitted(int height);  // pixels
+    void heightFitted(int height);  // pixels, when sizeHint has changed
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
+    struct KeyAction;
+    static const KeyAction* FindKeyAction(const QKeyEvent& event);
+
+    void MakeRows(TermRowsPane* pane);
+    QWidget* MakeButtons();
+    void MakeStatus();
+    void ShowRows();
+    void Typed(document::SlotIndex row, const QString& text);
+    void PasteLines(document::SlotIndex row, const QString& text);
+    void PlusClicked(document::SlotIndex row, bool shift);
+    void RowsMoved();
+    void RememberRows();
+    bool TakeBackMove();
+    void ToggleVisibility(document::SlotIndex row);
+    void RequestRowMenu(std::optional<QPoint> global_position = {});
+    void InsertBelow(document::SlotIndex row, bool focus);
+    void Step(int rows);
+    int HeightOf(int rows) const;  // of the window, when it shows so many rows
+
     document::EditorRows rows_;
+    std::vector<document::EditorRows> former_rows_;  // before rows were inserted or deleted
     const document::PlotDocument& document_;
     Dialogs& dialogs_;
     document::EditorState state_ = document::EditorState::Terms;
     document::SlotIndex current_{};
+    QString text_at_focus_;
+    bool shift_held_ = false;  // when a button of a row was released
+    std::optional<document::SlotIndex> faulty_slot_;
+    QString fault_;
+
     document::SlotTable<TermField*> fnam_;
     document::SlotTable<ColourField*> fcol_;
     document::SlotTable<QToolButton*> cmplus_;
+    TermRowsPane* pane_ = nullptr;
+    QScrollArea* scroll_ = nullptr;
+    QWidget* buttons_ = nullptr;
     QPushButton* btback_ = nullptr;
+    std::vector<QToolButton*> symbols_;
     QLabel* status_ = nullptr;
+    int fitted_height_ = 0;
 };
 
 }  // namespace korvinth::ui
