@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "app/view_control.h"
 #include "document/apply_plot.h"
 #include "document/plot_document.h"
 #include "render/drawing_surface.h"
@@ -23,10 +24,10 @@ public:
 
     term::MathParser& Parser() { return parser_; }
     document::PlotDocument& Document() { return document_; }
-    const render::ViewRange& View() const { return view_; }
+    const render::ViewRange& View() const { return views_.View(); }
+    ViewControl& Views() { return views_; }
 
-    // The drawing area in pixels of the screen. A y-range without bounds of its own follows, so
-    // that both axes have one scale.
+    // The drawing area in pixels of the screen.
     void SetAreaSize(int width, int height);
 
     // Rebuilds the parser's state from the plot and reads the displayed ranges, which may use
@@ -40,20 +41,16 @@ public:
     void StopAnimation() override {}                     // nothing is animated yet
     void StoreRows(document::PlotDocument&) override {}  // whoever calls Apply has stored them
     void RowsChecked(const document::PlotDocument&) override {}  // shown after Apply
-    void UpdateMapping() override;
+    void UpdateMapping() override { views_.UpdateMapping(); }
     void InitSlider(document::ParameterIndex) override {}
     std::vector<double> DisplayedArguments() const override;
 
 private:
-    // The faults of the ranges, "" when all are taken; tells whether one has changed.
-    std::string ReadRanges(bool& changed);
-    void ScaleYLikeX();
-
     term::MathParser parser_;
     document::PlotDocument document_;
-    render::ViewRange view_;
+    ViewControl views_{parser_, document_};
     render::RedrawGate redraw_gate_;
-    render::Renderer renderer_{document_, parser_, view_, redraw_gate_};
+    render::Renderer renderer_{document_, parser_, views_.View(), redraw_gate_};
 };
 
 }  // namespace korvinth::app
