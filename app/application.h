@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "app/view_control.h"
 #include "document/apply_plot.h"
 #include "document/plot_document.h"
 #include "render/drawing_surface.h"
@@ -34,10 +35,10 @@ public:
 
     term::MathParser& Parser() { return parser_; }
     document::PlotDocument& Document() { return document_; }
-    const render::ViewRange& View() const { return view_; }
+    const render::ViewRange& View() const { return views_.View(); }
+    ViewControl& Views() { return views_; }
 
-    // The drawing area in pixels of the screen. A y-range without bounds of its own follows, so
-    // that both axes have one scale.
+    // The drawing area in pixels of the screen.
     void SetAreaSize(int width, int height);
 
     // Rebuilds the parser's state from the plot and reads the displayed ranges, which may use
@@ -47,6 +48,13 @@ public:
     // The whole picture; the surface has the area's size.
     void Draw(render::DrawingSurface& surface) { renderer_.RedrawAll(surface); }
 
+    // Steps between the samples of a slot's graph, until the area changes.
+    int SampleCount(document::SlotIndex slot) const { return renderer_.SampleCount(slot); }
+    void SetSampleCount(document::SlotIndex slot, int steps)
+    {
+        renderer_.SetSampleCount(slot, steps);
+    }
+
     // The windows, while they are there; nullptr takes them away.
     void Attach(ApplyHooks* windows) { windows_ = windows; }
 
@@ -54,21 +62,17 @@ public:
     void StopAnimation() override;
     void StoreRows(document::PlotDocument& plot) override;
     void RowsChecked(const document::PlotDocument& plot) override;
-    void UpdateMapping() override;
+    void UpdateMapping() override { views_.UpdateMapping(); }
     void InitSlider(document::ParameterIndex index) override;
     std::vector<double> DisplayedArguments() const override;
 
 private:
-    // The faults of the ranges, "" when all are taken; tells whether one has changed.
-    std::string ReadRanges(bool& changed);
-    void ScaleYLikeX();
-
     term::MathParser parser_;
     document::PlotDocument document_;
-    render::ViewRange view_;
+    ViewControl views_{parser_, document_};
     ApplyHooks* windows_ = nullptr;
     render::RedrawGate redraw_gate_;
-    render::Renderer renderer_{document_, parser_, view_, redraw_gate_};
+    render::Renderer renderer_{document_, parser_, views_.View(), redraw_gate_};
 };
 
 }  // namespace korvinth::app

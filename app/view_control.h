@@ -41,7 +41,7 @@ class ViewControl final : public ui::GraphGestures, public ui::RangeActions
 public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
-    // Both outlive the object. The mapping is there from the start, the standard range displayed.
+    // Both outlive the object. Displays the standard range.
     ViewControl(term::MathParser& parser, document::PlotDocument& document,
                 Clock clock = std::chrono::steady_clock::now);
 
@@ -56,6 +56,8 @@ public:
     // Reads the document's range texts: on behalf of a rebuild, so without history or redraw. The
     // faults, "" when all are taken; tells whether a range has changed.
     std::string ReadRanges(bool& changed);
+    // Sets the state of the parameters that the ranges' terms use; ReadRanges does it as well.
+    void MarkParameters();
     // A parameter has a new value: reads the ranges whose terms use it, if any, past the history
     // and without redrawing. A range that cannot be displayed now stays as it is.
     void FollowParameter(document::ParameterIndex index);
@@ -85,6 +87,54 @@ public:
     void einszueins(render::ClickButton button) override;
     void UseStandardRange() override;
     void PopView() override;
+
+private:
+    // Successive gestures of one kind within a second are one entry of the history.
+    enum class Run { None, Wheel, Keys };
+
+    struct Snapshot
+    {
+        render::ViewRange view;
+        document::RangeTexts texts;
+        std::vector<unsigned> parameter_states;
+    };
+
+    Snapshot TakeSnapshot() const;
+    void RestoreRanges(const Snapshot& snapshot);
+
+    // What comes after every change of the bounds. False, and the bounds are back at `before`, when
+    // they cannot be displayed.
+    bool Adopt(const render::ViewRange& before);
+    bool KeepRatio(const render::ViewRange& before);
+    bool StillLeftToView(const render::ViewRange& before) const;
+    void StateByNumbers(const render::ViewRange& before);
+    void Announce(const render::ViewRange& before);
+    // A gesture: `change` of the bounds, and the earlier view into the history unless refused.
+    bool Gesture(Run run, const std::function<void(render::ViewRange&)>& change);
+    void Remember(Run run, const render::ViewRange& before);
+    void AnnounceHistory();
+
+    void ScaleYLikeX();
+    void ScaleXLikeY();
+    bool OneScale() const;
+
+    bool InForce(ui::RangeAxis axis) const;
+    void ForgetParameters(unsigned state_bit);
+    std::vector<ui::RangeFault> TakeTyped(const document::RangeTexts& typed);
+
+    term::MathParser& parser_;
+    document::PlotDocument& document_;
+    Clock clock_;
+    render::ViewRange view_;
+    render::ViewHistory history_;
+    render::ZoomFactors factors_;
+    ViewListener* listener_ = nullptr;
+    KeptRatio kept_ratio_ = KeptRatio::None;
+    bool click_zoom_locked_ = false;
+    bool y_is_free_ = true;  // nobody has set the y-range since the standard range: it keeps 1:1
+    Run run_ = Run::None;
+    std::chrono::steady_clock::time_point run_time_{};
+    std::optional<Snapshot> drag_start_;
 };
 
 }  // namespace korvinth::app
