@@ -223,8 +223,10 @@ QWidget* TermForm::MakeButtons()
         button->setToolTip(symbol.name);
         button->setAccessibleName(symbol.name);
         button->setFocusPolicy(Qt::TabFocus);  // a click leaves the caret in its row
-        connect(button, &QToolButton::clicked, this,
-                [this, typed = QString(symbol.typed)] { fnam_[current_]->insert(typed); });
+        connect(button, &QToolButton::clicked, this, [this, button, typed = QString(symbol.typed)] {
+            if (!button->hasFocus()) FocusRow(current_);
+            fnam_[current_]->insert(typed);
+        });
         layout->addWidget(button);
         symbols_.push_back(button);
     }
@@ -389,7 +391,9 @@ void TermForm::FocusRow(SlotIndex row)
 void TermForm::Step(int rows)
 {
     const int number = Number(current_) + rows;
-    if (number >= 0 && number < kSlotCount) FocusRow(Row(number));
+    if (number < 0 || number >= kSlotCount) return;
+    fnam_[Row(number)]->setCursorPosition(fnam_[current_]->cursorPosition());
+    FocusRow(Row(number));
 }
 
 void TermForm::Typed(SlotIndex row, const QString& text)
