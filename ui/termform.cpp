@@ -149,6 +149,7 @@ TermForm::TermForm(const document::PlotDocument& document, Dialogs& dialogs, QWi
     layout->addWidget(scroll_, 1);
     layout->addWidget(buttons_);
     layout->addWidget(status_);
+    layout->addStretch();
 
     LayoutRows();
     setstate(0);
@@ -259,6 +260,7 @@ void TermForm::LayoutRows(bool reset)
         fcol_[row]->setFixedSize(height, height);
         cmplus_[row]->setFixedSize(2 * metrics.horizontalAdvance('+'), height);
     }
+    scroll_->setMaximumHeight(kSlotCount * (height + kSpacing) + kSpacing);
     for (QToolButton* symbol : symbols_) {
         symbol->setFont(row_font);
         symbol->setFixedSize(metrics.horizontalAdvance("≤") + 12, btback_->sizeHint().height());

@@ -289,6 +289,8 @@ TEST_F(TermFormTest, ColourFieldsChooseAndShowColours)
 
 TEST_F(TermFormTest, AFaultyRowIsMarkedUntilItIsEdited)
 {
+    plot.rows[Slot(3)] = "g(x)=";
+    form.init();
     const QImage unmarked = Field(3)->grab().toImage();
     form.MarkFaultyRow(Slot(3), "Funktionsterm <fehlt>!");
     EXPECT_TRUE(Field(3)->toolTip().contains("&lt;fehlt&gt;"));
