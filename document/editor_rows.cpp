@@ -1,6 +1,8 @@
 #include "document/editor_rows.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "document/interval_text.h"
 
@@ -115,6 +117,7 @@ bool EditorRows::AddBefore(SlotIndex row, bool after)
     if (place >= kSlotCount || holds_text) return false;
     std::rotate(rows_.begin() + place, rows_.end() - 1, rows_.end());
     Empty(*(rows_.begin() + place));
+    SortBlankRows();
     return true;
 }
 
@@ -122,6 +125,22 @@ void EditorRows::Clear(SlotIndex row)
 {
     Empty(rows_[row]);
     std::rotate(rows_.begin() + Number(row), rows_.begin() + Number(row) + 1, rows_.end());
+    SortBlankRows();
+}
+
+void EditorRows::SortBlankRows()
+{
+    std::vector<Row*> places;
+    std::vector<Row> blank;
+    for (Row& row : rows_) {
+        if (!row.term.text.empty() || !row.interval.text.empty() || !row.function.name.empty()) {
+            continue;
+        }
+        places.push_back(&row);
+        blank.push_back(row);
+    }
+    std::ranges::stable_sort(blank, {}, [](const Row& row) { return row.function.colour_index; });
+    for (std::size_t k = 0; k < blank.size(); ++k) *places[k] = std::move(blank[k]);
 }
 
 void EditorRows::ClearAll()

@@ -15,8 +15,8 @@ enum class EditorState : std::int16_t { Terms = 0, Intervals = 1 };
 
 // Rows can be inserted, deleted and typed in while the document stays as it was last applied. Every
 // row therefore belongs to a slot of the document: before anything is moved, to the one of its own
-// number; a new row takes over the slot of the row that gave way. Storing the rows brings the slots
-// into the rows' order.
+// number; a new row takes over the slot of a blank one. Storing the rows brings the slots into the
+// rows' order.
 class EditorRows
 {
 public:
@@ -74,6 +74,7 @@ private:
     const RowText& TextOf(EditorState state, SlotIndex row) const;
     static void Show(RowText& text, std::string_view shown);
     static void Empty(Row& row);
+    void SortBlankRows();  // so that the next function takes the first free colour
 
     SlotTable<Row> rows_;
 };

@@ -127,12 +127,15 @@ void TermField::contextMenuEvent(QContextMenuEvent* event)
 {
     QMenu* menu = createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    if (auto* paste_entry = menu->findChild<QAction*>("edit-paste")) {
-        paste_entry->disconnect(SIGNAL(triggered(bool)));
-        connect(paste_entry, &QAction::triggered, this, &TermField::Paste);
+    for (QAction* entry : menu->actions()) {
+        if (!entry->text().startsWith(QLineEdit::tr("&Paste"))) continue;
+        disconnect(entry, &QAction::triggered, this, nullptr);
+        connect(entry, &QAction::triggered, this, &TermField::Paste);
+        entry->setObjectName("mn_row_paste");
     }
     menu->addSeparator();
     QAction* row_menu = menu->addAction("&Graph dieser Zeile ...");
+    row_menu->setObjectName("mn_row");
     const QPoint position = event->globalPos();
     // Once this menu is closed, the other one can open.
     connect(

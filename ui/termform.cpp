@@ -149,6 +149,7 @@ TermForm::TermForm(const document::PlotDocument& document, Dialogs& dialogs, QWi
     layout->addWidget(scroll_, 1);
     layout->addWidget(buttons_);
     layout->addWidget(status_);
+    layout->addStretch();
 
     LayoutRows();
     setstate(0);
@@ -223,8 +224,10 @@ QWidget* TermForm::MakeButtons()
         button->setToolTip(symbol.name);
         button->setAccessibleName(symbol.name);
         button->setFocusPolicy(Qt::TabFocus);  // a click leaves the caret in its row
-        connect(button, &QToolButton::clicked, this,
-                [this, typed = QString(symbol.typed)] { fnam_[current_]->insert(typed); });
+        connect(button, &QToolButton::clicked, this, [this, button, typed = QString(symbol.typed)] {
+            if (!button->hasFocus()) FocusRow(current_);
+            fnam_[current_]->insert(typed);
+        });
         layout->addWidget(button);
         symbols_.push_back(button);
     }
@@ -257,6 +260,7 @@ void TermForm::LayoutRows(bool reset)
         fcol_[row]->setFixedSize(height, height);
         cmplus_[row]->setFixedSize(2 * metrics.horizontalAdvance('+'), height);
     }
+    scroll_->setMaximumHeight(kSlotCount * (height + kSpacing) + kSpacing);
     for (QToolButton* symbol : symbols_) {
         symbol->setFont(row_font);
         symbol->setFixedSize(metrics.horizontalAdvance("≤") + 12, btback_->sizeHint().height());
@@ -389,7 +393,9 @@ void TermForm::FocusRow(SlotIndex row)
 void TermForm::Step(int rows)
 {
     const int number = Number(current_) + rows;
-    if (number >= 0 && number < kSlotCount) FocusRow(Row(number));
+    if (number < 0 || number >= kSlotCount) return;
+    fnam_[Row(number)]->setCursorPosition(fnam_[current_]->cursorPosition());
+    FocusRow(Row(number));
 }
 
 void TermForm::Typed(SlotIndex row, const QString& text)

@@ -114,7 +114,8 @@ private:
     Dialogs& dialogs_;
     document::EditorState state_ = document::EditorState::Terms;
     document::SlotIndex current_{};
-    QString text_at_focus_;
+    QString text_at_focus_;  // the text that Esc puts back, and its row
+    document::SlotIndex row_at_focus_{};
     bool shift_held_ = false;  // when a button of a row was released
     std::optional<document::SlotIndex> faulty_slot_;
     QString fault_;

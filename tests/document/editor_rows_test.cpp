@@ -105,15 +105,16 @@ TEST_F(EditorRowsTest, WhatBelongsToARowMovesWithIt)
     EXPECT_EQ(g.colour_index, 1) << "it keeps its colour";
     EXPECT_EQ(document.attributes.slots[Slot(2)].type, LineType::Dot);
     EXPECT_EQ(document.attributes.slots[Slot(2)].width, 5);
-    EXPECT_EQ(document.slots[Slot(1)].colour_index, 12) << "the new row took a free one";
+    EXPECT_EQ(document.slots[Slot(1)].colour_index, 2) << "the new row took the next free one";
     EXPECT_TRUE(document.slots[Slot(1)].visible);
 
     rows.Clear(Slot(0));
     ApplyRows();
     EXPECT_EQ(document.rows[Slot(0)], "h(x) = 3");
     EXPECT_EQ(document.slots[Slot(1)].interval, "0 ; 1");
-    EXPECT_EQ(document.slots[Slot(12)].name, "");
-    EXPECT_EQ(document.slots[Slot(12)].colour_index, 0);
+    EXPECT_EQ(document.slots[Slot(2)].name, "");
+    EXPECT_EQ(document.slots[Slot(2)].colour_index, 0) << "free again";
+    EXPECT_EQ(document.slots[Slot(12)].colour_index, 12);
 }
 
 TEST_F(EditorRowsTest, DeliberateNewRowsHaveNoBlankBeforeTheSemicolon)

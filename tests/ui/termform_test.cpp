@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
@@ -287,6 +289,8 @@ TEST_F(TermFormTest, ColourFieldsChooseAndShowColours)
 
 TEST_F(TermFormTest, AFaultyRowIsMarkedUntilItIsEdited)
 {
+    plot.rows[Slot(3)] = "g(x)=";
+    form.init();
     const QImage unmarked = Field(3)->grab().toImage();
     form.MarkFaultyRow(Slot(3), "Funktionsterm <fehlt>!");
     EXPECT_TRUE(Field(3)->toolTip().contains("&lt;fehlt&gt;"));
@@ -335,6 +339,25 @@ TEST_F(TermFormTest, PastedLinesFillTheFollowingRows)
     EXPECT_TRUE(Status().contains("ersetzt"));
     QTest::keyClick(Field(1), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(Shown(1), "xa(x) = cos(x)");
+}
+
+TEST_F(TermFormTest, TheFieldsOwnMenuPastesLinesAndOffersTheRowsMenu)
+{
+    QSignalSpy wanted(&form, &TermForm::rowMenuRequested);
+    QApplication::clipboard()->setText("1\n2");
+    for (const char* entry : {"mn_row_paste", "mn_row"}) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, form.mapToGlobal(QPoint(5, 5)));
+        QApplication::sendEvent(Field(4), &event);
+        QWidget* menu = QApplication::activePopupWidget();
+        ASSERT_NE(menu, nullptr);
+        auto* action = menu->findChild<QAction*>(entry);
+        ASSERT_NE(action, nullptr) << entry;
+        action->trigger();
+        menu->close();
+    }
+    EXPECT_EQ(Shown(4), "1");
+    EXPECT_EQ(Shown(5), "2");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return wanted.count() == 1; }));
 }
 
 TEST_F(TermFormTest, HostileTextIsKeptAndAnsweredQuickly)
