@@ -18,6 +18,7 @@
 #include "ui/parameter_column.h"
 #include "ui/parameter_list.h"
 #include "ui/timer_dialog.h"
+#include "ui/timer_symbol.h"
 
 namespace korvinth::app {
 namespace {
