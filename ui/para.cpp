@@ -8,9 +8,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPainter>
 #include <QSlider>
 #include <QToolButton>
+
+#include "ui/timer_symbol.h"
 
 namespace korvinth::ui {
 namespace {
@@ -62,85 +63,6 @@ QLineEdit* MakeField(QWidget* parent, const char* name)
 
 }  // namespace
 
-TimerSymbol::TimerSymbol(QWidget* parent) : QAbstractButton(parent)
-{
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setFocusPolicy(Qt::StrongFocus);
-}
-
-void TimerSymbol::SetFramed(bool framed)
-{
-    framed_ = framed;
-    update();
-}
-
-void TimerSymbol::SetStep(bool has_step)
-{
-    has_step_ = has_step;
-    update();
-}
-
-QSize TimerSymbol::sizeHint() const
-{
-    const int side = fontMetrics().height() + 4;
-    return {side, side};
-}
-
-void TimerSymbol::paintEvent(QPaintEvent*)
-{
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF area = QRectF(rect()).adjusted(1, 1, -1, -1);
-    const QColor accent = palette().color(QPalette::Highlight);
-    if (framed_) {
-        QColor ground = accent;
-        ground.setAlphaF(0.18F);
-        painter.setPen(QPen(accent, 1.5));
-        painter.setBrush(ground);
-        painter.drawRoundedRect(area, 3, 3);
-    } else if (hasFocus() || underMouse()) {
-        painter.setPen(QPen(hasFocus() ? accent : palette().color(QPalette::Mid), 1));
-        painter.drawRoundedRect(area, 3, 3);
-    }
-
-    // A stop watch: case, crown, hand.
-    QColor ink = palette().color(QPalette::WindowText);
-    if (!has_step_) ink.setAlphaF(0.45F);
-    const qreal unit = area.height() / 20;
-    const QPointF centre(area.center().x(), area.center().y() + unit * 1.2);
-    const qreal radius = 5.8 * unit;
-    painter.setPen(QPen(ink, 1.5 * unit, Qt::SolidLine, Qt::RoundCap));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawEllipse(centre, radius, radius);
-    painter.drawLine(QPointF(centre.x(), centre.y() - radius),
-                     QPointF(centre.x(), centre.y() - radius - 2 * unit));
-    painter.drawLine(QPointF(centre.x() - 1.8 * unit, centre.y() - radius - 2.2 * unit),
-                     QPointF(centre.x() + 1.8 * unit, centre.y() - radius - 2.2 * unit));
-    painter.drawLine(centre, QPointF(centre.x() + 2.2 * unit, centre.y() - 2.6 * unit));
-}
-
-void TimerSymbol::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        click();
-    } else {
-        QAbstractButton::keyPressEvent(event);
-    }
-}
-
-void TimerSymbol::mousePressEvent(QMouseEvent* event)
-{
-    if (event->button() == Qt::RightButton) Q_EMIT settingsWanted();
-    QAbstractButton::mousePressEvent(event);
-}
-
-void TimerSymbol::contextMenuEvent(QContextMenuEvent* event)
-{
-    // The right button has asked already when it went down.
-    if (event->reason() != QContextMenuEvent::Mouse) Q_EMIT settingsWanted();
-    event->accept();
-}
-
 // The window itself moves the slider while one of these lives.
 class Para::BusyMark
 {
@@ -158,34 +80,38 @@ private:
     bool before_;
 };
 
-Para::Para(document::ParameterIndex index, QWidget* parent) : QWidget(parent), index_(index)
+Para::Para(document::ParameterIndex index, QWidget* parent)
+    : QWidget(parent),
+      index_(index),
+      name_(new QLabel(this)),
+      h_scroll1_(new QSlider(Qt::Horizontal, this)),
+      text1_(MakeField(this, "Text1")),
+      text2_(MakeField(this, "Text2")),
+      text3_(MakeField(this, "Text3")),
+      image1_(new TimerSymbol(this)),
+      command1_(new QToolButton(this)),
+      menu_(new QMenu(this)),
+      family_(menu_->addAction(QStringLiteral("Als &Scharparameter festlegen")))
 {
     setObjectName(QStringLiteral("para[%1]").arg(document::Number(index)));
-    MakeControls();
-    MakeMenu();
+    SetUpControls();
+    SetUpMenu();
     Arrange();
     FollowFont();
 }
 
-void Para::MakeControls()
+void Para::SetUpControls()
 {
-    name_ = new QLabel(this);
     name_->setObjectName("Label1");
     name_->setTextFormat(Qt::PlainText);
-    text3_ = MakeField(this, "Text3");
-    text1_ = MakeField(this, "Text1");
     text1_->setAlignment(Qt::AlignRight);
-    h_scroll1_ = new QSlider(Qt::Horizontal, this);
     h_scroll1_->setObjectName("HScroll1");
     h_scroll1_->setRange(0, document::kSliderSteps);
     h_scroll1_->setSingleStep(1);
     h_scroll1_->setPageStep(document::kSliderPage);
     h_scroll1_->setFocusPolicy(Qt::StrongFocus);
-    text2_ = MakeField(this, "Text2");
-    image1_ = new TimerSymbol(this);
     image1_->setObjectName("Image1");
     image1_->setToolTip(kTimerTip);
-    command1_ = new QToolButton(this);
     command1_->setObjectName("Command1");
     command1_->setAutoRaise(true);
     command1_->setText(QStringLiteral("✕"));
@@ -209,17 +135,16 @@ void Para::MakeControls()
     connect(command1_, &QToolButton::clicked, this, &QWidget::close);
 }
 
-void Para::MakeMenu()
+void Para::SetUpMenu()
 {
-    menu_ = new QMenu(this);
     menu_->setObjectName("mn_pop2");
     for (const CouplingEntry& entry : kCouplings) {
-        QAction* action = menu_->addAction(QString::fromUtf8(entry.caption));
+        auto* action = new QAction(QString::fromUtf8(entry.caption), menu_);
+        menu_->insertAction(family_, action);
         action->setObjectName(entry.name);
         action->setEnabled(false);  // no parameter follows the pointer yet
     }
-    menu_->addSeparator();
-    family_ = menu_->addAction(QStringLiteral("Als &Scharparameter festlegen"));
+    menu_->insertSeparator(family_);
     family_->setObjectName("mnp_schar");
     family_->setCheckable(true);
     connect(family_, &QAction::triggered, this,
@@ -365,8 +290,9 @@ void Para::RestoreText(QLineEdit* field)
 bool Para::eventFilter(QObject* watched, QEvent* event)
 {
     auto* field = qobject_cast<QLineEdit*>(watched);
-    const bool escape = event->type() == QEvent::KeyPress &&
-                        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+    const auto* key =
+        event->type() == QEvent::KeyPress ? dynamic_cast<const QKeyEvent*>(event) : nullptr;
+    const bool escape = key != nullptr && key->key() == Qt::Key_Escape;
     if (field == nullptr || !escape || !field->isModified()) {
         return QWidget::eventFilter(watched, event);
     }

@@ -1,7 +1,6 @@
 // A parameter's slider window: name and value, slider between its bounds, timer symbol.
 #pragma once
 
-#include <QAbstractButton>
 #include <QString>
 #include <QWidget>
 
@@ -17,33 +16,7 @@ class QToolButton;
 
 namespace korvinth::ui {
 
-// What of the pointer a parameter follows in the graph.
-enum class MouseCoupling { None = 0, X = 1, Y = 2, Angle = 3 };
-
-// The timer symbol: a stop watch in the colours of the palette, framed while the timer runs.
-class TimerSymbol : public QAbstractButton
-{
-    Q_OBJECT
-public:
-    explicit TimerSymbol(QWidget* parent);
-    bool Framed() const { return framed_; }
-    void SetFramed(bool framed);
-    void SetStep(bool has_step);  // pale without one
-    QSize sizeHint() const override;
-
-Q_SIGNALS:
-    void settingsWanted();  // right button or menu key
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
-
-private:
-    bool framed_ = false;
-    bool has_step_ = false;
-};
+class TimerSymbol;
 
 // Shows one parameter and reports what the user did; it changes no plot. Its signals carry the
 // parameter's index.
@@ -87,8 +60,8 @@ protected:
 private:
     class BusyMark;
 
-    void MakeControls();
-    void MakeMenu();
+    void SetUpControls();
+    void SetUpMenu();
     void Arrange();
     void FollowFont();
     void ElideName();

@@ -13,7 +13,7 @@ constexpr int kWindowsHigh = 4;  // wanted, not needed
 }  // namespace
 
 ParameterColumn::ParameterColumn(QWidget* parent)
-    : QWidget(parent), scroll_(new QScrollArea(this)), stack_(new QWidget), hint_(new QLabel)
+    : QWidget(parent), scroll_(new QScrollArea(this)), stack_(new QVBoxLayout), hint_(new QLabel)
 {
     setObjectName("paracolumn");
     setWindowTitle(QStringLiteral("Parameter"));
@@ -25,19 +25,20 @@ ParameterColumn::ParameterColumn(QWidget* parent)
     hint_->setMargin(6);
     hint_->setForegroundRole(QPalette::PlaceholderText);
 
-    auto* stack = new QVBoxLayout(stack_);
-    stack->setContentsMargins(0, 0, 0, 0);
-    stack->setSpacing(0);
-    stack->addWidget(hint_);
+    auto* windows = new QWidget;
+    windows->setLayout(stack_);
+    stack_->setContentsMargins(0, 0, 0, 0);
+    stack_->setSpacing(0);
+    stack_->addWidget(hint_);
     for (Para*& window : windows_) window = nullptr;
-    stack->addStretch();
+    stack_->addStretch();
 
     scroll_->setObjectName("parascroll");
     scroll_->setFrameShape(QFrame::NoFrame);
     scroll_->setWidgetResizable(true);
     scroll_->setFocusPolicy(Qt::NoFocus);
     scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll_->setWidget(stack_);
+    scroll_->setWidget(windows);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(scroll_);
@@ -52,15 +53,9 @@ Para& ParameterColumn::Make(document::ParameterIndex index)
     for (const document::ParameterIndex other : document::AllParameters()) {
         if (other < index && windows_[other] != nullptr) ++place;
     }
-    window = new Para(index, stack_);
+    window = new Para(index, scroll_->widget());
     window->hide();
-    static_cast<QVBoxLayout*>(stack_->layout())->insertWidget(place, window);
-    Connect(window);
-    return *window;
-}
-
-void ParameterColumn::Connect(Para* window)
-{
+    stack_->insertWidget(place, window);
     connect(window, &Para::sliderMoved, this, &ParameterColumn::sliderMoved);
     connect(window, &Para::valueTyped, this, &ParameterColumn::valueTyped);
     connect(window, &Para::boundsTyped, this, &ParameterColumn::boundsTyped);
@@ -68,6 +63,7 @@ void ParameterColumn::Connect(Para* window)
     connect(window, &Para::timerSettingsWanted, this, &ParameterColumn::timerSettingsWanted);
     connect(window, &Para::familyChosen, this, &ParameterColumn::familyChosen);
     connect(window, &Para::closed, this, &ParameterColumn::closed);
+    return *window;
 }
 
 void ParameterColumn::ShowWindow(document::ParameterIndex index, bool visible)

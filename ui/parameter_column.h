@@ -11,6 +11,7 @@
 
 class QLabel;
 class QScrollArea;
+class QVBoxLayout;
 
 namespace korvinth::ui {
 
@@ -41,11 +42,9 @@ Q_SIGNALS:
     void closed(korvinth::document::ParameterIndex index);
 
 private:
-    void Connect(Para* window);
-
     document::ParameterTable<Para*> windows_;
     QScrollArea* scroll_;
-    QWidget* stack_;
+    QVBoxLayout* stack_;
     QLabel* hint_;  // what to do while there is no slider
 };
 
