@@ -6,6 +6,7 @@
 #include <QStatusBar>
 
 #include "ui/graphform.h"
+#include "ui/interform.h"
 #include "ui/termlist.h"
 
 namespace korvinth::app {
@@ -35,7 +36,12 @@ MainWindow::MainWindow(Application& application, QWidget* parent)
     auto* splitter = new QSplitter(this);
     terms_ = new ui::TermList(splitter);
     graph_ = new ui::GraphForm(
+        application_.View(), application_.Views(),
         [this](render::DrawingSurface& surface) { application_.Draw(surface); }, splitter);
+    graph_->SetProbe([this](double x, double y) { return application_.ProbeGraphs(x, y); });
+    ranges_ =
+        new ui::InterForm(application_.Document(), application_.View(), application_.Views(), this);
+    ranges_->setWindowFlag(Qt::Tool);
     splitter->setChildrenCollapsible(false);
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
@@ -49,7 +55,11 @@ MainWindow::MainWindow(Application& application, QWidget* parent)
     terms_->SetRows(application_.Document().rows);
     connect(terms_, &ui::TermList::applied, this, &MainWindow::ApplyRows);
     connect(graph_, &ui::GraphForm::areaResized, this, &MainWindow::FollowArea);
+    connect(graph_, &ui::GraphForm::rangeWindowWanted, this, &MainWindow::ShowRanges);
+    application_.Views().SetListener(this);
 }
+
+MainWindow::~MainWindow() { application_.Views().SetListener(nullptr); }
 
 void MainWindow::MakeMenus()
 {
@@ -75,6 +85,22 @@ void MainWindow::ShowOutcome(std::string_view errors, std::string_view notes)
     statusBar()->showMessage(outcome.empty() ? "Ok." : Text(WithoutSeparator(outcome)));
     graph_->Redraw();
 }
+
+void MainWindow::ShowRanges()
+{
+    ranges_->updateall();
+    ranges_->show();
+    ranges_->raise();
+    ranges_->activateWindow();
+}
+
+void MainWindow::updatex() { ranges_->updatex(); }
+
+void MainWindow::updatey() { ranges_->updatey(); }
+
+void MainWindow::updatet() { ranges_->updatet(); }
+
+void MainWindow::RedrawGraph() { graph_->Redraw(); }
 
 void MainWindow::FollowArea()
 {
