@@ -1,6 +1,7 @@
 // What exists once while the program runs, and the steps that change it in a fixed order.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "document/apply_plot.h"
 #include "document/plot_document.h"
 #include "render/drawing_surface.h"
+#include "render/graph_probe.h"
 #include "render/redraw_gate.h"
 #include "render/renderer.h"
 #include "render/view_range.h"
@@ -47,6 +49,12 @@ public:
 
     // The whole picture; the surface has the area's size.
     void Draw(render::DrawingSurface& surface) { renderer_.RedrawAll(surface); }
+
+    // The graph near a place of the area.
+    std::optional<render::ProbedPoint> ProbeGraphs(double area_x, double area_y)
+    {
+        return render::ProbeGraphs(document_, parser_, View(), area_x, area_y);
+    }
 
     // Steps between the samples of a slot's graph, until the area changes.
     int SampleCount(document::SlotIndex slot) const { return renderer_.SampleCount(slot); }

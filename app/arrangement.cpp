@@ -6,42 +6,56 @@ namespace korvinth::app {
 namespace {
 
 // Widths and heights in heights of a line, so that they follow the font.
-constexpr int kColumnLines = 21;         // a term of about forty letters
-constexpr int kLeastParameterLines = 9;  // two sliders
+constexpr int kColumnLines = 24;  // a term of about forty letters
 constexpr int kCollectionLines = 10;
 constexpr int kLeastCollectionLines = 5;
 
 // In percent of the area.
 constexpr int kWidestColumn = 44;
 constexpr int kNarrowestColumn = 24;
-constexpr int kHighestTerms = 60;
+constexpr int kMostTerms = 70;
 constexpr int kLeastTerms = 30;
 
 int ColumnWidth(const ArrangementRequest& request)
 {
+    if (!request.has_terms && !request.has_parameters && !request.has_collection) return 0;
     const int wanted = kColumnLines * request.font_height;
     return std::clamp(wanted, request.width * kNarrowestColumn / 100,
                       request.width * kWidestColumn / 100);
 }
 
+int CollectionHeight(const ArrangementRequest& request)
+{
+    if (!request.has_collection) return 0;
+    if (!request.has_terms && !request.has_parameters) return request.height;
+    const int quarter = request.height / 4;
+    return std::clamp(quarter, std::min(kLeastCollectionLines * request.font_height, quarter),
+                      kCollectionLines * request.font_height);
+}
+
+// Of the room that the collection leaves.
+int TermsHeight(const ArrangementRequest& request, int room)
+{
+    if (!request.has_terms) return 0;
+    if (!request.has_parameters) return room;
+    const int least = request.height * kLeastTerms / 100;
+    const int most = std::max(least, room * kMostTerms / 100);
+    // Half of the room each. The one that needs more takes what the other one leaves; when there is
+    // too little for both, the sliders come first, since they are worked while they are looked at.
+    const int left_over = room - request.parameters_height;
+    const int wanted = std::max(room / 2, request.terms_height);
+    return std::clamp(std::min(wanted, left_over), least, most);
+}
+
 // The left column from top to bottom: terms, parameters, collection.
 void FillColumn(const ArrangementRequest& request, int width, Arrangement& places)
 {
-    const int height = request.height;
-    const int line = request.font_height;
-    int collection = 0;
-    if (request.has_collection) {
-        collection = std::clamp(height / 4, std::min(kLeastCollectionLines * line, height / 4),
-                                kCollectionLines * line);
-    }
-    const int highest = std::max(
-        height * kLeastTerms / 100,
-        std::min(height * kHighestTerms / 100, height - collection - kLeastParameterLines * line));
-    const int terms =
-        std::clamp(request.terms_height, height * kLeastTerms / 100, std::max(highest, 0));
+    const int collection = CollectionHeight(request);
+    const int room = request.height - collection;
+    const int terms = TermsHeight(request, room);
     places.terms = {0, 0, width, terms};
-    places.parameters = {0, terms, width, height - terms - collection};
-    if (collection > 0) places.collection = {0, height - collection, width, collection};
+    if (request.has_parameters) places.parameters = {0, terms, width, room - terms};
+    places.collection = {0, room, width, collection};
 }
 
 }  // namespace

@@ -26,11 +26,15 @@ struct ArrangementRequest
 {
     int width = 0;  // of the area
     int height = 0;
-    int font_height = 16;  // of one line of text
-    int terms_height = 0;  // what the term editor needs to show its rows in use
+    int font_height = 16;       // of one line of text
+    int terms_height = 0;       // what the term editor needs to show its rows in use
+    int parameters_height = 0;  // what the sliders need
     bool has_collection = false;
     int ranges_height = 0;  // of the range window while it is shown, else 0
     GraphPlace graph_place = GraphPlace::Docked;
+    // What the user has closed leaves its place to its neighbours.
+    bool has_terms = true;
+    bool has_parameters = true;
 };
 
 // Boxes without area belong to windows that have no place in this arrangement. The others do not

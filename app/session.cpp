@@ -197,8 +197,11 @@ void Session::ToggleVisible(document::SlotIndex row)
 
 void Session::TakeColour(document::SlotIndex row, document::Colour colour)
 {
-    document::DisplayAttributes& attributes = application_.Document().attributes;
-    ChangeGraph(row, [&](document::SlotIndex slot) { attributes.slots[slot].colour = colour; });
+    document::PlotDocument& plot = application_.Document();
+    ChangeGraph(row, [&](document::SlotIndex slot) {
+        const document::SlotIndex entry{plot.slots[slot].colour_index};
+        plot.attributes.slots[entry].colour = colour;
+    });
 }
 
 void Session::AskLineWidth(document::SlotIndex row)
@@ -316,7 +319,13 @@ void Session::RowsChecked(const document::PlotDocument&) {}  // Rebuild shows th
 
 void Session::InitSlider(document::ParameterIndex index) { parameters_.InitSlider(index); }
 
-void Session::RereadRanges() { View().FollowParameters(); }
+void Session::RereadRanges()
+{
+    constexpr unsigned kInRanges = document::kInXRange | document::kInYRange | document::kInTRange;
+    for (const document::ParameterIndex index : document::AllParameters()) {
+        if (Document().parameters[index].state & kInRanges) View().FollowParameter(index);
+    }
+}
 
 void Session::RefreshCalculator() {}  // there is no calculator yet
 

@@ -10,11 +10,13 @@
 #include "render/view_range.h"
 #include "ui/range_actions.h"
 
+class QGridLayout;
 class QLabel;
 class QLineEdit;
 
 namespace korvinth::ui {
 
+// The window `interform`, "Dargestellter Bereich".
 class InterForm : public QWidget
 {
     Q_OBJECT
@@ -25,35 +27,41 @@ public:
               RangeActions& actions, QWidget* parent = nullptr);
 
     // Show a range as it is now: terms while they are in force, else numbers to the precision of
-    // the picture. What is being typed goes.
-    void updatex();
-    void updatey();
-    void updatet();
+    // the picture. A field in which someone is typing keeps its text.
+    void updatex() { ShowAxis(RangeAxis::X); }
+    void updatey() { ShowAxis(RangeAxis::Y); }
+    void updatet() { ShowAxis(RangeAxis::T); }
     void updateall();
 
-    // Takes what is typed (Enter in a field, the button); faults stand in the status line and mark
-    // their fields.
-    void TakeFields();
+    // The bounds of all intervals and ranges in brackets, one after the other.
+    std::string makedtxt() const;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    static constexpr int kFields = 6;  // lower and upper bound of x, y, t
+    // A lower and an upper bound.
+    struct FieldPair
+    {
+        QLineEdit* lower = nullptr;
+        QLineEdit* upper = nullptr;
+        bool Edited() const;
+    };
 
-    void MakeFields();
-    void MakeButtons();
-    void Show(int field, const std::string& term, double value, double resolution);
-    std::string Typed(int field) const;
+    void AddRow(QGridLayout& layout, RangeAxis axis, const QString& variable);
+    QLineEdit* MakeField(const QString& name, const QString& caption);
+    QWidget* MakeButtons();
+    void ShowAxis(RangeAxis axis);
+    void TakeFields();
     void ShowFaults(const std::vector<RangeFault>& faults);
-    void MarkField(int field, const QString& fault);
+    void ForgetEdits();
+    FieldPair& Fields(RangeAxis axis) { return fields_[static_cast<std::size_t>(axis)]; }
 
     const document::PlotDocument& document_;
     const render::ViewRange& view_;
     RangeActions& actions_;
-    std::array<QLineEdit*, kFields> fields_{};
-    std::array<std::string, kFields> terms_;  // what the fields stand for while they are not edited
-    QLabel* status_ = nullptr;
+    std::array<FieldPair, 3> fields_;
+    QLabel* status_;
 };
 
 }  // namespace korvinth::ui

@@ -105,4 +105,10 @@ QSize ParameterColumn::sizeHint() const
     return {kCharactersWide * fontMetrics().averageCharWidth(), kWindowsHigh * (2 * line + 20)};
 }
 
+int ParameterColumn::HeightOfWindows() const
+{
+    stack_->layout()->activate();
+    return stack_->sizeHint().height();
+}
+
 }  // namespace korvinth::ui

@@ -30,6 +30,7 @@ public:
     void Reveal(document::ParameterIndex index);  // scrolled into view, the slider gets the focus
 
     QSize sizeHint() const override;
+    int HeightOfWindows() const;  // that shows all without scrolling
 
 Q_SIGNALS:
     void sliderMoved(korvinth::document::ParameterIndex index, double value);

@@ -445,6 +445,16 @@ void TermForm::PasteLines(SlotIndex row, const QString& text)
     }
 }
 
+int TermForm::FilledRows() const
+{
+    int filled = 0;
+    for (const SlotIndex row : document::AllSlots()) {
+        const std::string& text = rows_.Text(EditorState::Terms, row);
+        if (text.find_first_not_of(' ') != std::string::npos) ++filled;
+    }
+    return filled;
+}
+
 void TermForm::clrall()
 {
     RememberRows();

@@ -54,6 +54,8 @@ public:
     document::SlotIndex SlotOf(document::SlotIndex row) const { return rows_.SlotOf(row); }
     document::SlotIndex RowOf(document::SlotIndex slot) const { return rows_.RowOf(slot); }
 
+    int FilledRows() const;  // rows that hold a term, applied or not
+
     // Commands on rows; nothing is applied by them.
     void clrall();
     void clr(document::SlotIndex row);

@@ -23,10 +23,11 @@ public:
 
 Q_SIGNALS:
     // The button was pressed: the factors from now on; the settings are to be saved.
-    void applied(const render::ZoomFactors& factors);
+    void applied(const korvinth::render::ZoomFactors& factors);
 
 private:
     void Apply();
+    void TakeField(QLineEdit& field, double& factor, const char* refusal);
 
     term::MathParser& parser_;
     Dialogs& dialogs_;

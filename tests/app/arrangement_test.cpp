@@ -32,8 +32,14 @@ std::vector<ArrangementRequest> ManyRequests()
                     for (const int ranges : {0, 130, 260}) {
                         for (const GraphPlace place :
                              {GraphPlace::Docked, GraphPlace::FullHeight, GraphPlace::Free}) {
-                            requests.push_back(
-                                {width, height, font, terms, collection, ranges, place});
+                            requests.push_back({.width = width,
+                                                .height = height,
+                                                .font_height = font,
+                                                .terms_height = terms,
+                                                .parameters_height = terms / 2,
+                                                .has_collection = collection,
+                                                .ranges_height = ranges,
+                                                .graph_place = place});
                         }
                     }
                 }
@@ -71,7 +77,7 @@ TEST(Arrangement, EveryWindowKeepsAUsableSizeAndTheGraphMostOfTheRoom)
         const Arrangement places = Arrange(request);
         EXPECT_GE(places.terms.width, 13 * request.font_height);
         EXPECT_GE(places.terms.height, request.height * 3 / 10);
-        EXPECT_GE(places.parameters.height, 5 * request.font_height);
+        EXPECT_GE(places.parameters.height, 4 * request.font_height);
         EXPECT_EQ(HasArea(places.collection), request.has_collection);
         if (request.graph_place == GraphPlace::Free) {
             EXPECT_FALSE(HasArea(places.graph));
@@ -84,18 +90,41 @@ TEST(Arrangement, EveryWindowKeepsAUsableSizeAndTheGraphMostOfTheRoom)
 
 TEST(Arrangement, TermsParametersAndCollectionFillTheLeftColumnInThisOrder)
 {
-    const Arrangement places = Arrange({1280, 740, 17, 300, true, 0, GraphPlace::Docked});
+    const Arrangement places = Arrange({.width = 1280, .height = 740, .has_collection = true});
     EXPECT_EQ(places.terms.y, 0);
-    EXPECT_EQ(places.terms.height, 300);
     EXPECT_EQ(places.parameters.y, places.terms.Bottom());
     EXPECT_EQ(places.collection.y, places.parameters.Bottom());
     EXPECT_EQ(places.collection.Bottom(), 740);
     EXPECT_EQ(places.graph, (Box{places.terms.Right(), 0, 1280 - places.terms.Right(), 740}));
 }
 
+TEST(Arrangement, TermsAndSlidersShareTheColumnByTheirNeeds)
+{
+    ArrangementRequest request{.width = 1280, .height = 740};
+    EXPECT_EQ(Arrange(request).terms.height, 370) << "half each";
+    request.terms_height = 500;
+    EXPECT_EQ(Arrange(request).terms.height, 500);
+    request.parameters_height = 300;
+    EXPECT_EQ(Arrange(request).terms.height, 440) << "the sliders come first";
+    request.parameters_height = 2000;
+    EXPECT_EQ(Arrange(request).terms.height, 222) << "terms stay usable";
+}
+
+TEST(Arrangement, WhatIsClosedLeavesItsPlaceToItsNeighbours)
+{
+    ArrangementRequest request{.width = 1280, .height = 740};
+    request.has_terms = false;
+    EXPECT_EQ(Arrange(request).parameters.height, 740);
+    request.has_parameters = false;
+    EXPECT_EQ(Arrange(request).graph, (Box{0, 0, 1280, 740}));
+    request.has_terms = true;
+    EXPECT_EQ(Arrange(request).terms.height, 740);
+    EXPECT_GT(Arrange(request).graph.x, 0);
+}
+
 TEST(Arrangement, TheRangeWindowStandsBelowTheDockedGraphOnly)
 {
-    ArrangementRequest request{1280, 740, 17, 300, false, 140, GraphPlace::Docked};
+    ArrangementRequest request{.width = 1280, .height = 740, .ranges_height = 140};
     EXPECT_EQ(Arrange(request).graph.height, 600);
     EXPECT_EQ(Arrange(request).ranges.y, 600);
     request.graph_place = GraphPlace::FullHeight;
