@@ -1,18 +1,32 @@
 // What exists once while the program runs, and the steps that change it in a fixed order.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "app/view_control.h"
 #include "document/apply_plot.h"
 #include "document/plot_document.h"
 #include "render/drawing_surface.h"
+#include "render/graph_probe.h"
 #include "render/redraw_gate.h"
 #include "render/renderer.h"
 #include "render/view_range.h"
 #include "term/math_parser.h"
 
 namespace korvinth::app {
+
+// What applying a plot asks of the windows. There are none when the program runs without a window.
+class ApplyHooks
+{
+public:
+    virtual ~ApplyHooks() = default;
+    virtual void StopAnimation() = 0;
+    virtual void StoreRows(document::PlotDocument& plot) = 0;
+    virtual void RowsChecked(const document::PlotDocument& plot) = 0;
+    virtual void InitSlider(document::ParameterIndex index) = 0;
+};
 
 // Owns the parser, the plot and the view. It is complete without windows: they write into the plot,
 // call Apply, and draw through Draw.
@@ -23,10 +37,10 @@ public:
 
     term::MathParser& Parser() { return parser_; }
     document::PlotDocument& Document() { return document_; }
-    const render::ViewRange& View() const { return view_; }
+    const render::ViewRange& View() const { return views_.View(); }
+    ViewControl& Views() { return views_; }
 
-    // The drawing area in pixels of the screen. A y-range without bounds of its own follows, so
-    // that both axes have one scale.
+    // The drawing area in pixels of the screen.
     void SetAreaSize(int width, int height);
 
     // Rebuilds the parser's state from the plot and reads the displayed ranges, which may use
@@ -36,24 +50,37 @@ public:
     // The whole picture; the surface has the area's size.
     void Draw(render::DrawingSurface& surface) { renderer_.RedrawAll(surface); }
 
-    // What Apply needs of the windows.
-    void StopAnimation() override {}                     // nothing is animated yet
-    void StoreRows(document::PlotDocument&) override {}  // whoever calls Apply has stored them
-    void RowsChecked(const document::PlotDocument&) override {}  // shown after Apply
-    void UpdateMapping() override;
-    void InitSlider(document::ParameterIndex) override {}
+    // The graph near a place of the area.
+    std::optional<render::ProbedPoint> ProbeGraphs(double area_x, double area_y)
+    {
+        return render::ProbeGraphs(document_, parser_, View(), area_x, area_y);
+    }
+
+    // Steps between the samples of a slot's graph, until the area changes.
+    int SampleCount(document::SlotIndex slot) const { return renderer_.SampleCount(slot); }
+    void SetSampleCount(document::SlotIndex slot, int steps)
+    {
+        renderer_.SetSampleCount(slot, steps);
+    }
+
+    // The windows, while they are there; nullptr takes them away.
+    void Attach(ApplyHooks* windows) { windows_ = windows; }
+
+    // What ApplyPlot needs of the windows and the view.
+    void StopAnimation() override;
+    void StoreRows(document::PlotDocument& plot) override;
+    void RowsChecked(const document::PlotDocument& plot) override;
+    void UpdateMapping() override { views_.UpdateMapping(); }
+    void InitSlider(document::ParameterIndex index) override;
     std::vector<double> DisplayedArguments() const override;
 
 private:
-    // The faults of the ranges, "" when all are taken; tells whether one has changed.
-    std::string ReadRanges(bool& changed);
-    void ScaleYLikeX();
-
     term::MathParser parser_;
     document::PlotDocument document_;
-    render::ViewRange view_;
+    ViewControl views_{parser_, document_};
+    ApplyHooks* windows_ = nullptr;
     render::RedrawGate redraw_gate_;
-    render::Renderer renderer_{document_, parser_, view_, redraw_gate_};
+    render::Renderer renderer_{document_, parser_, views_.View(), redraw_gate_};
 };
 
 }  // namespace korvinth::app

@@ -93,6 +93,22 @@ std::string ShortestGermanText(double value)
     return text;
 }
 
+std::string RoundedText(double value, double resolution)
+{
+    if (!std::isfinite(value) || !(resolution > 0)) return ShortestText(value);
+    constexpr double kMostPlaces = 320;
+    const double places = std::min(std::ceil(-std::log10(resolution)), kMostPlaces);
+    if (places <= 0) {
+        const double unit = std::pow(10, -places);
+        const double rounded = std::nearbyint(value / unit) * unit;
+        return ShortestText(std::isfinite(rounded) ? rounded + 0.0 : value);
+    }
+    char buffer[700];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed,
+                                   static_cast<int>(places));
+    return ShortestText(LeadingNumber({buffer, end.ptr}) + 0.0);  // no minus sign before 0
+}
+
 double LeadingNumber(std::string_view text)
 {
     text = term::TrimBlanks(text);

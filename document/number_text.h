@@ -17,6 +17,9 @@ std::string DecimalText(std::string_view scientific, std::string_view exponent_m
 std::string ShortestText(double value);
 // The same with a decimal comma.
 std::string ShortestGermanText(double value);
+// Shortest digits of the value rounded to a decimal place that tells `resolution` apart: a
+// resolution of 0.04 shows hundredths.
+std::string RoundedText(double value, double resolution);
 // Leading numeric prefix of a text, 0 when there is none. Independent of the locale.
 double LeadingNumber(std::string_view text);
 // Rounds half to even; limited to the range of the type.

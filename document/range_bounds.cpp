@@ -31,7 +31,11 @@ RangeBounds ReadRangeBounds(term::MathParser& parser, const PlotDocument& docume
 {
     RangeBounds bounds;
     bounds.fault = ReadBound(parser, document, lower_text, bounds.lower);
-    if (bounds.fault.empty()) bounds.fault = ReadBound(parser, document, upper_text, bounds.upper);
+    bounds.faulty = FaultyBound::Lower;
+    if (bounds.fault.empty()) {
+        bounds.fault = ReadBound(parser, document, upper_text, bounds.upper);
+        bounds.faulty = FaultyBound::Upper;
+    }
     if (!bounds.fault.empty()) return bounds;
 
     const double size = std::max(std::abs(bounds.lower), std::abs(bounds.upper));
@@ -40,6 +44,7 @@ RangeBounds ReadRangeBounds(term::MathParser& parser, const PlotDocument& docume
     } else if (bounds.upper - bounds.lower < kSmallestRelativeWidth * size) {
         bounds.fault = "Der Bereich ist zu schmal";
     }
+    bounds.faulty = bounds.fault.empty() ? FaultyBound::None : FaultyBound::Both;
     return bounds;
 }
 

@@ -13,11 +13,14 @@ namespace korvinth::document {
 inline constexpr double kLargestBound = 1e15;
 inline constexpr double kSmallestRelativeWidth = 1e-12;
 
+enum class FaultyBound { None, Lower, Upper, Both };
+
 struct RangeBounds
 {
     double lower = 0;
     double upper = 0;
     std::string fault;  // German, "" when the bounds can be displayed
+    FaultyBound faulty = FaultyBound::None;
 };
 
 // Values of two terms at the present values of the parameters. Leaves no error in the parser.

@@ -35,6 +35,9 @@ struct AxisMarks
     std::string Label(std::int64_t mark) const;
 };
 
+// "⁻¹²"
+std::string Superscript(int exponent);
+
 inline constexpr int kFewestMarks = 5;
 inline constexpr int kMostMarks = 12;
 

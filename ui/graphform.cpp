@@ -1,54 +1,166 @@
 #include "ui/graphform.h"
 
-#include <QPainter>
-#include <QVBoxLayout>
+#include <QGridLayout>
+#include <QLabel>
+#include <QScrollBar>
+#include <QStyle>
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
+#include "render/pointer_text.h"
 #include "render/qt/raster_surface.h"
+#include "ui/click_button.h"
+#include "ui/graph_area.h"
 
 namespace korvinth::ui {
+namespace {
 
-GraphArea::GraphArea(QWidget* parent) : QWidget(parent)
-{
-    setObjectName("Picture1");
-    setAccessibleName("Zeichenfläche");
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    setMinimumSize(160, 120);
-}
+constexpr int kScrollEnd = 100;  // percent of the view
+constexpr int kScrollStep = 10;
+constexpr int kScrollPage = 50;
 
-void GraphArea::Show(const QImage& image)
+// Its upper end stands for the positive values, for arrows, keys and wheel as well.
+class UprightScrollBar : public QScrollBar
 {
-    image_ = image;
-    update();
-}
-
-void GraphArea::paintEvent(QPaintEvent*)
-{
-    QPainter painter(this);
-    if (image_.isNull()) {
-        painter.fillRect(rect(), Qt::white);
-    } else {
-        painter.drawImage(rect(), image_);
+public:
+    explicit UprightScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent)
+    {
+        setInvertedAppearance(true);
+        // The toolkit turns the thumb alone.
+        connect(this, &QScrollBar::actionTriggered, this, [this](int action) {
+            const bool step = action >= SliderSingleStepAdd && action <= SliderPageStepSub;
+            if (step) setSliderPosition(-sliderPosition());
+        });
     }
-}
 
-void GraphArea::resizeEvent(QResizeEvent*) { Q_EMIT resized(); }
+protected:
+    void wheelEvent(QWheelEvent* event) override
+    {
+        setInvertedControls(false);
+        QScrollBar::wheelEvent(event);
+        setInvertedControls(true);
+    }
+};
 
-GraphForm::GraphForm(Drawing drawing, QWidget* parent)
-    : QWidget(parent), drawing_(std::move(drawing)), area_(new GraphArea(this))
+QString Text(const std::string& utf8) { return QString::fromStdString(utf8); }
+
+}  // namespace
+
+GraphForm::GraphForm(const render::ViewRange& view, GraphGestures& gestures, Drawing drawing,
+                     QWidget* parent)
+    : QWidget(parent),
+      view_(view),
+      gestures_(gestures),
+      drawing_(std::move(drawing)),
+      area_(new GraphArea([this] { return Draw(); }, this)),
+      pointer_(new GraphPointer(*area_, view, gestures)),
+      hscroll_(new QScrollBar(Qt::Horizontal, this)),
+      vscroll_(new UprightScrollBar(this)),
+      readout_(new QLabel(this)),
+      zoom_button_(new ZoomButton(this)),
+      one_to_one_(new ClickButton(this))
 {
     setObjectName("graphform");
     setWindowTitle("Funktionenplotter");
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(area_);
+    setFocusProxy(area_);
+    MakeControls();
+    ArrangeControls();
     connect(area_, &GraphArea::resized, this, &GraphForm::areaResized);
+    connect(area_, &GraphArea::drawn, this, &GraphForm::ShowReadout);
+    connect(pointer_, &GraphPointer::moved, this, &GraphForm::FollowPointer);
+    connect(pointer_, &GraphPointer::modeChanged, this, &GraphForm::modeChanged);
+    connect(pointer_, &GraphPointer::plainClicked, this, &GraphForm::plainClicked);
+    connect(pointer_, &GraphPointer::menuWanted, this, &GraphForm::menuWanted);
 }
+
+void GraphForm::MakeControls()
+{
+    hscroll_->setObjectName("HScroll1");
+    hscroll_->setAccessibleName("nach links und rechts verschieben");
+    FollowScrollBar(*hscroll_, &GraphGestures::scrlr);
+    vscroll_->setObjectName("VScroll1");
+    vscroll_->setAccessibleName("nach oben und unten verschieben");
+    FollowScrollBar(*vscroll_, &GraphGestures::scrud);
+
+    readout_->setObjectName("Label1");
+    readout_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    readout_->setTextFormat(Qt::PlainText);
+
+    zoom_button_->setObjectName("Image1");
+    zoom_button_->setToolTip("Links oder rechts klicken für Zoom");
+    zoom_button_->setAccessibleName("Zoom");
+    zoom_button_->setAutoRaise(true);
+    connect(zoom_button_, &ClickButton::clickedWith, this, &GraphForm::ClickZoomButton);
+    one_to_one_->setObjectName("Label2");
+    one_to_one_->setText("1:1");
+    one_to_one_->setToolTip("Links oder rechts anklicken für Skalierungsverhältnis 1:1");
+    one_to_one_->setAutoRaise(true);
+    connect(one_to_one_, &ClickButton::clickedWith, this,
+            [this](render::ClickButton button) { gestures_.einszueins(button); });
+}
+
+void GraphForm::ArrangeControls()
+{
+    // The zoom button fills the corner between the bars, so they are as wide as it needs to be.
+    constexpr int kAroundIcon = 4;
+    const int extent = std::max(style()->pixelMetric(QStyle::PM_ScrollBarExtent),
+                                fontMetrics().height() + kAroundIcon);
+    hscroll_->setFixedHeight(extent);
+    vscroll_->setFixedWidth(extent);
+    zoom_button_->setFixedSize(extent, extent);
+
+    auto* below = new QHBoxLayout;
+    below->setContentsMargins(kAroundIcon, 0, 0, 0);
+    below->addWidget(readout_, 1);
+    below->addWidget(one_to_one_);
+
+    auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(area_, 0, 0);
+    layout->addWidget(vscroll_, 0, 1);
+    layout->addWidget(hscroll_, 1, 0);
+    layout->addWidget(zoom_button_, 1, 1);
+    layout->addLayout(below, 2, 0, 1, 2);
+    layout->setRowStretch(0, 1);
+    layout->setColumnStretch(0, 1);
+}
+
+// The bars are relative: each move is handed on, and the value rests at 0.
+void GraphForm::FollowScrollBar(QScrollBar& bar, void (GraphGestures::*handle)(std::int16_t))
+{
+    bar.setRange(-kScrollEnd, kScrollEnd);
+    bar.setSingleStep(kScrollStep);
+    bar.setPageStep(kScrollPage);
+    connect(&bar, &QScrollBar::valueChanged, this, [this, &bar, handle](int value) {
+        if (value == 0) return;
+        bar.setValue(0);
+        (gestures_.*handle)(static_cast<std::int16_t>(value));
+    });
+}
+
+void GraphForm::ClickZoomButton(render::ClickButton button, unsigned keys)
+{
+    if (keys == render::kShiftKey) {
+        Q_EMIT rangeWindowWanted();
+    } else if (keys == render::kCtrlKey) {
+        Q_EMIT zoomFactorsWanted();
+    } else {
+        gestures_.zoom(button, render::kCtrlKey | render::kAltKey, view_.area_width / 2,
+                       view_.area_height / 2);
+    }
+}
+
+void GraphForm::SetProbe(Probe probe) { probe_ = std::move(probe); }
 
 QSize GraphForm::AreaSize() const { return area_->size().expandedTo({1, 1}); }
 
-void GraphForm::Redraw()
+void GraphForm::Redraw() { area_->Outdate(); }
+
+const QImage& GraphForm::Picture() { return area_->Image(); }
+
+QImage GraphForm::Draw()
 {
     const QSize size = AreaSize();
     const double scale = area_->devicePixelRatioF();
@@ -56,7 +168,31 @@ void GraphForm::Redraw()
     render::RasterSurface surface(size.width(), size.height(), steps, scale);
     drawing_(surface);
     surface.Refresh();
-    area_->Show(surface.Image());
+    return surface.Image();
+}
+
+void GraphForm::FollowPointer()
+{
+    const std::optional<QPointF> place = pointer_->Place();
+    const bool points = place && Mode() == PointerMode::Plain && !pointer_->Busy();
+    if (points) Q_EMIT pointerMoved(view_.WorldX(place->x()), view_.WorldY(place->y()));
+    ShowReadout();
+}
+
+void GraphForm::ShowReadout()
+{
+    const std::optional<QPointF> place = pointer_->Place();
+    std::string text = place ? render::PointerText(view_, place->x(), place->y()) : "";
+    std::optional<QPointF> mark;
+    if (!text.empty() && Mode() == PointerMode::Plain && !pointer_->Busy() && probe_) {
+        if (const auto point = probe_(place->x(), place->y())) {
+            text += "   " + render::ValueText(view_, point->function, point->x, point->y);
+            mark = QPointF(view_.AreaX(point->x) / view_.twips_per_pixel_x,
+                           view_.AreaY(point->y) / view_.twips_per_pixel_y);
+        }
+    }
+    area_->SetMark(mark);
+    readout_->setText(Text(text));
 }
 
 }  // namespace korvinth::ui

@@ -1,57 +1,81 @@
-// The graph window: one drawing area that shows what its drawing routine put onto a surface.
+// The graph window: area, scroll bars, status line and zoom buttons.
 #pragma once
 
 #include <QImage>
 #include <QWidget>
 #include <functional>
+#include <optional>
 
 #include "render/drawing_surface.h"
+#include "render/graph_probe.h"
+#include "render/view_range.h"
+#include "ui/graph_gestures.h"
+#include "ui/graph_pointer.h"
+
+class QLabel;
+class QScrollBar;
 
 namespace korvinth::ui {
 
-// The area `Picture1`: shows an image, tells when its size changed.
-class GraphArea : public QWidget
-{
-    Q_OBJECT
-public:
-    explicit GraphArea(QWidget* parent);
-    void Show(const QImage& image);
-    const QImage& Image() const { return image_; }
+class ClickButton;
+class GraphArea;
 
-Q_SIGNALS:
-    void resized();
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-
-private:
-    QImage image_;
-};
-
+// Hands what changes the view to its gestures; what means something else it tells by signals.
 class GraphForm : public QWidget
 {
     Q_OBJECT
 public:
     using Drawing = std::function<void(render::DrawingSurface&)>;
+    // The point of a graph near a place of the area, if there is one.
+    using Probe = std::function<std::optional<render::ProbedPoint>(double area_x, double area_y)>;
 
-    // `drawing` draws the whole picture.
-    explicit GraphForm(Drawing drawing, QWidget* parent = nullptr);
+    // `drawing` draws the whole picture. `view` and `gestures` outlive the window.
+    GraphForm(const render::ViewRange& view, GraphGestures& gestures, Drawing drawing,
+              QWidget* parent = nullptr);
+    void SetProbe(Probe probe);
 
-    // Draws the picture anew and shows it.
+    // Has the picture drawn anew once the events at hand are done: calls before that are one, and
+    // the picture is that of the newest view.
     void Redraw();
     // Size of the area in pixels as the toolkit counts them, at least 1 by 1. A screen of more dots
     // shows a finer picture of the same size.
     QSize AreaSize() const;
-    // What the area shows.
-    const QImage& Picture() const { return area_->Image(); }
+    // The present picture, without marks of the pointer.
+    const QImage& Picture();
+
+    PointerMode Mode() const { return pointer_->Mode(); }
+    void SetMode(PointerMode mode) { pointer_->SetMode(mode); }
 
 Q_SIGNALS:
     void areaResized();  // the picture is to be drawn for a new size
+    void modeChanged(korvinth::ui::PointerMode mode);
+    void pointerMoved(double x, double y);  // world coordinates, in the plain mode
+    void plainClicked();                    // left button, no key, in the plain mode
+    // Right button, no key; `place` in area units.
+    void menuWanted(QPoint global, QPointF place);
+    void rangeWindowWanted();
+    void zoomFactorsWanted();
 
 private:
+    void MakeControls();
+    void ArrangeControls();
+    void FollowScrollBar(QScrollBar& bar, void (GraphGestures::*handle)(std::int16_t));
+    void ClickZoomButton(render::ClickButton button, unsigned keys);
+    void FollowPointer();
+    void ShowReadout();
+    QImage Draw();
+
+    const render::ViewRange& view_;
+    GraphGestures& gestures_;
     Drawing drawing_;
+    Probe probe_;
     GraphArea* area_;
+    GraphPointer* pointer_;
+    QScrollBar* hscroll_;
+    QScrollBar* vscroll_;
+    QLabel* readout_;
+    ClickButton* zoom_button_;
+    ClickButton* one_to_one_;
 };
 
 }  // namespace korvinth::ui

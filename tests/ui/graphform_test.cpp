@@ -13,6 +13,26 @@ namespace {
 
 const render::Pen kRed{document::MakeColour(255, 0, 0), 4, document::LineType::Solid};
 
+class NoGestures : public GraphGestures
+{
+public:
+    void zoom(render::ClickButton, unsigned, double, double) override {}
+    bool ZoomToFrame(const render::ZoomFrame&) override { return false; }
+    void ZoomByWheel(double, unsigned, double, double) override {}
+    void ZoomByPinch(double, double, double) override {}
+    void BeginDrag() override {}
+    void Drag(double, double) override {}
+    void EndDrag() override {}
+    void CancelDrag() override {}
+    void scrlr(std::int16_t) override {}
+    void scrud(std::int16_t) override {}
+    void ScrollByKey(std::int16_t, std::int16_t) override {}
+    void ZoomByKey(int) override {}
+    void einszueins(render::ClickButton) override {}
+    void UseStandardRange() override {}
+    void PopView() override {}
+};
+
 // A red bar across the middle of the surface.
 void DrawBar(render::DrawingSurface& surface)
 {
@@ -34,15 +54,24 @@ std::vector<int> RedRows(const QImage& image)
 
 TEST(GraphForm, ShowsWhatItsRoutineDraws)
 {
-    GraphForm form(DrawBar);
+    NoGestures gestures;
+    const render::ViewRange view;
+    int drawings = 0;
+    GraphForm form(view, gestures, [&drawings](render::DrawingSurface& surface) {
+        ++drawings;
+        DrawBar(surface);
+    });
     QSignalSpy resized(&form, &GraphForm::areaResized);
     form.resize(300, 200);
     form.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
     EXPECT_GE(resized.count(), 1);
-    form.Redraw();
+    drawings = 0;
+    for (int i = 0; i < 5; ++i) form.Redraw();
+    EXPECT_EQ(drawings, 0) << "the newest view is drawn when the events at hand are done";
     EXPECT_EQ(RedRows(form.Picture()).size(), RedRows(form.grab().toImage()).size());
     EXPECT_GE(RedRows(form.Picture()).size(), 3U);
+    EXPECT_EQ(drawings, 1);
 }
 
 TEST(RasterSurface, GrowsEverythingWithItsScale)

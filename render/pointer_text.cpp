@@ -1,0 +1,52 @@
+#include "render/pointer_text.h"
+
+#include "document/number_text.h"
+#include "render/axis_marks.h"
+
+namespace korvinth::render {
+namespace {
+
+// As numbers are written beside axes: decimal comma, minus sign, powers of ten.
+std::string Typeset(double value, double resolution)
+{
+    const std::string plain = document::RoundedText(value, resolution);
+    const std::size_t mark = plain.find('e');
+    std::string text;
+    for (const char c : plain.substr(0, mark)) {
+        if (c == '-') {
+            text += "−";
+        } else {
+            text += c == '.' ? ',' : c;
+        }
+    }
+    if (mark == std::string::npos) return text;
+    const auto exponent = static_cast<int>(document::LeadingNumber(plain.substr(mark + 1)));
+    return text + "·10" + Superscript(exponent);
+}
+
+}  // namespace
+
+double PixelWidth(const ViewRange& view) { return view.twips_per_pixel_x / view.xmu; }
+double PixelHeight(const ViewRange& view) { return view.twips_per_pixel_y / view.ymu; }
+
+double PointedX(const ViewRange& view, double area_x)
+{
+    return document::LeadingNumber(document::RoundedText(view.WorldX(area_x), PixelWidth(view)));
+}
+
+std::string PointerText(const ViewRange& view, double area_x, double area_y)
+{
+    const bool inside =
+        area_x >= 0 && area_x < view.area_width && area_y >= 0 && area_y < view.area_height;
+    if (!inside) return "";
+    return "x = " + Typeset(view.WorldX(area_x), PixelWidth(view)) +
+           "   y = " + Typeset(view.WorldY(area_y), PixelHeight(view));
+}
+
+std::string ValueText(const ViewRange& view, std::string_view function, double x, double y)
+{
+    return std::string(function) + "(" + Typeset(x, PixelWidth(view)) +
+           ") = " + Typeset(y, PixelHeight(view) / 10);
+}
+
+}  // namespace korvinth::render

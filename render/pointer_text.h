@@ -1,0 +1,24 @@
+// What the status line under the graph says about a place.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "render/view_range.h"
+
+namespace korvinth::render {
+
+// World units of one screen pixel.
+double PixelWidth(const ViewRange& view);
+double PixelHeight(const ViewRange& view);
+
+// The x of a place in the area, rounded to what a pixel tells apart.
+double PointedX(const ViewRange& view, double area_x);
+
+// "x = 1,25   y = −0,5" to the precision of a pixel; "" outside the area.
+std::string PointerText(const ViewRange& view, double area_x, double area_y);
+
+// "f(1,25) = 0,949": the value has one digit more than the picture shows.
+std::string ValueText(const ViewRange& view, std::string_view function, double x, double y);
+
+}  // namespace korvinth::render

@@ -1,0 +1,272 @@
+#include "ui/interform.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "document/number_text.h"
+#include "render/pointer_text.h"
+#include "ui/click_button.h"
+
+namespace korvinth::ui {
+namespace {
+
+constexpr std::array kAxes = {RangeAxis::X, RangeAxis::Y, RangeAxis::T};
+
+const QColor kErrorText(0xB3, 0x26, 0x1E);
+const QColor kErrorBackground(0xFD, 0xEC, 0xEA);
+
+// Where the bounds of an axis stand.
+struct AxisBounds
+{
+    std::string document::RangeTexts::*lower_text;
+    std::string document::RangeTexts::*upper_text;
+    double render::ViewRange::*lower;
+    double render::ViewRange::*upper;
+};
+constexpr std::array kBounds = {
+    AxisBounds{&document::RangeTexts::x_lower, &document::RangeTexts::x_upper,
+               &render::ViewRange::x_min, &render::ViewRange::x_max},
+    AxisBounds{&document::RangeTexts::y_lower, &document::RangeTexts::y_upper,
+               &render::ViewRange::y_min, &render::ViewRange::y_max},
+    AxisBounds{&document::RangeTexts::t_lower, &document::RangeTexts::t_upper,
+               &render::ViewRange::t_min, &render::ViewRange::t_max},
+};
+
+const AxisBounds& Bounds(RangeAxis axis) { return kBounds[static_cast<std::size_t>(axis)]; }
+
+double Resolution(const render::ViewRange& view, RangeAxis axis)
+{
+    constexpr double kStepsOfT = 1000;
+    switch (axis) {
+        case RangeAxis::X: return render::PixelWidth(view);
+        case RangeAxis::Y: return render::PixelHeight(view);
+        case RangeAxis::T: break;
+    }
+    return (view.t_max - view.t_min) / kStepsOfT;
+}
+
+// The term as typed; a number that the view has come to is shown as far as the picture tells.
+QString Shown(const std::string& term, double value, double resolution)
+{
+    if (!term.empty() && term != document::ShortestText(value)) return QString::fromStdString(term);
+    return QString::fromStdString(document::RoundedText(value, resolution)).replace('.', ',');
+}
+
+std::string TypedText(const QLineEdit& field, const std::string& term, double value)
+{
+    if (field.isModified()) return field.text().toStdString();
+    return term.empty() ? document::ShortestText(value) : term;
+}
+
+void ShowAsFaulty(QLineEdit& field, const QString& fault)
+{
+    field.setToolTip(fault);
+    field.setStyleSheet(fault.isEmpty() ? ""
+                                        : "QLineEdit { border: 1px solid #C01C28; "
+                                          "background: #FDECEA; color: #7A1016; }");
+}
+
+}  // namespace
+
+bool InterForm::FieldPair::Edited() const { return lower->isModified() || upper->isModified(); }
+
+InterForm::InterForm(const document::PlotDocument& document, const render::ViewRange& view,
+                     RangeActions& actions, QWidget* parent)
+    : QWidget(parent),
+      document_(document),
+      view_(view),
+      actions_(actions),
+      status_(new QLabel(this))
+{
+    setObjectName("interform");
+    setWindowTitle("Dargestellter Bereich");
+    auto* rows = new QGridLayout;
+    rows->addWidget(new QLabel("von", this), 0, 1);
+    rows->addWidget(new QLabel("bis", this), 0, 2);
+    AddRow(*rows, RangeAxis::X, "x");
+    AddRow(*rows, RangeAxis::Y, "y");
+    AddRow(*rows, RangeAxis::T, "t");
+    rows->setColumnStretch(1, 1);
+    rows->setColumnStretch(2, 1);
+
+    status_->setObjectName("interstatus");
+    status_->setTextFormat(Qt::PlainText);
+    status_->setWordWrap(true);
+    status_->setMargin(4);
+    QPalette colours;
+    colours.setColor(QPalette::Window, kErrorBackground);
+    colours.setColor(QPalette::WindowText, kErrorText);
+    status_->setPalette(colours);
+    status_->setAutoFillBackground(true);
+    status_->hide();
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(rows);
+    layout->addWidget(status_);
+    layout->addStretch(1);
+    layout->addWidget(MakeButtons());
+    updateall();
+}
+
+void InterForm::AddRow(QGridLayout& layout, RangeAxis axis, const QString& variable)
+{
+    const int row = layout.rowCount();
+    FieldPair& pair = Fields(axis);
+    pair.lower = MakeField(variable + "u", "untere Grenze von " + variable);
+    pair.upper = MakeField(variable + "o", "obere Grenze von " + variable);
+    auto* label = new QLabel("&" + variable + ":", this);
+    label->setBuddy(pair.lower);
+    layout.addWidget(label, row, 0);
+    layout.addWidget(pair.lower, row, 1);
+    layout.addWidget(pair.upper, row, 2);
+}
+
+QLineEdit* InterForm::MakeField(const QString& name, const QString& caption)
+{
+    constexpr int kCharacters = 10;
+    auto* field = new QLineEdit(this);
+    field->setObjectName(name);
+    field->setAccessibleName(caption);
+    field->setMinimumWidth(kCharacters * fontMetrics().horizontalAdvance('0'));
+    connect(field, &QLineEdit::returnPressed, this, &InterForm::TakeFields);
+    return field;
+}
+
+QWidget* InterForm::MakeButtons()
+{
+    auto* row = new QWidget(this);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* standard = new QPushButton("&Standardbereich", row);
+    standard->setObjectName("Command2");
+    connect(standard, &QPushButton::clicked, this, [this] {
+        ForgetEdits();
+        actions_.UseStandardRange();
+    });
+    auto* one_to_one = new ClickButton(row);
+    one_to_one->setObjectName("einszueins");
+    one_to_one->setText("&1:1");
+    one_to_one->setToolTip("Links oder rechts anklicken für Skalierungsverhältnis 1:1");
+    connect(one_to_one, &ClickButton::clickedWith, this, [this](render::ClickButton button) {
+        ForgetEdits();
+        actions_.einszueins(button);
+    });
+    auto* take = new QPushButton("Ü&bernehmen", row);
+    take->setObjectName("Command1");
+    connect(take, &QPushButton::clicked, this, &InterForm::TakeFields);
+    layout->addWidget(standard);
+    layout->addWidget(one_to_one);
+    layout->addStretch(1);
+    layout->addWidget(take);
+    return row;
+}
+
+void InterForm::ShowAxis(RangeAxis axis)
+{
+    const AxisBounds& bounds = Bounds(axis);
+    const FieldPair& pair = Fields(axis);
+    const double resolution = Resolution(view_, axis);
+    const auto show = [&](QLineEdit& field, auto text, auto value) {
+        if (field.isModified() && field.hasFocus()) return;
+        const QString shown = Shown(document_.ranges.*text, view_.*value, resolution);
+        if (field.text() != shown) field.setText(shown);
+        field.setModified(false);
+        ShowAsFaulty(field, "");
+    };
+    show(*pair.lower, bounds.lower_text, bounds.lower);
+    show(*pair.upper, bounds.upper_text, bounds.upper);
+}
+
+void InterForm::updateall()
+{
+    for (const RangeAxis axis : kAxes) ShowAxis(axis);
+}
+
+std::string InterForm::makedtxt() const
+{
+    std::string text;
+    for (const std::string& item : document_.BracketedBounds()) text += item;
+    return text;
+}
+
+void InterForm::ForgetEdits()
+{
+    for (const FieldPair& pair : fields_) {
+        pair.lower->setModified(false);
+        pair.upper->setModified(false);
+    }
+    updateall();
+    ShowFaults({});
+}
+
+void InterForm::TakeFields()
+{
+    document::RangeTexts typed = document_.ranges;
+    for (const RangeAxis axis : kAxes) {
+        const AxisBounds& bounds = Bounds(axis);
+        const FieldPair& pair = Fields(axis);
+        if (!pair.Edited()) continue;
+        typed.*bounds.lower_text =
+            TypedText(*pair.lower, document_.ranges.*bounds.lower_text, view_.*bounds.lower);
+        typed.*bounds.upper_text =
+            TypedText(*pair.upper, document_.ranges.*bounds.upper_text, view_.*bounds.upper);
+    }
+    const std::vector<RangeFault> faults = actions_.TakeRanges(typed);
+    for (const RangeAxis axis : kAxes) {
+        const bool refused = std::ranges::any_of(
+            faults, [axis](const RangeFault& fault) { return fault.axis == axis; });
+        if (refused) continue;
+        Fields(axis).lower->setModified(false);
+        Fields(axis).upper->setModified(false);
+        ShowAxis(axis);
+    }
+    ShowFaults(faults);
+}
+
+void InterForm::ShowFaults(const std::vector<RangeFault>& faults)
+{
+    for (const FieldPair& pair : fields_) {
+        ShowAsFaulty(*pair.lower, "");
+        ShowAsFaulty(*pair.upper, "");
+    }
+    QStringList lines;
+    QLineEdit* first = nullptr;
+    for (const RangeFault& fault : faults) {
+        const QString text = QString::fromStdString(fault.text);
+        const FieldPair& pair = Fields(fault.axis);
+        lines << "⚠ " + text;
+        if (fault.bound != RangeBound::Upper) ShowAsFaulty(*pair.lower, text);
+        if (fault.bound != RangeBound::Lower) ShowAsFaulty(*pair.upper, text);
+        if (first == nullptr) first = fault.bound == RangeBound::Upper ? pair.upper : pair.lower;
+    }
+    status_->setText(lines.join('\n'));
+    status_->setHidden(faults.empty());
+    if (first == nullptr) return;
+    first->setFocus();
+    first->selectAll();
+}
+
+// Esc takes back what is typed; when there is nothing, it closes the window.
+void InterForm::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Escape) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    const bool edited = std::ranges::any_of(fields_, &FieldPair::Edited);
+    if (edited) {
+        ForgetEdits();
+    } else if (parentWidget() != nullptr && !isWindow()) {
+        parentWidget()->close();
+    } else {
+        close();
+    }
+}
+
+}  // namespace korvinth::ui
