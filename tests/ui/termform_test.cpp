@@ -188,15 +188,6 @@ TEST_F(TermFormTest, UndoBringsADeletedRowBack)
     EXPECT_EQ(Shown(3), "h(x)=unapplied");
 }
 
-TEST_F(TermFormTest, RefusesARowThatWouldPushTextOut)
-{
-    Type(12, "z(x)=1");
-    Press(0, Qt::Key_Insert);
-    EXPECT_EQ(Shown(12), "z(x)=1");
-    EXPECT_EQ(Shown(1), "xa(x) = cos(x)");
-    EXPECT_TRUE(Status().contains("nicht leer"));
-}
-
 TEST_F(TermFormTest, TheButtonAtARowInsertsDeletesAndToggles)
 {
     QSignalSpy toggled(&form, &TermForm::visibilityToggled);
@@ -382,19 +373,6 @@ TEST_F(TermFormTest, HostileTextIsKeptAndAnsweredQuickly)
     EXPECT_TRUE(Status().contains("262131"));
     form.grab();
     EXPECT_LT(timer.elapsed(), 10'000) << "milliseconds, under the sanitizers too";
-}
-
-TEST_F(TermFormTest, SizesFollowTheFont)
-{
-    const int height = Field(0)->height();
-    QFont large = form.font();
-    large.setPointSize(22);
-    form.setFont(large);
-    QApplication::processEvents();
-    EXPECT_GT(Field(0)->height(), height);
-    EXPECT_EQ(Part("fcol[0]")->height(), Field(0)->height());
-    EXPECT_GE(Part("symbol[4]")->width(), Part("symbol[4]")->fontMetrics().horizontalAdvance("≤"));
-    EXPECT_GE(Part("fcol[0]")->width(), Part("fcol[0]")->height());
 }
 
 }  // namespace
