@@ -115,10 +115,12 @@ TEST_F(EditorRowsTest, DeliberateNewRowsHaveNoBlankBeforeTheSemicolon)
 TEST_F(EditorRowsTest, DeliberateTheNameOfADeletedRowIsTakenUntilTheRowsAreChecked)
 {
     Plot({"f(x)=x"});
+    document.slots[Slot(0)].visible = false;
     rows.Clear(Slot(0));
     Type(0, "x^2");
     ApplyRows();
     EXPECT_EQ(Term(0), "g(x) = x^2");
+    EXPECT_TRUE(document.slots[Slot(0)].visible) << "but nothing else of it is left";
     Type(1, "x^3");
     ApplyRows();
     EXPECT_EQ(Term(1), "f(x) = x^3");
