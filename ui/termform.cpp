@@ -33,7 +33,6 @@ constexpr int kLongestTip = 1500;
 constexpr std::size_t kRememberedMoves = 20;
 
 SlotIndex Row(int number) { return SlotIndex{static_cast<std::int16_t>(number)}; }
-constexpr SlotIndex kLastRow{kSlotCount - 1};
 
 QString Numbered(const char* name, int number)
 {
@@ -56,23 +55,8 @@ TermForm::TermForm(const document::PlotDocument& document, Dialogs& dialogs, QWi
     : QWidget(parent), document_(document), dialogs_(dialogs)
 {
     setObjectName("termform");
-    pane_ = new TermRowsPane(this);
-    MakeRows(pane_);
-    scroll_ = new QScrollArea(this);
-    scroll_->setFrameShape(QFrame::NoFrame);
-    scroll_->setWidgetResizable(true);
-    scroll_->setFocusPolicy(Qt::NoFocus);
-    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll_->setWidget(pane_);
-    btback_ = new QPushButton(this);
-    btback_->setObjectName("btback");
-    btback_->setAutoDefault(false);
-    connect(btback_, &QPushButton::clicked, this, &TermForm::SwitchState);
-    symbols_ = new SymbolBar(this);
-    connect(symbols_, &SymbolBar::typed, this, &TermForm::TypeSymbol);
-    status_ = new StatusLine(this);
-    status_->setObjectName("status");
-
+    MakeRows();
+    MakeButtons();
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(btback_);
     buttons->addStretch();
@@ -91,21 +75,22 @@ TermForm::TermForm(const document::PlotDocument& document, Dialogs& dialogs, QWi
     SetCurrentRow(Row(0));
 }
 
-void TermForm::MakeRows(TermRowsPane* pane)
+void TermForm::MakeRows()
 {
-    auto* grid = new QGridLayout(pane);
+    pane_ = new TermRowsPane(this);
+    auto* grid = new QGridLayout(pane_);
     grid->setContentsMargins(kSpacing / 2, kSpacing / 2, kSpacing / 2, kSpacing / 2);
     grid->setSpacing(kSpacing);
     for (const SlotIndex row : AllSlots()) {
         const int number = Number(row);
-        auto* colour = new ColourField(pane);
+        auto* colour = new ColourField(pane_);
         colour->setObjectName(Numbered("fcol", number));
         colour->setToolTip("Farbe ändern");
         connect(colour, &ColourField::pressed, this, [this, row] {
             SetCurrentRow(row);
             showcd();
         });
-        auto* field = new TermField(pane);
+        auto* field = new TermField(pane_);
         field->setObjectName(Numbered("fnam", number));
         field->installEventFilter(this);
         connect(field, &QLineEdit::textChanged, this,
@@ -114,7 +99,7 @@ void TermForm::MakeRows(TermRowsPane* pane)
                 [this, row](const QString& text) { PasteLines(row, text); });
         connect(field, &TermField::rowMenuRequested, this,
                 [this](QPoint position) { RequestRowMenu(position); });
-        auto* plus = new QToolButton(pane);
+        auto* plus = new QToolButton(pane_);
         plus->setObjectName(Numbered("cmplus", number));
         plus->setText("+");
         plus->setAutoRaise(true);
@@ -134,6 +119,24 @@ void TermForm::MakeRows(TermRowsPane* pane)
         cmplus_[row] = plus;
     }
     grid->setRowStretch(kSlotCount, 1);
+    scroll_ = new QScrollArea(this);
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setWidgetResizable(true);
+    scroll_->setFocusPolicy(Qt::NoFocus);
+    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll_->setWidget(pane_);
+}
+
+void TermForm::MakeButtons()
+{
+    btback_ = new QPushButton(this);
+    btback_->setObjectName("btback");
+    btback_->setAutoDefault(false);
+    connect(btback_, &QPushButton::clicked, this, &TermForm::SwitchState);
+    symbols_ = new SymbolBar(this);
+    connect(symbols_, &SymbolBar::typed, this, &TermForm::TypeSymbol);
+    status_ = new StatusLine(this);
+    status_->setObjectName("status");
 }
 
 void TermForm::LayoutRows(bool reset)

@@ -93,7 +93,8 @@ private:
     struct KeyAction;
     static const KeyAction* FindKeyAction(const QKeyEvent& event);
 
-    void MakeRows(TermRowsPane* pane);
+    void MakeRows();
+    void MakeButtons();
     void ShowRows();
     void Typed(document::SlotIndex row, const QString& text);
     void PasteLines(document::SlotIndex row, const QString& text);
