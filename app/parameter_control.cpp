@@ -52,6 +52,9 @@ void ParameterControl::ConnectWindows()
     connect(&column_, &ParameterColumn::timerSettingsWanted, this,
             &ParameterControl::OpenTimerDialog);
     connect(&column_, &ParameterColumn::familyChosen, this, &ParameterControl::SetFamily);
+    connect(&column_, &ParameterColumn::couplingChosen, this, &ParameterControl::couplingChosen);
+    connect(&column_, &ParameterColumn::couplingsReset, this, &ParameterControl::couplingsReset);
+    connect(&list_, &ParameterList::couplingChosen, this, &ParameterControl::couplingChosen);
     connect(&column_, &ParameterColumn::closed, this,
             [this](ParameterIndex index) { ShowWindow(index, false); });
     connect(&list_, &ParameterList::sliderWanted, this, [this](ParameterIndex index) {
@@ -70,6 +73,16 @@ void ParameterControl::ConnectWindows()
 bool ParameterControl::InUse(ParameterIndex index) const
 {
     return !document_.parameters[index].name.empty();
+}
+
+void ParameterControl::ShowCouplings()
+{
+    for (const ParameterIndex index : document::AllParameters()) {
+        if (ui::Para* window = column_.Window(index)) {
+            window->ShowCoupling(document_.parameters[index].coupling);
+        }
+    }
+    list_.refpar(document_);
 }
 
 void ParameterControl::InitSlider(ParameterIndex index)

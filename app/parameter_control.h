@@ -70,6 +70,7 @@ public:
     void ReleaseFamily();
 
     void ShowRunning(document::ParameterIndex index, bool running);
+    void ShowCouplings();  // in the pop-ups and the list
 
     // While one lives, setpar holds ranges, redraw and calculator back; each is done once when the
     // last one ends.
@@ -89,6 +90,10 @@ Q_SIGNALS:
     // The timer symbol of a parameter that has a step was clicked.
     void timerToggled(korvinth::document::ParameterIndex index);
     void stepChanged(korvinth::document::ParameterIndex index);
+    // The user has couplings changed, in a pop-up or in the list.
+    void couplingChosen(korvinth::document::ParameterIndex index,
+                        korvinth::document::Coupling coupling);
+    void couplingsReset();
 
 private:
     void ConnectWindows();

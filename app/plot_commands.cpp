@@ -67,6 +67,12 @@ void PlotCommands::ConnectPlot()
     On("mn_copytermo", [this] { session_.CopyTerms(false); });
     On("mn_paracopy", [this] { session_.CopyTerms(true); });
     On("mn_autoint", [this] { session_.ToggleIntegralDetection(); });
+    for (const char* const entry : {"mnka", "mng_couple"}) {
+        On(entry, [this](bool active) { session_.PointerCoupling().SetActive(active); });
+    }
+    for (const char* const entry : {"mnkc", "mng_uncouple"}) {
+        On(entry, [this] { session_.PointerCoupling().Reset(); });
+    }
     On("mn_timergo", [this] { session_.Animation().StartOrStopAll(); });
     for (const SwitchEntry& entry : kSwitches) {
         On(entry.name, [this, &entry] { session_.ToggleSwitch(entry.flag); });
@@ -153,6 +159,8 @@ void PlotCommands::ShowState()
         menus_.SetChecked(entry.name, attributes.angle_mode == entry.mode);
     }
     menus_.SetChecked("mn_autoint", attributes.detect_integrals);
+    menus_.SetChecked("mnka", session_.PointerCoupling().Active());
+    menus_.SetChecked("mng_couple", session_.PointerCoupling().Active());
     const ViewControl& view = session_.View();
     menus_.SetChecked("mn_verhx", view.Kept() == KeptRatio::X);
     menus_.SetChecked("mn_verhy", view.Kept() == KeptRatio::Y);

@@ -40,7 +40,8 @@ Session::Session(Application& application, const PlotWindows& windows, ui::Dialo
       dialogs_(dialogs),
       parameters_(application.Document(), application.Parser(), windows.sliders,
                   windows.parameter_list, dialogs, *this),
-      animation_(application.Document(), parameters_)
+      animation_(application.Document(), parameters_),
+      coupling_(application.Document(), parameters_)
 {
     application_.Attach(this);
     View().SetListener(this);
@@ -69,6 +70,10 @@ void Session::Connect()
     connect(&windows_.terms, &ui::TermForm::stateChanged, this, &Session::stateChanged);
     connect(&windows_.graph, &ui::GraphForm::areaResized, this, &Session::FollowArea);
     connect(&windows_.graph, &ui::GraphForm::modeChanged, this, &Session::stateChanged);
+    connect(&windows_.graph, &ui::GraphForm::pointerMoved, &coupling_,
+            &MouseCoupling::FollowPointer);
+    connect(&windows_.graph, &ui::GraphForm::plainClicked, &coupling_, &MouseCoupling::parkop);
+    connect(&coupling_, &MouseCoupling::changed, this, &Session::stateChanged);
     connect(&animation_, &AnimationControl::activeChanged, this, &Session::stateChanged);
 }
 

@@ -7,6 +7,7 @@
 
 #include "app/animation_control.h"
 #include "app/application.h"
+#include "app/mouse_coupling.h"
 #include "app/parameter_control.h"
 #include "app/view_control.h"
 #include "document/plot_undo.h"
@@ -73,6 +74,7 @@ public:
     ViewControl& View() { return application_.Views(); }
     ParameterControl& Parameters() { return parameters_; }
     AnimationControl& Animation() { return animation_; }
+    MouseCoupling& PointerCoupling() { return coupling_; }
 
 Q_SIGNALS:
     void stateChanged();                   // check marks and enabled entries are to follow
@@ -116,6 +118,7 @@ private:
     ui::Dialogs& dialogs_;
     ParameterControl parameters_;
     AnimationControl animation_;
+    MouseCoupling coupling_;
     document::PlotUndo undo_;
     bool rows_are_applied_ = false;  // Apply takes the editor's rows
 };

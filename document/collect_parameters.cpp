@@ -89,6 +89,7 @@ void ParameterCollector::Define(ParameterIndex index, Parameter initial)
         initial.upper = former.upper;
         initial.step = former.step;
         initial.mode = former.mode;
+        initial.coupling = former.coupling;
         initial.family = former.family;
         document_.dormant_parameters.erase(dormant);
     }

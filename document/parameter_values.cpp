@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <numbers>
 
 #include "document/number_text.h"
 
@@ -110,6 +111,17 @@ double FieldValue(term::MathParser& parser, std::string_view text)
 double FieldValue(term::MathParser& parser, std::string_view text, double shown)
 {
     return text == FieldText(shown) ? shown : FieldValue(parser, text);
+}
+
+double CoupledValue(Coupling coupling, double x, double y, term::TrigMode mode)
+{
+    if (coupling == Coupling::X) return x;
+    if (coupling == Coupling::Y) return y;
+    const double quarters = std::atan2(y, x) / (std::numbers::pi / 2);
+    const double quarter = mode == term::TrigMode::Degrees ? 90
+                           : mode == term::TrigMode::Grads ? 100
+                                                           : std::numbers::pi / 2;
+    return (quarters < 0 ? quarters + 4 : quarters) * quarter;
 }
 
 }  // namespace korvinth::document

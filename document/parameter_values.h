@@ -53,4 +53,8 @@ double FieldValue(term::MathParser& parser, std::string_view text);
 // The same, but a text that is what the field shows for `shown` keeps all of its digits.
 double FieldValue(term::MathParser& parser, std::string_view text, double shown);
 
+// The value of a coupled parameter with the pointer at this place: a coordinate, or the angle from
+// the x-axis to the place in the unit of the mode, from 0 to below a full turn.
+double CoupledValue(Coupling coupling, double x, double y, term::TrigMode mode);
+
 }  // namespace korvinth::document

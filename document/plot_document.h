@@ -47,6 +47,9 @@ struct FunctionSlot
 
 enum class AnimationMode : std::int32_t { Wrap = 0, Bounce = 1 };
 
+// What of the pointer's place in the graph a parameter follows.
+enum class Coupling : std::int32_t { None = 0, X = 1, Y = 2, Angle = 3 };
+
 // Bits of Parameter::state.
 inline constexpr unsigned kInXRange = 1;
 inline constexpr unsigned kInYRange = 2;
@@ -65,6 +68,7 @@ struct Parameter
     double upper = 10;
     double step = 0;  // change per timer tick
     AnimationMode mode = AnimationMode::Wrap;
+    Coupling coupling = Coupling::None;
     bool family = false;  // drawn for several values at once
     unsigned state = 0;
 };

@@ -30,12 +30,14 @@ struct CouplingEntry
 {
     const char* name;
     const char* caption;
+    document::Coupling coupling;  // None resets all
 };
 constexpr CouplingEntry kCouplings[] = {
-    {"mnp_x", "mit &x-Koordinate der Maus koppeln"},
-    {"mnp_y", "mit &y-Koordinate der Maus koppeln"},
-    {"mnp_winkel", "mit &Winkel zwischen x-Achse und Maus-Ortsvektor koppeln"},
-    {"mnp_reset", "&alle zurücksetzen"},
+    {"mnp_x", "mit &x-Koordinate der Maus koppeln", document::Coupling::X},
+    {"mnp_y", "mit &y-Koordinate der Maus koppeln", document::Coupling::Y},
+    {"mnp_winkel", "mit &Winkel zwischen x-Achse und Maus-Ortsvektor koppeln",
+     document::Coupling::Angle},
+    {"mnp_reset", "&alle zurücksetzen", document::Coupling::None},
 };
 
 QString Text(std::string_view utf8)
@@ -143,7 +145,15 @@ void Para::SetUpMenu()
         auto* action = new QAction(QString::fromUtf8(entry.caption), menu_);
         menu_->insertAction(family_, action);
         action->setObjectName(entry.name);
-        action->setEnabled(false);  // no parameter follows the pointer yet
+        if (entry.coupling == document::Coupling::None) {
+            connect(action, &QAction::triggered, this, &Para::couplingsReset);
+            continue;
+        }
+        action->setCheckable(true);
+        action->setData(static_cast<int>(entry.coupling));
+        connect(action, &QAction::triggered, this, [this, &entry](bool coupled) {
+            Q_EMIT couplingChosen(index_, coupled ? entry.coupling : document::Coupling::None);
+        });
     }
     menu_->insertSeparator(family_);
     family_->setObjectName("mnp_schar");
@@ -227,6 +237,7 @@ void Para::init(const document::Parameter& parameter)
     ShowBounds({parameter.lower, parameter.upper}, parameter.value);
     ShowValue(parameter.value);
     ShowStep(parameter.step);
+    ShowCoupling(parameter.coupling);
     ShowFamily(parameter.family);
 }
 
@@ -264,6 +275,15 @@ void Para::ShowRunning(bool running)
 }
 
 void Para::ShowStep(double step) { image1_->SetStep(step != 0); }
+
+void Para::ShowCoupling(document::Coupling coupling)
+{
+    for (QAction* action : menu_->actions()) {
+        if (action->data().isValid()) {
+            action->setChecked(action->data().toInt() == static_cast<int>(coupling));
+        }
+    }
+}
 
 void Para::ShowFamily(bool family) { family_->setChecked(family); }
 

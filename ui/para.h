@@ -37,6 +37,7 @@ public:
     void ShowRunning(bool running);  // framed symbol, locked fields
     void ShowStep(double step);
     void ShowFamily(bool family);  // check mark of the pop-up
+    void ShowCoupling(document::Coupling coupling);
 
     void FocusSlider();
     // Puts the controls behind `previous` in the tab order; the last of them.
@@ -53,6 +54,10 @@ Q_SIGNALS:
     void timerClicked(korvinth::document::ParameterIndex index);         // left button
     void timerSettingsWanted(korvinth::document::ParameterIndex index);  // right button
     void familyChosen(korvinth::document::ParameterIndex index, bool family);
+    // The one that is in force already is chosen to end it.
+    void couplingChosen(korvinth::document::ParameterIndex index,
+                        korvinth::document::Coupling coupling);
+    void couplingsReset();                                  // of all parameters
     void closed(korvinth::document::ParameterIndex index);  // hides; the parameter stays
 
 protected:

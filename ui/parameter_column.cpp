@@ -62,6 +62,8 @@ Para& ParameterColumn::Make(document::ParameterIndex index)
     connect(window, &Para::timerClicked, this, &ParameterColumn::timerClicked);
     connect(window, &Para::timerSettingsWanted, this, &ParameterColumn::timerSettingsWanted);
     connect(window, &Para::familyChosen, this, &ParameterColumn::familyChosen);
+    connect(window, &Para::couplingChosen, this, &ParameterColumn::couplingChosen);
+    connect(window, &Para::couplingsReset, this, &ParameterColumn::couplingsReset);
     connect(window, &Para::closed, this, &ParameterColumn::closed);
     QWidget* last = nullptr;
     for (Para* each : windows_) {

@@ -40,6 +40,9 @@ Q_SIGNALS:
     void timerClicked(korvinth::document::ParameterIndex index);
     void timerSettingsWanted(korvinth::document::ParameterIndex index);
     void familyChosen(korvinth::document::ParameterIndex index, bool family);
+    void couplingChosen(korvinth::document::ParameterIndex index,
+                        korvinth::document::Coupling coupling);
+    void couplingsReset();
     void closed(korvinth::document::ParameterIndex index);
 
 private:

@@ -11,6 +11,7 @@ namespace korvinth::ui {
 namespace {
 
 constexpr int kNoParameter = -1;  // data of "KEINER"
+constexpr int kCouplingRole = Qt::UserRole + 1;
 constexpr int kFunctionLines = 4;
 constexpr int kParameterLines = 8;
 
@@ -68,7 +69,6 @@ ParameterList::ParameterList(QWidget* parent)
     coupling_->setToolTip(QStringLiteral("Der gewählte Parameter folgt der Maus im Graphen"));
     coupling_->addItems({QStringLiteral("ohne"), QStringLiteral("X-Koordinate"),
                          QStringLiteral("Y-Koordinate"), QStringLiteral("Winkel")});
-    coupling_->setEnabled(false);  // no parameter follows the pointer yet
     show_all_->setObjectName("Command1");
     show_all_->setToolTip(QStringLiteral("Alle Schieberegler ein- oder ausblenden"));
 
@@ -101,6 +101,12 @@ ParameterList::ParameterList(QWidget* parent)
            (kFunctionLines + kParameterLines + 8) * line);
 
     connect(parameters_, &QListWidget::itemActivated, this, &ParameterList::getclick);
+    connect(parameters_, &QListWidget::currentRowChanged, this, &ParameterList::ShowCoupling);
+    connect(coupling_, &QComboBox::activated, this, [this](int entry) {
+        if (const QListWidgetItem* item = parameters_->currentItem()) {
+            Q_EMIT couplingChosen(IndexOf(item->data(Qt::UserRole)), document::Coupling{entry});
+        }
+    });
     connect(functions_, &QListWidget::itemChanged, this, [this](const QListWidgetItem* item) {
         if (filling_) return;
         const auto slot = static_cast<std::int16_t>(item->data(Qt::UserRole).toInt());
@@ -146,6 +152,7 @@ void ParameterList::FillParameters(const document::PlotDocument& document)
         const QString text = EntryText(index, parameter);
         auto* item = new QListWidgetItem(text, parameters_);
         item->setData(Qt::UserRole, document::Number(index));
+        item->setData(kCouplingRole, static_cast<int>(parameter.coupling));
         item->setToolTip("<p>" + Text(parameter.caption).toHtmlEscaped() + "</p>");
         // The number of samples is none of the function's own parameters.
         if ((parameter.state & document::kSampleCountState) != 0) continue;
@@ -155,6 +162,14 @@ void ParameterList::FillParameters(const document::PlotDocument& document)
     }
     parameters_->setCurrentRow(std::min(row, parameters_->count() - 1));
     show_all_->setEnabled(parameters_->count() > 0);
+    ShowCoupling();
+}
+
+void ParameterList::ShowCoupling()
+{
+    const QListWidgetItem* item = parameters_->currentItem();
+    coupling_->setEnabled(item != nullptr);
+    coupling_->setCurrentIndex(item != nullptr ? item->data(kCouplingRole).toInt() : 0);
 }
 
 void ParameterList::schalt(bool all_shown)

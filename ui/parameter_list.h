@@ -31,12 +31,16 @@ Q_SIGNALS:
     void familyParameterChosen(korvinth::document::ParameterIndex index);
     void noFamilyParameterChosen();
     void familyFunctionToggled(korvinth::document::SlotIndex slot, bool allowed);
+    // For the parameter that is current in the list.
+    void couplingChosen(korvinth::document::ParameterIndex index,
+                        korvinth::document::Coupling coupling);
 
 private:
     void getclick(const QListWidgetItem* item);
     void TakeFamilyParameter(int entry);
     void FillFunctions(const document::PlotDocument& document);
     void FillParameters(const document::PlotDocument& document);
+    void ShowCoupling();  // of the current parameter
 
     bool filling_ = false;
     bool all_shown_ = false;
