@@ -112,18 +112,21 @@ std::string TakeLines(std::span<const AdditionalLine> lines)
     return term::ReplaceAll(WithFreeVariable(text), kGuard, "x=");
 }
 
+LineDirection DirectionOf(std::string_view equation)
+{
+    const std::size_t equals = equation.find('=');
+    if (equals == std::string_view::npos) return LineDirection::None;
+    const std::string_view left = term::TrimBlanks(equation.substr(0, equals));
+    if (left == "y") return LineDirection::Rising;
+    return left == kArgument ? LineDirection::Vertical : LineDirection::None;
+}
+
 LineTerm TranslateLine(const PlotDocument& document, std::string_view equation)
 {
-    LineTerm line;
     const std::string whole = WithArgument(equation);
-    const std::size_t equals = whole.find('=');
+    LineTerm line{DirectionOf(whole), {}};
     std::string_view right = whole;
-    if (equals != std::string::npos) {
-        const std::string_view left = term::TrimBlanks(std::string_view(whole).substr(0, equals));
-        if (left == "y") line.direction = LineDirection::Rising;
-        if (left == kArgument) line.direction = LineDirection::Vertical;
-        if (line.direction != LineDirection::None) right.remove_prefix(equals + 1);
-    }
+    if (line.direction != LineDirection::None) right.remove_prefix(whole.find('=') + 1);
     const std::string term = WithFreeVariable(right);
     line.term = document.Translate(term);
     if (line.term.empty()) line.term = term;

@@ -50,11 +50,14 @@ std::string TakeLines(std::span<const AdditionalLine> lines);
 
 enum class LineDirection { None, Rising, Vertical };
 
+// "y=" is Rising, "x=" Vertical; None for every other equation, which is not drawn.
+LineDirection DirectionOf(std::string_view equation);
+
 // Both in parser syntax. A term that translates to nothing is as typed, for the parser to refuse.
 struct LineTerm
 {
-    LineDirection direction = LineDirection::None;  // "y=", "x=", None for neither
-    std::string term;                               // the right side; of None the whole equation
+    LineDirection direction = LineDirection::None;
+    std::string term;  // the right side; of None the whole equation
 };
 
 // x stands for the free variable, whether the equation comes from the list or from the document's

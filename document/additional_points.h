@@ -25,7 +25,7 @@ struct AdditionalPoint
     int radius = 4;  // pixels, 1 to 10
     Colour colour = MakeColour(0x20, 0x20, 0x20);
     std::string name;          // drawn beside the point
-    bool with_values = false;  // ... with the coordinates: "P(2|4)"
+    bool with_values = false;  // the coordinates after the name: "P(2|4)"
     bool hidden = false;
     bool operator==(const AdditionalPoint&) const = default;
 };

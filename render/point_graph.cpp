@@ -67,13 +67,12 @@ std::string PointGraph::Draw(DrawingSurface& surface, const ViewRange& view, Lab
         if (!seen) continue;  // also without a number
         places_.push_back(place);
         DrawSign(surface, point, place, document_.attributes.background);
-        if (point.name.empty()) continue;
         std::string name = point.name;
         if (point.with_values) {
             name += "(" + CoordinateText(x, view.width / width, kMostPlaces) + "|" +
                     CoordinateText(y, view.height / height, kMostPlaces) + ")";
         }
-        DrawName(surface, point, place, name, labels);
+        if (!name.empty()) DrawName(surface, point, place, name, labels);
     }
     surface.SelectPen(pen);
     parser_.EvalText("");
