@@ -22,13 +22,24 @@ constexpr double kReach = 5;        // pixels around a sign that count as the si
 constexpr double kNameGap = 2;      // pixels between sign and name
 constexpr int kMostPlaces = 6;
 
-}  // namespace
+std::ptrdiff_t SamplesInside(const GraphTraces& traces, const GridBox& box)
+{
+    std::ptrdiff_t samples = 0;
+    for (const std::vector<GridPoint>& trace : traces) {
+        samples += std::ranges::count_if(trace, [&box](GridPoint point) {
+            return point.x >= box.left && point.x < box.right && point.y >= box.top &&
+                   point.y < box.bottom;
+        });
+    }
+    return samples;
+}
 
-std::string CoordinateText(double value, double world_per_pixel, int most_places)
+// As many places as pixels can tell apart; decimal comma and minus sign.
+std::string CoordinateText(double value, double world_per_pixel)
 {
     constexpr double kLongest = 1e15;
     const double places = std::ceil(-std::log10(world_per_pixel));
-    const int shown = static_cast<int>(std::clamp<double>(places, 0, most_places));
+    const int shown = static_cast<int>(std::clamp<double>(places, 0, kMostPlaces));
     if (!(std::abs(value) < kLongest)) return document::ShortestGermanText(value);
     std::array<char, 64> buffer{};
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
@@ -42,7 +53,10 @@ std::string CoordinateText(double value, double world_per_pixel, int most_places
     return term::ReplaceAll(term::ReplaceAll(text, ".", ","), "-", "−");
 }
 
-std::string PointGraph::Draw(DrawingSurface& surface, const ViewRange& view, LabelSpace& labels)
+}  // namespace
+
+std::string PointGraph::Draw(DrawingSurface& surface, const ViewRange& view,
+                             const GraphTraces& traces, LabelSpace& labels)
 {
     places_.clear();
     std::string errors;
@@ -69,10 +83,10 @@ std::string PointGraph::Draw(DrawingSurface& surface, const ViewRange& view, Lab
         DrawSign(surface, point, place, document_.attributes.background);
         std::string name = point.name;
         if (point.with_values) {
-            name += "(" + CoordinateText(x, view.width / width, kMostPlaces) + "|" +
-                    CoordinateText(y, view.height / height, kMostPlaces) + ")";
+            name += "(" + CoordinateText(x, view.width / width) + "|" +
+                    CoordinateText(y, view.height / height) + ")";
         }
-        if (!name.empty()) DrawName(surface, point, place, name, labels);
+        if (!name.empty()) DrawName(surface, point, place, name, traces, labels);
     }
     surface.SelectPen(pen);
     parser_.EvalText("");
@@ -145,7 +159,8 @@ void PointGraph::DrawSign(DrawingSurface& surface, const AdditionalPoint& point,
 }
 
 void PointGraph::DrawName(DrawingSurface& surface, const AdditionalPoint& point, const Place& place,
-                          const std::string& text, LabelSpace& labels) const
+                          const std::string& text, const GraphTraces& traces,
+                          LabelSpace& labels) const
 {
     const Font font =
         surface.SelectFont({"Arial", FontPixels(document_.attributes.font_points + 1)});
@@ -156,14 +171,21 @@ void PointGraph::DrawName(DrawingSurface& surface, const AdditionalPoint& point,
     const int left = RoundToGrid((place.x - gap) * steps) - extent.width;
     const int above = RoundToGrid((place.y - gap / 2) * steps) - extent.height;
     const int below = RoundToGrid((place.y + gap / 2) * steps);
-    const std::array<GridPoint, 4> corners{
-        {{right, above}, {left, above}, {right, below}, {left, below}}};
-    const auto taken = std::ranges::find_if(corners, [&](GridPoint corner) {
-        return labels.Take({corner.x, corner.y, corner.x + extent.width, corner.y + extent.height});
-    });
     // Without a free place the name of a point still belongs to its picture.
+    GridPoint best{right, above};
+    std::ptrdiff_t fewest = -1;
+    for (const GridPoint corner :
+         {best, GridPoint{left, above}, GridPoint{right, below}, GridPoint{left, below}}) {
+        const GridBox box{corner.x, corner.y, corner.x + extent.width, corner.y + extent.height};
+        if (!labels.Free(box)) continue;
+        const std::ptrdiff_t samples = SamplesInside(traces, box);
+        if (fewest >= 0 && samples >= fewest) continue;
+        best = corner;
+        fewest = samples;
+    }
+    labels.Take({best.x, best.y, best.x + extent.width, best.y + extent.height});
     surface.SetTextColour(point.colour);
-    surface.TextOut(taken != corners.end() ? *taken : corners.front(), text);
+    surface.TextOut(best, text);
     surface.SelectFont(font);
 }
 

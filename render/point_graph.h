@@ -9,6 +9,7 @@
 #include "document/additional_points.h"
 #include "document/plot_document.h"
 #include "render/drawing_surface.h"
+#include "render/graph_names.h"
 #include "render/label_space.h"
 #include "render/view_range.h"
 #include "term/math_parser.h"
@@ -23,9 +24,11 @@ public:
     {
     }
 
-    // Draws the points of the document that are not hidden, with their names, and collects
-    // "point: message" of those that have an error, CR LF after each.
-    std::string Draw(DrawingSurface& surface, const ViewRange& view, LabelSpace& labels);
+    // Draws the points of the document that are not hidden, with their names beside them where the
+    // fewest samples of graphs are, and collects "point: message" of those that have an error, CR
+    // LF after each.
+    std::string Draw(DrawingSurface& surface, const ViewRange& view, const GraphTraces& traces,
+                     LabelSpace& labels);
 
     // The number of the drawn point nearest to a place of the area, in pixels, among those whose
     // sign or its near surroundings the place lies in.
@@ -44,15 +47,12 @@ private:
     static void DrawSign(DrawingSurface& surface, const document::AdditionalPoint& point,
                          const Place& place, Colour background);
     void DrawName(DrawingSurface& surface, const document::AdditionalPoint& point,
-                  const Place& place, const std::string& text, LabelSpace& labels) const;
+                  const Place& place, const std::string& text, const GraphTraces& traces,
+                  LabelSpace& labels) const;
 
     term::MathParser& parser_;
     const document::PlotDocument& document_;
     std::vector<Place> places_;  // of the last drawing
 };
-
-// A coordinate as a name shows it: as many places as pixels can tell apart, at most `most_places`;
-// decimal comma and minus sign.
-std::string CoordinateText(double value, double world_per_pixel, int most_places);
 
 }  // namespace korvinth::render

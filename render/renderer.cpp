@@ -182,7 +182,7 @@ void Renderer::DrawLinesAndPoints(DrawingSurface& surface, LabelSpace& labels)
     }
     point_graph_.Forget();
     if (attributes.points && !document_.points_text.empty()) {
-        AddProblem(kPointProblems, point_graph_.Draw(surface, view_, labels));
+        AddProblem(kPointProblems, point_graph_.Draw(surface, view_, traces_, labels));
     }
 }
 

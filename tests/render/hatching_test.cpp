@@ -117,19 +117,6 @@ TEST_F(HatchingTest, OnlyHatchedGraphsAreShifted)
     }
 }
 
-TEST_F(HatchingTest, TheShiftIsASmallPartOfASample)
-{
-    for (int k = -1000; k <= 1000; ++k) {
-        const double first = k * 0.013;
-        const double shift = HatchShift(first, 0.1);
-        EXPECT_LT(std::abs(shift), 0.1);
-        const double phase = std::abs(std::remainder(first / 0.1 + shift, 0.5));
-        EXPECT_GT(phase, 0.07);
-    }
-    EXPECT_EQ(HatchShift(0.25 * 3, 3.0), 0) << "clear already";
-    EXPECT_EQ(HatchShift(1, 0), 0);
-}
-
 TEST_F(HatchingTest, FamiliesOfEveryKindLeaveTheParametersAsTheyWere)
 {
     document::Parameter& a = plot.document.parameters[document::ParameterIndex{27}];

@@ -207,15 +207,5 @@ TEST_F(PunkteTest, TheLookIsThatOfTheSelectedPoints)
     EXPECT_EQ(told.size(), count + 2);
 }
 
-TEST_F(PunkteTest, EveryControlHasAnAccessibleNameOrText)
-{
-    for (const QWidget* control : window.findChildren<QWidget*>()) {
-        if (control->objectName().isEmpty() || control->objectName().startsWith("qt_")) continue;
-        const bool named =
-            !control->accessibleName().isEmpty() || !control->property("text").toString().isEmpty();
-        EXPECT_TRUE(named) << control->objectName().toStdString();
-    }
-}
-
 }  // namespace
 }  // namespace korvinth::ui
