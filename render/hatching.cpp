@@ -30,8 +30,8 @@ bool IsHatched(const document::PlotDocument& document, SlotIndex slot,
 bool IsHatched(const document::PlotDocument& document, SlotIndex slot)
 {
     // Without this parameter no term holds the pattern.
-    const auto found = std::ranges::find(document.parameters, document::kStripeWidthName,
-                                         &document::Parameter::name);
+    const auto* const found = std::ranges::find(document.parameters, document::kStripeWidthName,
+                                                &document::Parameter::name);
     if (found == document.parameters.end()) return false;
     document::SlotTable<bool> seen;
     return IsHatched(document, slot, seen);

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <optional>
+#include <ranges>
 
 namespace korvinth::ui {
 namespace {
@@ -49,11 +50,12 @@ Asymptoten::Asymptoten(Dialogs& dialogs, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 12, 12, 12);
     layout->setSpacing(6);
-    MakeInput();
+    MakeInput(*layout);
     list_->setObjectName("List1");
     list_->setAccessibleName("Zusätzliche Geraden");
     layout->addWidget(list_, 1);
-    MakeCommands();
+    layout->addLayout(list_->MakeCommands([this] { ChooseColour(); }, [this] { remove(); }));
+    list_->AddCommand("&Gemeinsame Farbe", {}, [this] { TakeCommonColour(); });
     message_->setObjectName("meldung");
     layout->addWidget(message_);
     connect(list_, &ItemList::edited, this, &Asymptoten::TakeText);
@@ -64,6 +66,7 @@ Asymptoten::Asymptoten(Dialogs& dialogs, QWidget* parent)
     });
     connect(list_, &ItemList::reordered, this, [this](const std::vector<int>& order) {
         std::vector<AdditionalLine> lines;
+        lines.reserve(order.size());
         for (const int place : order) lines.push_back(Line(place));
         lines_ = std::move(lines);
         Restyle();
@@ -71,7 +74,7 @@ Asymptoten::Asymptoten(Dialogs& dialogs, QWidget* parent)
     connect(list_, &QListWidget::itemSelectionChanged, this, &Asymptoten::ShowSelected);
 }
 
-void Asymptoten::MakeInput()
+void Asymptoten::MakeInput(QVBoxLayout& layout)
 {
     auto* hint = new QLabel(QString::fromUtf8(kHint), this);
     hint->setObjectName("hinweis");
@@ -101,30 +104,10 @@ void Asymptoten::MakeInput()
     grid->addWidget(label, 2, 0);
     grid->addWidget(type_field_, 2, 1, Qt::AlignLeft);
     grid->setColumnStretch(1, 1);
-    static_cast<QVBoxLayout*>(layout())->addLayout(grid);
+    layout.addLayout(grid);
     connect(input_, &QLineEdit::returnPressed, this, &Asymptoten::asytaste);
     connect(add, &QPushButton::clicked, this, &Asymptoten::asytaste);
     connect(type_field_, &QLineEdit::editingFinished, this, &Asymptoten::chdicke);
-}
-
-void Asymptoten::MakeCommands()
-{
-    list_->AddCommand("&Bearbeiten", {}, [this] { list_->edit(list_->currentIndex()); });
-    QAction* colour = list_->AddCommand("&Farbe …", {}, [this] { ChooseColour(); });
-    list_->AddCommand("&Gemeinsame Farbe", {}, [this] { TakeCommonColour(); });
-    QAction* up = list_->AddCommand("Nach &oben", QKeySequence(Qt::CTRL | Qt::Key_Up),
-                                    [this] { list_->MoveSelected(-1); });
-    QAction* down = list_->AddCommand("Nach &unten", QKeySequence(Qt::CTRL | Qt::Key_Down),
-                                      [this] { list_->MoveSelected(1); });
-    QAction* deletion =
-        list_->AddCommand("&Löschen", QKeySequence(Qt::Key_Delete), [this] { remove(); });
-    auto* buttons = new QGridLayout;
-    buttons->setSpacing(6);
-    ItemList::AddButton(buttons, 0, 0, up, "oben");
-    ItemList::AddButton(buttons, 0, 1, colour, "farbe");
-    ItemList::AddButton(buttons, 1, 0, down, "unten");
-    ItemList::AddButton(buttons, 1, 1, deletion, "weg");
-    static_cast<QVBoxLayout*>(layout())->addLayout(buttons);
 }
 
 void Asymptoten::text2list(std::string_view lines_text)
@@ -204,7 +187,7 @@ void Asymptoten::remove()
 {
     const std::vector<int> rows = list_->SelectedRows();
     if (rows.empty()) return;
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row) lines_.erase(lines_.begin() + *row);
+    for (const int row : rows | std::views::reverse) lines_.erase(lines_.begin() + row);
     std::vector<ItemList::Item> items;
     for (const AdditionalLine& line : lines_) items.push_back(ItemOf(line));
     list_->SetItems(items);

@@ -11,6 +11,7 @@
 #include "ui/item_list.h"
 
 class QLineEdit;
+class QVBoxLayout;
 
 namespace korvinth::ui {
 
@@ -39,8 +40,7 @@ Q_SIGNALS:
     void restyled(const std::string& lines_text);
 
 private:
-    void MakeInput();
-    void MakeCommands();
+    void MakeInput(QVBoxLayout& layout);
     void nimms();
     void Restyle();
     void asytaste();                              // Enter in the input field

@@ -18,6 +18,17 @@ constexpr int kLinesOfMessage = 4;
 constexpr QColor kErrorText(0x8A, 0x0F, 0x12);
 constexpr QColor kErrorBackground(0xFB, 0xE3, 0xE4);
 
+QPushButton* MakeButton(QAction* command, const char* name)
+{
+    auto* button = new QPushButton(command->text());
+    button->setObjectName(QLatin1String(name));
+    const QString key = command->shortcut().toString(QKeySequence::NativeText);
+    const QString caption = command->text().remove('&');
+    button->setToolTip(key.isEmpty() ? caption : caption + " (" + key + ")");
+    QObject::connect(button, &QPushButton::clicked, command, &QAction::trigger);
+    return button;
+}
+
 }  // namespace
 
 QString ToText(const std::string& utf8) { return QString::fromStdString(utf8); }
@@ -108,16 +119,23 @@ QAction* ItemList::AddCommand(const QString& caption, const QKeySequence& key,
     return action;
 }
 
-void ItemList::AddButton(QGridLayout* buttons, int row, int column, QAction* command,
-                         const char* name)
+QGridLayout* ItemList::MakeCommands(const std::function<void()>& choose_colour,
+                                    const std::function<void()>& remove)
 {
-    auto* button = new QPushButton(command->text());
-    button->setObjectName(QLatin1String(name));
-    const QString key = command->shortcut().toString(QKeySequence::NativeText);
-    QString caption = command->text().remove('&');
-    button->setToolTip(key.isEmpty() ? caption : caption + " (" + key + ")");
-    connect(button, &QPushButton::clicked, command, &QAction::trigger);
-    buttons->addWidget(button, row, column);
+    AddCommand("&Bearbeiten", {}, [this] { edit(currentIndex()); });
+    QAction* colour = AddCommand("&Farbe …", {}, choose_colour);
+    QAction* up =
+        AddCommand("Nach &oben", QKeySequence(Qt::CTRL | Qt::Key_Up), [this] { MoveSelected(-1); });
+    QAction* down = AddCommand("Nach &unten", QKeySequence(Qt::CTRL | Qt::Key_Down),
+                               [this] { MoveSelected(1); });
+    QAction* deletion = AddCommand("&Löschen", QKeySequence(Qt::Key_Delete), remove);
+    auto* buttons = new QGridLayout;
+    buttons->setSpacing(6);
+    buttons->addWidget(MakeButton(up, "oben"), 0, 0);
+    buttons->addWidget(MakeButton(colour, "farbe"), 0, 1);
+    buttons->addWidget(MakeButton(down, "unten"), 1, 0);
+    buttons->addWidget(MakeButton(deletion, "weg"), 1, 1);
+    return buttons;
 }
 
 QIcon ItemList::MakeSign(const std::function<void(QPainter&, QRectF)>& draw) const
@@ -133,7 +151,7 @@ QIcon ItemList::MakeSign(const std::function<void(QPainter&, QRectF)>& draw) con
     painter.setBrush(Qt::white);
     painter.drawRoundedRect(paper, 3, 3);
     draw(painter, paper);
-    return QIcon(image);
+    return {image};
 }
 
 void ItemList::MoveSelected(int by)

@@ -39,11 +39,12 @@ public:
     void Select(int row);                   // alone, and scrolls to it
     std::vector<int> SelectedRows() const;  // ascending
 
-    // A command of the pop-up menu with a key; a button for it goes into `buttons`.
+    // A command of the pop-up menu, with a key.
     QAction* AddCommand(const QString& caption, const QKeySequence& key,
                         const std::function<void()>& command);
-    static void AddButton(QGridLayout* buttons, int row, int column, QAction* command,
-                          const char* name);
+    // The commands of every list, and buttons for them.
+    QGridLayout* MakeCommands(const std::function<void()>& choose_colour,
+                              const std::function<void()>& remove);
 
     // A sign for an item, drawn on the graph's paper: `draw` gets a painter and the middle.
     QIcon MakeSign(const std::function<void(QPainter&, QRectF)>& draw) const;
@@ -56,13 +57,11 @@ Q_SIGNALS:
     // The item now at place i was at order[i].
     void reordered(const std::vector<int>& order);
 
-public:
-    void MoveSelected(int by);  // -1 up, +1 down
-
 protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    void MoveSelected(int by);  // -1 up, +1 down
     void FillItem(QListWidgetItem* target, const Item& item) const;
     void TellOrder();
     void Changed(QListWidgetItem* item);

@@ -10,6 +10,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <ranges>
 
 namespace korvinth::ui {
 namespace {
@@ -62,12 +63,12 @@ Punkte::Punkte(Dialogs& dialogs, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 12, 12, 12);
     layout->setSpacing(6);
-    MakeInput();
+    MakeInput(*layout);
     list_->setObjectName("List1");
     list_->setAccessibleName("Zusätzliche Punkte");
     layout->addWidget(list_, 1);
-    MakeLook();
-    MakeCommands();
+    MakeLook(*layout);
+    layout->addLayout(list_->MakeCommands([this] { ChooseColour(); }, [this] { remove(); }));
     message_->setObjectName("meldung");
     layout->addWidget(message_);
     connect(list_, &ItemList::edited, this, &Punkte::TakeText);
@@ -78,6 +79,7 @@ Punkte::Punkte(Dialogs& dialogs, QWidget* parent)
     });
     connect(list_, &ItemList::reordered, this, [this](const std::vector<int>& order) {
         std::vector<AdditionalPoint> points;
+        points.reserve(order.size());
         for (const int place : order) points.push_back(Point(place));
         points_ = std::move(points);
         Q_EMIT restyled(readlist());
@@ -86,7 +88,7 @@ Punkte::Punkte(Dialogs& dialogs, QWidget* parent)
     ShowSelected();
 }
 
-void Punkte::MakeInput()
+void Punkte::MakeInput(QVBoxLayout& layout)
 {
     input_->setObjectName("Text1");
     input_->setAccessibleName("Neuer Punkt");
@@ -98,12 +100,12 @@ void Punkte::MakeInput()
     row->setSpacing(6);
     row->addWidget(input_, 1);
     row->addWidget(add);
-    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+    layout.addLayout(row);
     connect(input_, &QLineEdit::returnPressed, this, &Punkte::Add);
     connect(add, &QPushButton::clicked, this, &Punkte::Add);
 }
 
-void Punkte::MakeLook()
+void Punkte::MakeLook(QVBoxLayout& layout)
 {
     for (const char* name : kShapeNames) shape_->addItem(QString::fromUtf8(name));
     radius_->setRange(1, document::kLargestPoint);
@@ -127,7 +129,7 @@ void Punkte::MakeLook()
     with_values_->setToolTip("Die Koordinaten stehen mit am Punkt: P(2|4)");
     grid->addWidget(with_values_, 1, 2, 1, 2);
     grid->setColumnStretch(1, 1);
-    static_cast<QVBoxLayout*>(layout())->addLayout(grid);
+    layout.addLayout(grid);
     connect(shape_, &QComboBox::activated, this, [this](int index) {
         ChangeLook([index](AdditionalPoint& point) {
             point.shape = PointShape{static_cast<std::int16_t>(index)};
@@ -147,25 +149,6 @@ void Punkte::MakeLook()
         ShowItem(rows[0]);
         Q_EMIT restyled(readlist());
     });
-}
-
-void Punkte::MakeCommands()
-{
-    list_->AddCommand("&Bearbeiten", {}, [this] { list_->edit(list_->currentIndex()); });
-    QAction* colour = list_->AddCommand("&Farbe …", {}, [this] { ChooseColour(); });
-    QAction* up = list_->AddCommand("Nach &oben", QKeySequence(Qt::CTRL | Qt::Key_Up),
-                                    [this] { list_->MoveSelected(-1); });
-    QAction* down = list_->AddCommand("Nach &unten", QKeySequence(Qt::CTRL | Qt::Key_Down),
-                                      [this] { list_->MoveSelected(1); });
-    QAction* deletion =
-        list_->AddCommand("&Löschen", QKeySequence(Qt::Key_Delete), [this] { remove(); });
-    auto* buttons = new QGridLayout;
-    buttons->setSpacing(6);
-    ItemList::AddButton(buttons, 0, 0, up, "oben");
-    ItemList::AddButton(buttons, 0, 1, colour, "farbe");
-    ItemList::AddButton(buttons, 1, 0, down, "unten");
-    ItemList::AddButton(buttons, 1, 1, deletion, "weg");
-    static_cast<QVBoxLayout*>(layout())->addLayout(buttons);
 }
 
 void Punkte::text2list(std::string_view points_text)
@@ -212,7 +195,7 @@ void Punkte::remove()
 {
     const std::vector<int> rows = list_->SelectedRows();
     if (rows.empty()) return;
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row) points_.erase(points_.begin() + *row);
+    for (const int row : rows | std::views::reverse) points_.erase(points_.begin() + row);
     list_->SetItems(Items());
     if (!points_.empty()) list_->Select(std::min(rows.front(), list_->count() - 1));
     ShowSelected();

@@ -14,6 +14,7 @@ class QCheckBox;
 class QComboBox;
 class QLineEdit;
 class QSpinBox;
+class QVBoxLayout;
 
 namespace korvinth::ui {
 
@@ -38,9 +39,8 @@ Q_SIGNALS:
     void restyled(const std::string& points_text);
 
 private:
-    void MakeInput();
-    void MakeLook();
-    void MakeCommands();
+    void MakeInput(QVBoxLayout& layout);
+    void MakeLook(QVBoxLayout& layout);
     void Add();
     void remove();
     void ShowSelected();
