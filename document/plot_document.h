@@ -108,8 +108,8 @@ public:
     std::string parameter_list = ":";  // ":a,26:b,27:"
 
     RangeTexts ranges;
-    std::string lines_text;   // additional lines, "y=TERM:c=+3" each, joined by CR LF
-    std::string points_text;  // additional points, "(x)(y)" each, joined by CR LF
+    std::string lines_text;   // additional lines, text form in document/additional_lines.h
+    std::string points_text;  // additional points, text form in document/additional_points.h
 
     DisplayAttributes attributes;
     SystemVariables variables{};

@@ -148,7 +148,7 @@ void CurveGraph::drawk(DrawingSurface& surface, SlotIndex x_part, SlotIndex y_pa
     const std::string& y_term = document_.slots[y_part].parser_term;
     arguments_.resize(static_cast<std::size_t>(sampling.count) + 1);
     for (std::size_t k = 0; k < arguments_.size(); ++k) {
-        arguments_[k] = sampling.first + static_cast<double>(k) * sampling.step;
+        arguments_[k] = sampling.first + static_cast<double>(k) * sampling.step + sampling.shift;
     }
     EvaluatePart(x_part, makemx("(" + x_term + ")"), view.xmu, view.x_min, sampling, x_);
     EvaluatePart(y_part, makemy("(" + y_term + ")"), view.ymu, view.y_min, sampling, y_);

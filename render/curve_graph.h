@@ -36,6 +36,7 @@ struct CurveSampling
     double first = 0;
     double step = 0;
     int count = 0;
+    double shift = 0;  // of the parameter for evaluating a hatched term
 };
 
 // The interval of the curve's x-part; an open or wrong bound is that of the displayed t-range.

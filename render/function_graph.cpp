@@ -19,7 +19,7 @@ void FunctionGraph::drawf(DrawingSurface& surface, std::string_view parser_term,
         const double first = index;
         std::size_t count = 0;
         for (; count < kBlock && index <= sampling.last_index; ++count, index += 1) {
-            arguments_[count] = index * sampling.dx + view.x_min;
+            arguments_[count] = index * sampling.dx + view.x_min + sampling.shift;
         }
         parser_.EvaluateBlock(handle, variables_.x, std::span(arguments_).first(count),
                               std::span(values_).first(count), std::span(errors_).first(count));

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "render/axes.h"
+#include "render/hatching.h"
+#include "render/variable_scope.h"
 #include "term/words.h"
 
 namespace korvinth::render {
@@ -12,26 +15,6 @@ namespace {
 using document::FunctionSlot;
 using document::Parameter;
 using document::SlotIndex;
-
-// Gives a parser variable back the value that it had.
-class VariableScope
-{
-public:
-    VariableScope(term::MathParser& parser, term::VariableHandle handle)
-        : parser_(parser), handle_(handle), value_(parser.VariableValue(handle))
-    {
-    }
-    ~VariableScope() { parser_.SetVariableValue(handle_, value_); }
-    VariableScope(const VariableScope&) = delete;
-    VariableScope& operator=(const VariableScope&) = delete;
-
-    double Value() const { return value_; }
-
-private:
-    term::MathParser& parser_;
-    term::VariableHandle handle_;
-    double value_;
-};
 
 bool Drawn(const FunctionSlot& slot) { return slot.visible && !slot.parser_term.empty(); }
 
@@ -69,7 +52,9 @@ Renderer::Renderer(const document::PlotDocument& document, term::MathParser& par
       gate_(gate),
       function_graph_(parser, document.variables),
       integral_graph_(parser, document.variables),
-      curve_graph_(parser, document)
+      curve_graph_(parser, document),
+      line_graph_(parser, document),
+      point_graph_(parser, document)
 {
     for (int& count : sample_counts_) count = DefaultSampleCount(view);
 }
@@ -109,6 +94,7 @@ void Renderer::RedrawAll(DrawingSurface& surface)
         if (Drawn(document_.slots[slot])) DrawSlot(surface, slot);
     }
     parser_.SetVariableValue(document_.variables.sw, view_.width / DefaultSampleCount(view_));
+    DrawLinesAndPoints(surface, labels);
     DrawNames(surface, labels);
     surface.Refresh();
     surface.SelectPen(pen);
@@ -120,7 +106,10 @@ void Renderer::DrawSlot(DrawingSurface& surface, SlotIndex index)
     const document::SlotAttributes look = LookOf(index);
     surface.SelectPen({look.colour, static_cast<double>(look.width), look.type});
     const GraphStyle style{slot.point_radius, look.colour};
-    const Sampling sampling = checkdef(document_, slot, sample_counts_[index], view_, parser_);
+    Sampling sampling = checkdef(document_, slot, sample_counts_[index], view_, parser_);
+    if (IsHatched(document_, index)) {
+        sampling.shift = HatchShift(sampling.first_x, sampling.dx) * sampling.dx;
+    }
     parser_.SetVariableValue(document_.variables.sw, sampling.dx);
     DrawMember(surface, index, sampling, style, true);
     DrawFamily(surface, index, sampling, style);
@@ -158,15 +147,17 @@ void Renderer::DrawCurve(DrawingSurface& surface, SlotIndex x_part, const GraphS
     const FunctionSlot& slot = document_.slots[x_part];
     const SlotIndex y_part{slot.curve_link};
     const FunctionSlot& partner = document_.slots[y_part];
-    const CurveSampling sampling =
-        SampleCurve(document_, slot, sample_counts_[x_part], view_, parser_);
+    CurveSampling sampling = SampleCurve(document_, slot, sample_counts_[x_part], view_, parser_);
+    if (IsHatched(document_, x_part) || IsHatched(document_, y_part)) {
+        sampling.shift = HatchShift(sampling.first, sampling.step) * sampling.step;
+    }
     parser_.SetVariableValue(document_.variables.sw, sampling.step);
     if (slot.integral_term.empty() && partner.integral_term.empty()) {
         if (partner.parser_term.empty()) return;  // it has an error, which was told when applied
         curve_graph_.drawk(surface, x_part, y_part, view_, sampling, style);
     } else if (!curve_graph_.stammk(surface, x_part, y_part, view_, sampling, style)) {
         // Deliberate: the trailing blank.
-        problems_ = "Bei Integralfkt im Kurvenmodus unmöglicher Fehler ";
+        AddProblem("Fehler", "Bei Integralfkt im Kurvenmodus unmöglicher Fehler ");
     }
 }
 
@@ -181,6 +172,26 @@ void Renderer::DrawFamily(DrawingSurface& surface, SlotIndex index, const Sampli
                                  scope.Value() + k * document_.attributes.family_step);
         DrawMember(surface, index, sampling, style, false);
     }
+}
+
+void Renderer::DrawLinesAndPoints(DrawingSurface& surface, LabelSpace& labels)
+{
+    const document::DisplayAttributes& attributes = document_.attributes;
+    if (attributes.lines && !document_.lines_text.empty()) {
+        AddProblem(kLineProblems, line_graph_.interprete(surface, view_));
+    }
+    point_graph_.Forget();
+    if (attributes.points && !document_.points_text.empty()) {
+        AddProblem(kPointProblems, point_graph_.Draw(surface, view_, traces_, labels));
+    }
+}
+
+// The members of a family share a problem.
+void Renderer::AddProblem(std::string_view title, const std::string& text)
+{
+    Problem problem{std::string(title), text};
+    if (text.empty() || std::ranges::find(problems_, problem) != problems_.end()) return;
+    problems_.push_back(std::move(problem));
 }
 
 void Renderer::DrawNames(DrawingSurface& surface, LabelSpace& labels) const

@@ -1,7 +1,10 @@
 // Redraws the whole picture: coordinate system, graphs, lines, points.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "document/plot_document.h"
@@ -12,6 +15,8 @@
 #include "render/graph_names.h"
 #include "render/integral_graph.h"
 #include "render/label_space.h"
+#include "render/line_graph.h"
+#include "render/point_graph.h"
 #include "render/redraw_gate.h"
 #include "render/sampling.h"
 #include "render/view_range.h"
@@ -22,6 +27,18 @@ namespace korvinth::render {
 enum class GraphKind { Function, Integral, CurveXPart, CurveYPart };
 
 GraphKind KindOf(const document::FunctionSlot& slot);
+
+// A message with the title of its box.
+struct Problem
+{
+    std::string title, text;
+    bool operator==(const Problem&) const = default;
+};
+
+inline constexpr std::string_view kLineProblems = "Aufgetretene Fehler bei Asymptoten:";
+inline constexpr std::string_view kPointProblems = "Punktefenster:";
+// In place of kLineProblems when the list has just been taken from its window.
+inline constexpr std::string_view kTakenLineProblems = "Geradenfenster:";
 
 // Reads the document and the view, sets parser variables for the samples and leaves them as they
 // were, but for `sw`, which stays the step of everything that is no slot of its own.
@@ -34,9 +51,15 @@ public:
     // Does nothing while the gate is closed.
     void RedrawAll(DrawingSurface& surface);
 
-    // What the last redraw could not do, "" when nothing; the same text comes with every redraw
-    // until its cause is gone, so whoever shows it shows it once.
-    const std::string& Problems() const { return problems_; }
+    // What the last redraw could not do; the same comes with every redraw until its cause is gone,
+    // so whoever shows it shows it once.
+    const std::vector<Problem>& Problems() const { return problems_; }
+
+    // The number of the additional point at a place of the area, in pixels.
+    std::optional<std::size_t> PointAt(double pixel_x, double pixel_y) const
+    {
+        return point_graph_.PointAt(pixel_x, pixel_y);
+    }
 
     // After a change of the area: one sample a pixel column in every slot, unless the document
     // holds the counts constant.
@@ -54,6 +77,8 @@ private:
     void DrawFamily(DrawingSurface& surface, document::SlotIndex index, const Sampling& sampling,
                     const GraphStyle& style);
     void DrawNames(DrawingSurface& surface, LabelSpace& labels) const;
+    void DrawLinesAndPoints(DrawingSurface& surface, LabelSpace& labels);
+    void AddProblem(std::string_view title, const std::string& text);
     document::SlotAttributes LookOf(document::SlotIndex slot) const;
 
     const document::PlotDocument& document_;
@@ -64,7 +89,9 @@ private:
     FunctionGraph function_graph_;
     IntegralGraph integral_graph_;
     CurveGraph curve_graph_;
-    std::string problems_;
+    LineGraph line_graph_;
+    PointGraph point_graph_;
+    std::vector<Problem> problems_;
     GraphTraces traces_;  // of the last redraw
 };
 

@@ -21,6 +21,7 @@ struct Sampling
     double first_x = 0;  // world x of both
     double last_x = 0;
     double pixels_per_sample = 1;
+    double shift = 0;  // world x between a sample's place and where a hatched term is evaluated
 };
 
 // One sample for each column of pixels.

@@ -142,7 +142,7 @@ TEST_F(IntegralAndCurveTest, CurvesBreakAtGapsAndDrawTheirIntegrals)
     ASSERT_EQ(strokes.size(), 1U);
     EXPECT_EQ(strokes[0].points.front(), (GridPoint{70, 90}));
     EXPECT_EQ(strokes[0].points.back(), (GridPoint{130, 30}));
-    EXPECT_EQ(renderer.Problems(), "");
+    EXPECT_TRUE(renderer.Problems().empty());
 }
 
 TEST_F(IntegralAndCurveTest, DeliberateMessageOfACombinationThatCurvesCannotHold)
@@ -152,10 +152,12 @@ TEST_F(IntegralAndCurveTest, DeliberateMessageOfACombinationThatCurvesCannotHold
     x_part.integral_term = "(1)";
     plot.Define(1, "y", "").curve_link = document::kCurveYPart;
     EXPECT_TRUE(Redraw().empty());
-    EXPECT_EQ(renderer.Problems(), "Bei Integralfkt im Kurvenmodus unmöglicher Fehler ");
+    EXPECT_EQ(
+        renderer.Problems(),
+        std::vector({Problem{"Fehler", "Bei Integralfkt im Kurvenmodus unmöglicher Fehler "}}));
     plot.Define(1, "y", "_x");
     Redraw();
-    EXPECT_EQ(renderer.Problems(), "");
+    EXPECT_TRUE(renderer.Problems().empty());
 }
 
 TEST(ClipSegment, AgreesWithManySmallPieces)
