@@ -44,6 +44,7 @@ MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* 
     outcome_->setAccessibleName("Ergebnis");
     outcome_->setTextFormat(Qt::PlainText);
     outcome_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    outcome_->setContentsMargins(6, 0, 0, 0);
     statusBar()->addWidget(outcome_, 1);
     area_->setObjectName("area");
     area_->setFrameShape(QFrame::NoFrame);

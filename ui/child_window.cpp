@@ -97,6 +97,8 @@ ChildWindow::ChildWindow(QWidget* content)
     frame->setBackgroundRole(QPalette::Mid);
     frame->setAutoFillBackground(true);
     bar_->setAutoFillBackground(true);
+    // The line's colour is the frame's alone; it would be passed on to what stands inside.
+    content->setBackgroundRole(QPalette::Window);
     content->setAutoFillBackground(true);
     auto* layout = new QVBoxLayout(frame);
     layout->setContentsMargins(0, 0, 1, 1);  // docked windows share their lines
