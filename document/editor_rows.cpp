@@ -50,25 +50,14 @@ void EditorRows::Show(RowText& text, std::string_view shown)
     text.shown = shown;
 }
 
-const EditorRows::RowText& EditorRows::TextOf(EditorState state, SlotIndex row) const
-{
-    return state == EditorState::Terms ? rows_[row].term : rows_[row].interval;
-}
-
 const std::string& EditorRows::Text(EditorState state, SlotIndex row) const
 {
-    return TextOf(state, row).text;
+    return (state == EditorState::Terms ? rows_[row].term : rows_[row].interval).text;
 }
 
 void EditorRows::SetText(EditorState state, SlotIndex row, std::string_view text)
 {
     (state == EditorState::Terms ? rows_[row].term : rows_[row].interval).text = text;
-}
-
-bool EditorRows::HasUnappliedText(EditorState state, SlotIndex row) const
-{
-    const RowText& text = TextOf(state, row);
-    return text.text != text.shown;
 }
 
 SlotIndex EditorRows::RowOf(SlotIndex slot) const

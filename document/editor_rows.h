@@ -29,7 +29,6 @@ public:
 
     const std::string& Text(EditorState state, SlotIndex row) const;
     void SetText(EditorState state, SlotIndex row, std::string_view text);  // the user has typed
-    bool HasUnappliedText(EditorState state, SlotIndex row) const;
 
     SlotIndex SlotOf(SlotIndex row) const { return rows_[row].slot; }
     SlotIndex RowOf(SlotIndex slot) const;
@@ -71,7 +70,6 @@ private:
         RowText interval;
     };
 
-    const RowText& TextOf(EditorState state, SlotIndex row) const;
     static void Show(RowText& text, std::string_view shown);
     static void Empty(Row& row);
     void SortBlankRows();  // so that the next function takes the first free colour

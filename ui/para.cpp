@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QSlider>
 #include <QToolButton>
+#include <initializer_list>
 
 #include "ui/timer_symbol.h"
 
@@ -170,13 +171,19 @@ void Para::Arrange()
     layout->addLayout(first);
     layout->addLayout(second);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
 
-    setTabOrder(text3_, text1_);
-    setTabOrder(text1_, h_scroll1_);
-    setTabOrder(h_scroll1_, text2_);
-    setTabOrder(text2_, image1_);
-    setTabOrder(image1_, command1_);
-    setFocusProxy(h_scroll1_);
+void Para::FocusSlider() { h_scroll1_->setFocus(); }
+
+QWidget* Para::FollowInTabOrder(QWidget* previous)
+{
+    const std::initializer_list<QWidget*> controls = {text3_, text1_,  h_scroll1_,
+                                                      text2_, image1_, command1_};
+    for (QWidget* control : controls) {
+        if (previous != nullptr) setTabOrder(previous, control);
+        previous = control;
+    }
+    return previous;
 }
 
 void Para::FollowFont()

@@ -38,6 +38,10 @@ public:
     void ShowStep(double step);
     void ShowFamily(bool family);  // check mark of the pop-up
 
+    void FocusSlider();
+    // Puts the controls behind `previous` in the tab order; the last of them.
+    QWidget* FollowInTabOrder(QWidget* previous);
+
     // The pop-up on a right click.
     QMenu* ContextMenu() const { return menu_; }
 

@@ -63,6 +63,10 @@ Para& ParameterColumn::Make(document::ParameterIndex index)
     connect(window, &Para::timerSettingsWanted, this, &ParameterColumn::timerSettingsWanted);
     connect(window, &Para::familyChosen, this, &ParameterColumn::familyChosen);
     connect(window, &Para::closed, this, &ParameterColumn::closed);
+    QWidget* last = nullptr;
+    for (Para* each : windows_) {
+        if (each != nullptr) last = each->FollowInTabOrder(last);
+    }
     return *window;
 }
 
@@ -93,7 +97,7 @@ std::vector<document::ParameterIndex> ParameterColumn::Shown() const
 void ParameterColumn::Reveal(document::ParameterIndex index)
 {
     ShowWindow(index, true);
-    windows_[index]->setFocus();
+    windows_[index]->FocusSlider();
     // A window that was hidden has its place only after the layout's turn.
     const auto scroll = [this, index] { scroll_->ensureWidgetVisible(windows_[index], 0, 0); };
     QMetaObject::invokeMethod(this, scroll, Qt::QueuedConnection);

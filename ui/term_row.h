@@ -41,11 +41,11 @@ public:
     explicit TermField(QWidget* parent);
 
     // Another text, without a way back; the caret keeps its distance to the end.
-    void ShowText(const QString& text);
+    void ShowText(const QString& shown);
     // Another text that the field's own undo takes back.
-    void ReplaceText(const QString& text);
-    // What the text would be with `text` in the place of the selection.
-    QString TextWith(const QString& text) const;
+    void ReplaceText(const QString& replacement);
+    // What the text would be with `inserted` in the place of the selection.
+    QString TextWith(const QString& inserted) const;
     // Red frame with the message as tool tip; "" takes it away.
     void ShowFault(const QString& message);
 

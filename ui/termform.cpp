@@ -1,20 +1,18 @@
 #include "ui/termform.h"
 
-#include <QApplication>
+#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QStringList>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
 
+#include "ui/status_line.h"
+#include "ui/symbol_bar.h"
 #include "ui/term_row.h"
 
 namespace korvinth::ui {
@@ -31,34 +29,10 @@ constexpr int kSpacing = 6;  // pixels between controls
 constexpr int kMargin = 6;
 constexpr int kFewestRows = 3;    // that the smallest window shows
 constexpr int kFewestFitted = 5;  // that a fitted window shows
-constexpr int kLinesOfStatus = 4;
-constexpr int kLongestStatus = 300;  // characters
 constexpr int kLongestTip = 1500;
 constexpr std::size_t kRememberedMoves = 20;
 
-// Dark red on pale red in light and dark desktops alike; the sign says it without colour.
-constexpr QColor kErrorText(0x8A, 0x0F, 0x12);
-constexpr QColor kErrorBackground(0xFB, 0xE3, 0xE4);
-
-struct Symbol
-{
-    const char* caption;
-    const char* typed;  // a sign that terms do not know is entered as its word or operator
-    const char* name;
-};
-constexpr Symbol kSymbols[] = {
-    {"²", "²", "Hoch 2"},
-    {"³", "³", "Hoch 3"},
-    {"π", "pi", "Kreiszahl pi"},
-    {"√", "wurzel(", "Quadratwurzel"},
-    {"≤", "≤", "Kleiner oder gleich"},
-    {"≥", "≥", "Größer oder gleich"},
-    {"·", "*", "Mal"},
-    {"'", "'", "Ableitung: f'(x), f''(x)"},
-};
-
 SlotIndex Row(int number) { return SlotIndex{static_cast<std::int16_t>(number)}; }
-constexpr SlotIndex kLastRow{kSlotCount - 1};
 
 QString Numbered(const char* name, int number)
 {
@@ -75,79 +49,23 @@ QString Shortened(const QString& text, int characters)
     return text.size() <= characters ? text : text.left(characters - 1) + "…";
 }
 
-template <class Controls, class Control>
-std::optional<SlotIndex> IndexOf(const Controls& controls, const Control* control)
-{
-    const auto found = std::ranges::find(controls, control);
-    if (found == controls.end()) return std::nullopt;
-    return Row(static_cast<int>(found - controls.begin()));
-}
-
 }  // namespace
-
-struct TermForm::KeyAction
-{
-    int key;
-    Qt::KeyboardModifiers modifiers;
-    void (*run)(TermForm& form);
-};
-
-const TermForm::KeyAction* TermForm::FindKeyAction(const QKeyEvent& event)
-{
-    static const KeyAction kActions[] = {
-        {Qt::Key_Return, {}, [](TermForm& form) { form.findandgetpre(form.state_); }},
-        {Qt::Key_Return, Qt::ShiftModifier,
-         [](TermForm& form) { form.InsertBelow(form.current_, true); }},
-        {Qt::Key_Insert, {}, [](TermForm& form) { form.InsertBelow(form.current_, false); }},
-        {Qt::Key_Insert, Qt::ControlModifier,
-         [](TermForm& form) {
-             if (form.current_ != kLastRow) form.add_before(form.current_, false);
-         }},
-        {Qt::Key_Delete, Qt::ShiftModifier, [](TermForm& form) { form.clr(form.current_); }},
-        {Qt::Key_Escape,
-         {},
-         [](TermForm& form) {
-             if (form.fnam_[form.current_]->text() == form.text_at_focus_) return;
-             form.fnam_[form.current_]->ReplaceText(form.text_at_focus_);
-         }},
-        {Qt::Key_PageUp, {}, [](TermForm& form) { form.RequestRowMenu(); }},
-        {Qt::Key_PageDown, {}, [](TermForm& form) { form.RequestRowMenu(); }},
-        {Qt::Key_PageDown, Qt::ShiftModifier,
-         [](TermForm& form) { form.ToggleVisibility(form.current_); }},
-        {Qt::Key_PageUp, Qt::ShiftModifier,
-         [](TermForm& form) { form.setstate(form.state_ == EditorState::Terms ? 1 : 0); }},
-        {Qt::Key_Up, {}, [](TermForm& form) { form.Step(-1); }},
-        {Qt::Key_Down, {}, [](TermForm& form) { form.Step(1); }},
-    };
-    const int key = event.key() == Qt::Key_Enter ? Qt::Key_Return : event.key();
-    const Qt::KeyboardModifiers modifiers =
-        event.modifiers() & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
-    const auto* found = std::ranges::find_if(kActions, [&](const KeyAction& action) {
-        return action.key == key && action.modifiers == modifiers;
-    });
-    return found == std::end(kActions) ? nullptr : found;
-}
 
 TermForm::TermForm(const document::PlotDocument& document, Dialogs& dialogs, QWidget* parent)
     : QWidget(parent), document_(document), dialogs_(dialogs)
 {
     setObjectName("termform");
-    pane_ = new TermRowsPane(this);
-    MakeRows(pane_);
-    scroll_ = new QScrollArea(this);
-    scroll_->setFrameShape(QFrame::NoFrame);
-    scroll_->setWidgetResizable(true);
-    scroll_->setFocusPolicy(Qt::NoFocus);
-    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll_->setWidget(pane_);
-    buttons_ = MakeButtons();
-    MakeStatus();
-
+    MakeRows();
+    MakeButtons();
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(btback_);
+    buttons->addStretch();
+    buttons->addWidget(symbols_);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     layout->setSpacing(kSpacing);
     layout->addWidget(scroll_, 1);
-    layout->addWidget(buttons_);
+    layout->addLayout(buttons);
     layout->addWidget(status_);
     layout->addStretch();
 
@@ -155,24 +73,24 @@ TermForm::TermForm(const document::PlotDocument& document, Dialogs& dialogs, QWi
     setstate(0);
     init();
     SetCurrentRow(Row(0));
-    showerror("", false);
 }
 
-void TermForm::MakeRows(TermRowsPane* pane)
+void TermForm::MakeRows()
 {
-    auto* grid = new QGridLayout(pane);
+    pane_ = new TermRowsPane(this);
+    auto* grid = new QGridLayout(pane_);
     grid->setContentsMargins(kSpacing / 2, kSpacing / 2, kSpacing / 2, kSpacing / 2);
     grid->setSpacing(kSpacing);
     for (const SlotIndex row : AllSlots()) {
         const int number = Number(row);
-        auto* colour = new ColourField(pane);
+        auto* colour = new ColourField(pane_);
         colour->setObjectName(Numbered("fcol", number));
         colour->setToolTip("Farbe ändern");
         connect(colour, &ColourField::pressed, this, [this, row] {
             SetCurrentRow(row);
             showcd();
         });
-        auto* field = new TermField(pane);
+        auto* field = new TermField(pane_);
         field->setObjectName(Numbered("fnam", number));
         field->installEventFilter(this);
         connect(field, &QLineEdit::textChanged, this,
@@ -181,7 +99,7 @@ void TermForm::MakeRows(TermRowsPane* pane)
                 [this, row](const QString& text) { PasteLines(row, text); });
         connect(field, &TermField::rowMenuRequested, this,
                 [this](QPoint position) { RequestRowMenu(position); });
-        auto* plus = new QToolButton(pane);
+        auto* plus = new QToolButton(pane_);
         plus->setObjectName(Numbered("cmplus", number));
         plus->setText("+");
         plus->setAutoRaise(true);
@@ -201,51 +119,24 @@ void TermForm::MakeRows(TermRowsPane* pane)
         cmplus_[row] = plus;
     }
     grid->setRowStretch(kSlotCount, 1);
+    scroll_ = new QScrollArea(this);
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setWidgetResizable(true);
+    scroll_->setFocusPolicy(Qt::NoFocus);
+    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll_->setWidget(pane_);
 }
 
-QWidget* TermForm::MakeButtons()
+void TermForm::MakeButtons()
 {
-    auto* line = new QWidget(this);
-    auto* layout = new QHBoxLayout(line);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    btback_ = new QPushButton(line);
+    btback_ = new QPushButton(this);
     btback_->setObjectName("btback");
     btback_->setAutoDefault(false);
-    connect(btback_, &QPushButton::clicked, this,
-            [this] { setstate(state_ == EditorState::Terms ? 1 : 0); });
-    layout->addWidget(btback_);
-    layout->addStretch();
-    for (const Symbol& symbol : kSymbols) {
-        auto* button = new QToolButton(line);
-        button->setObjectName(Numbered("symbol", static_cast<int>(symbols_.size())));
-        button->setText(symbol.caption);
-        button->setAutoRaise(true);
-        button->setToolTip(symbol.name);
-        button->setAccessibleName(symbol.name);
-        button->setFocusPolicy(Qt::TabFocus);  // a click leaves the caret in its row
-        connect(button, &QToolButton::clicked, this, [this, button, typed = QString(symbol.typed)] {
-            if (!button->hasFocus()) FocusRow(current_);
-            fnam_[current_]->insert(typed);
-        });
-        layout->addWidget(button);
-        symbols_.push_back(button);
-    }
-    return line;
-}
-
-void TermForm::MakeStatus()
-{
-    status_ = new QLabel(this);
+    connect(btback_, &QPushButton::clicked, this, &TermForm::SwitchState);
+    symbols_ = new SymbolBar(this);
+    connect(symbols_, &SymbolBar::typed, this, &TermForm::TypeSymbol);
+    status_ = new StatusLine(this);
     status_->setObjectName("status");
-    status_->setAccessibleName("Status");
-    status_->setTextFormat(Qt::PlainText);
-    status_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    status_->setWordWrap(true);
-    status_->setMargin(4);
-    status_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    // A long message without a blank must not widen the window.
-    status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 }
 
 void TermForm::LayoutRows(bool reset)
@@ -261,11 +152,7 @@ void TermForm::LayoutRows(bool reset)
         cmplus_[row]->setFixedSize(2 * metrics.horizontalAdvance('+'), height);
     }
     scroll_->setMaximumHeight(kSlotCount * (height + kSpacing) + kSpacing);
-    for (QToolButton* symbol : symbols_) {
-        symbol->setFont(row_font);
-        symbol->setFixedSize(metrics.horizontalAdvance("≤") + 12, btback_->sizeHint().height());
-    }
-    status_->setMaximumHeight(kLinesOfStatus * fontMetrics().lineSpacing() + 10);
+    symbols_->LayoutButtons(row_font, btback_->sizeHint().height());
     if (reset) {
         clrall();
         setstate(0);
@@ -276,9 +163,8 @@ void TermForm::LayoutRows(bool reset)
 int TermForm::HeightOf(int rows) const
 {
     const int row_height = fnam_[Row(0)]->height() + kSpacing;
-    const int status = fontMetrics().lineSpacing() + 2 * status_->margin();
-    return 2 * kMargin + rows * row_height + kSpacing + buttons_->sizeHint().height() + kSpacing +
-           status;
+    return 2 * kMargin + rows * row_height + kSpacing + btback_->sizeHint().height() + kSpacing +
+           status_->HeightOfOneLine();
 }
 
 QSize TermForm::sizeHint() const
@@ -293,7 +179,8 @@ QSize TermForm::sizeHint() const
 
 QSize TermForm::minimumSizeHint() const
 {
-    return {buttons_->minimumSizeHint().width() + 2 * kMargin, HeightOf(kFewestRows)};
+    return {btback_->sizeHint().width() + kSpacing + symbols_->sizeHint().width() + 2 * kMargin,
+            HeightOf(kFewestRows)};
 }
 
 void TermForm::fitheight()
@@ -375,6 +262,16 @@ void TermForm::setstate(int state)
     if (state_ != former) Q_EMIT stateChanged(state_);
 }
 
+void TermForm::SwitchState() { setstate(state_ == EditorState::Terms ? 1 : 0); }
+
+void TermForm::TypeSymbol(const QString& text)
+{
+    const QWidget* focus = focusWidget();
+    // By keyboard the focus stays at the symbols.
+    if (focus == nullptr || !symbols_->isAncestorOf(focus)) FocusRow(current_);
+    fnam_[current_]->insert(text);
+}
+
 void TermForm::SetCurrentRow(SlotIndex row)
 {
     pane_->Highlight(fnam_[row]);
@@ -388,14 +285,6 @@ void TermForm::FocusRow(SlotIndex row)
 {
     SetCurrentRow(row);
     fnam_[row]->setFocus(Qt::OtherFocusReason);
-}
-
-void TermForm::Step(int rows)
-{
-    const int number = Number(current_) + rows;
-    if (number < 0 || number >= kSlotCount) return;
-    fnam_[Row(number)]->setCursorPosition(fnam_[current_]->cursorPosition());
-    FocusRow(Row(number));
 }
 
 void TermForm::Typed(SlotIndex row, const QString& text)
@@ -482,12 +371,6 @@ bool TermForm::add_before(SlotIndex row, bool after)
     return inserted;
 }
 
-void TermForm::InsertBelow(SlotIndex row, bool focus)
-{
-    if (row == kLastRow) return;
-    if (add_before(row, true) && focus) FocusRow(Row(Number(row) + 1));
-}
-
 // Nothing typed is lost by a wrong key: until something else is typed or applied, Strg+Z in a field
 // that has nothing of its own to take back brings the rows back.
 void TermForm::RememberRows()
@@ -513,16 +396,6 @@ void TermForm::RowsMoved()
     fitheight();
 }
 
-void TermForm::PlusClicked(SlotIndex row, bool shift)
-{
-    if (!shift) {
-        InsertBelow(row, true);
-        return;
-    }
-    clr(row);
-    FocusRow(row == kLastRow ? Row(Number(row) - 1) : row);
-}
-
 void TermForm::findandgetpre(EditorState state)
 {
     Q_EMIT applied(state);
@@ -538,39 +411,7 @@ void TermForm::showcd()
     if (colour) Q_EMIT colourChosen(row, *colour);
 }
 
-void TermForm::ToggleVisibility(SlotIndex row)
-{
-    if (rows_.IsNew(row)) {
-        rows_.ToggleNewRow(row);
-        ShowRows();
-    } else {
-        Q_EMIT visibilityToggled(row);
-    }
-}
-
-void TermForm::RequestRowMenu(std::optional<QPoint> global_position)
-{
-    if (const auto x_part = rows_.XPartOf(current_)) SetCurrentRow(*x_part);
-    const TermField* field = fnam_[current_];
-    const QPoint below = field->mapToGlobal(QPoint(0, field->height()));
-    Q_EMIT rowMenuRequested(current_, global_position.value_or(below));
-}
-
-void TermForm::showerror(std::string_view text, bool error)
-{
-    QPalette colours;  // those of the desktop
-    if (error) {
-        colours.setColor(QPalette::WindowText, kErrorText);
-        colours.setColor(QPalette::Window, kErrorBackground);
-    }
-    status_->setPalette(colours);
-    status_->setAutoFillBackground(error);
-    const QString message = text.empty() ? QStringLiteral("o.k.") : Text(text);
-    status_->setText((error ? "⚠ " : "") + Shortened(message, kLongestStatus));
-    // As rich text the tip wraps its lines.
-    status_->setToolTip(error ? "<p>" + Shortened(message, kLongestTip).toHtmlEscaped() + "</p>"
-                              : QString());
-}
+void TermForm::showerror(std::string_view text, bool error) { status_->ShowStatus(text, error); }
 
 void TermForm::MarkFaultyRow(SlotIndex slot, std::string_view message)
 {
@@ -583,47 +424,6 @@ void TermForm::ClearFaultyRow()
 {
     faulty_slot_.reset();
     ShowRows();
-}
-
-bool TermForm::eventFilter(QObject* watched, QEvent* event)
-{
-    if (const auto plus = IndexOf(cmplus_, static_cast<QToolButton*>(watched))) {
-        if (event->type() != QEvent::MouseButtonRelease) return false;
-        const auto* mouse = static_cast<QMouseEvent*>(event);
-        shift_held_ = mouse->modifiers().testFlag(Qt::ShiftModifier);
-        if (mouse->button() == Qt::LeftButton) return false;  // becomes a click
-        SetCurrentRow(*plus);
-        ToggleVisibility(*plus);
-        return true;
-    }
-    const auto row = IndexOf(fnam_, static_cast<TermField*>(watched));
-    if (!row) return QWidget::eventFilter(watched, event);
-    switch (event->type()) {
-        case QEvent::FocusIn: {
-            SetCurrentRow(*row);
-            const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-            if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
-                text_at_focus_ = fnam_[*row]->text();
-            }
-            return false;
-        }
-        case QEvent::MouseButtonPress: SetCurrentRow(*row); return false;
-        case QEvent::ShortcutOverride:
-            if (FindKeyAction(*static_cast<QKeyEvent*>(event)) == nullptr) return false;
-            event->accept();
-            return true;
-        case QEvent::KeyPress: {
-            SetCurrentRow(*row);
-            const auto* key = static_cast<QKeyEvent*>(event);
-            if (const KeyAction* action = FindKeyAction(*key)) {
-                action->run(*this);
-                return true;
-            }
-            return key->matches(QKeySequence::Undo) && !fnam_[*row]->isUndoAvailable() &&
-                   TakeBackMove();
-        }
-        default: return false;
-    }
 }
 
 void TermForm::changeEvent(QEvent* event)

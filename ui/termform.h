@@ -13,7 +13,6 @@
 #include "ui/dialogs.h"
 
 class QKeyEvent;
-class QLabel;
 class QPushButton;
 class QScrollArea;
 class QToolButton;
@@ -21,6 +20,8 @@ class QToolButton;
 namespace korvinth::ui {
 
 class ColourField;
+class StatusLine;
+class SymbolBar;
 class TermField;
 class TermRowsPane;
 
@@ -94,12 +95,13 @@ private:
     struct KeyAction;
     static const KeyAction* FindKeyAction(const QKeyEvent& event);
 
-    void MakeRows(TermRowsPane* pane);
-    QWidget* MakeButtons();
-    void MakeStatus();
+    void MakeRows();
+    void MakeButtons();
     void ShowRows();
     void Typed(document::SlotIndex row, const QString& text);
     void PasteLines(document::SlotIndex row, const QString& text);
+    void SwitchState();
+    void TypeSymbol(const QString& text);
     void PlusClicked(document::SlotIndex row, bool shift);
     void RowsMoved();
     void RememberRows();
@@ -127,10 +129,9 @@ private:
     document::SlotTable<QToolButton*> cmplus_;
     TermRowsPane* pane_ = nullptr;
     QScrollArea* scroll_ = nullptr;
-    QWidget* buttons_ = nullptr;
     QPushButton* btback_ = nullptr;
-    std::vector<QToolButton*> symbols_;
-    QLabel* status_ = nullptr;
+    SymbolBar* symbols_ = nullptr;
+    StatusLine* status_ = nullptr;
     int fitted_height_ = 0;
 };
 

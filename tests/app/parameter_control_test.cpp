@@ -246,6 +246,14 @@ TEST_F(ParameterWindows, WindowsComeAndGoWithTheirParameters)
     EXPECT_EQ(Shown(), (Texts{"b", "c"})) << "closed stays closed";
     Apply({"c*x"});
     EXPECT_EQ(Shown(), (Texts{"c"}));
+    Apply({"g(x) = x", "h(x) = G(x)", "c*x+a+b"});
+    EXPECT_EQ(Shown(), (Texts{"hu", "hanz", "c", "a", "b"})) << "in the order of their indices";
+    column.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&column));
+    auto* last = Window("hanz").findChild<QAbstractButton*>("Command1");
+    last->setFocus();
+    QTest::keyClick(last, Qt::Key_Tab);
+    EXPECT_EQ(column.focusWidget(), &Field("c", "Text3")) << "so does the tab key";
     Apply({"c*x+a+b"});
     EXPECT_EQ(Shown(), (Texts{"c", "a", "b"})) << "names that come back are shown again";
     EXPECT_EQ(Field("b", "Text3").text(), "5");
