@@ -36,6 +36,7 @@ private:
     void updatet() override;
     void RedrawGraph() override;
     void HistoryChanged(bool) override {}
+    void CollectParameters() override { application_.Apply(); }
 
     Application& application_;
     ui::TermList* terms_;
