@@ -38,6 +38,26 @@ document::PlotReport Application::Apply()
     return report;
 }
 
+void Application::StopAnimation()
+{
+    if (windows_ != nullptr) windows_->StopAnimation();
+}
+
+void Application::StoreRows(document::PlotDocument& plot)
+{
+    if (windows_ != nullptr) windows_->StoreRows(plot);
+}
+
+void Application::RowsChecked(const document::PlotDocument& plot)
+{
+    if (windows_ != nullptr) windows_->RowsChecked(plot);
+}
+
+void Application::InitSlider(document::ParameterIndex index)
+{
+    if (windows_ != nullptr) windows_->InitSlider(index);
+}
+
 std::vector<double> Application::DisplayedArguments() const
 {
     const render::ViewRange& view = View();

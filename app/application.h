@@ -17,6 +17,17 @@
 
 namespace korvinth::app {
 
+// What applying a plot asks of the windows. There are none when the program runs without a window.
+class ApplyHooks
+{
+public:
+    virtual ~ApplyHooks() = default;
+    virtual void StopAnimation() = 0;
+    virtual void StoreRows(document::PlotDocument& plot) = 0;
+    virtual void RowsChecked(const document::PlotDocument& plot) = 0;
+    virtual void InitSlider(document::ParameterIndex index) = 0;
+};
+
 // Owns the parser, the plot and the view. It is complete without windows: they write into the plot,
 // call Apply, and draw through Draw.
 class Application final : public document::PlotHost
@@ -45,18 +56,29 @@ public:
         return render::ProbeGraphs(document_, parser_, View(), area_x, area_y);
     }
 
-    // What Apply needs of the windows.
-    void StopAnimation() override {}                     // nothing is animated yet
-    void StoreRows(document::PlotDocument&) override {}  // whoever calls Apply has stored them
-    void RowsChecked(const document::PlotDocument&) override {}  // shown after Apply
+    // Steps between the samples of a slot's graph, until the area changes.
+    int SampleCount(document::SlotIndex slot) const { return renderer_.SampleCount(slot); }
+    void SetSampleCount(document::SlotIndex slot, int steps)
+    {
+        renderer_.SetSampleCount(slot, steps);
+    }
+
+    // The windows, while they are there; nullptr takes them away.
+    void Attach(ApplyHooks* windows) { windows_ = windows; }
+
+    // What ApplyPlot needs of the windows and the view.
+    void StopAnimation() override;
+    void StoreRows(document::PlotDocument& plot) override;
+    void RowsChecked(const document::PlotDocument& plot) override;
     void UpdateMapping() override { views_.UpdateMapping(); }
-    void InitSlider(document::ParameterIndex) override {}
+    void InitSlider(document::ParameterIndex index) override;
     std::vector<double> DisplayedArguments() const override;
 
 private:
     term::MathParser parser_;
     document::PlotDocument document_;
     ViewControl views_{parser_, document_};
+    ApplyHooks* windows_ = nullptr;
     render::RedrawGate redraw_gate_;
     render::Renderer renderer_{document_, parser_, views_.View(), redraw_gate_};
 };

@@ -4,11 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "app/application.h"
 #include "app/command_line.h"
 #include "app/headless.h"
-#include "app/main_window.h"
-#include "app/plot_request.h"
+#include "app/program.h"
 #include "app/toolkit.h"
 
 namespace {
@@ -29,11 +27,8 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
     QApplication::setApplicationVersion(KORVINTH_VERSION);
     UseGerman(toolkit);
 
-    Application application;
-    const PlotRequestReport request = ApplyRequest(application, command);
-    MainWindow window(application);
-    window.ShowOutcome(request.errors, request.notes);
-    window.show();
+    Program program;
+    program.Start(command);
     return QApplication::exec();
 }
 

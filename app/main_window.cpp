@@ -1,112 +1,304 @@
 #include "app/main_window.h"
 
 #include <QAction>
-#include <QMenuBar>
-#include <QSplitter>
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMessageBox>
+#include <QShortcut>
 #include <QStatusBar>
+#include <algorithm>
 
+#include "ui/child_window.h"
 #include "ui/graphform.h"
 #include "ui/interform.h"
-#include "ui/termlist.h"
+#include "ui/parameter_column.h"
+#include "ui/parameter_list.h"
+#include "ui/termform.h"
+#include "ui/zoom_dialog.h"
 
 namespace korvinth::app {
 namespace {
 
-QString Text(std::string_view utf8)
-{
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
+constexpr QSize kFirstSize(1280, 800);
 
-// Collected texts end with a separator.
-std::string_view WithoutSeparator(std::string_view text)
+void Place(QWidget* window, const Box& box)
 {
-    while (!text.empty() && (text.back() == ' ' || text.back() == ';')) text.remove_suffix(1);
-    return text;
+    if (box.width > 0 && box.height > 0) window->setGeometry(box.x, box.y, box.width, box.height);
 }
 
 }  // namespace
 
-MainWindow::MainWindow(Application& application, QWidget* parent)
-    : QMainWindow(parent), application_(application)
+MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* parent)
+    : QMainWindow(parent), dialogs_(dialogs), menus_(*this), area_(new QMdiArea(this))
 {
     setObjectName("mother");
     setWindowTitle("Korvinth 2 - Funktionsgraphen und Kurven mit dynamischen Parametern");
-    MakeMenus();
+    statusBar()->setObjectName("statusbar");
+    statusBar()->setAccessibleName("Ergebnis");
+    area_->setObjectName("area");
+    area_->setFrameShape(QFrame::NoFrame);
+    area_->setBackground(palette().brush(QPalette::Mid));
+    area_->setActivationOrder(QMdiArea::CreationOrder);
+    area_->viewport()->installEventFilter(this);
+    setCentralWidget(area_);
 
-    auto* splitter = new QSplitter(this);
-    terms_ = new ui::TermList(splitter);
-    graph_ = new ui::GraphForm(
-        application_.View(), application_.Views(),
-        [this](render::DrawingSurface& surface) { application_.Draw(surface); }, splitter);
-    graph_->SetProbe([this](double x, double y) { return application_.ProbeGraphs(x, y); });
-    ranges_ =
-        new ui::InterForm(application_.Document(), application_.View(), application_.Views(), this);
-    ranges_->setWindowFlag(Qt::Tool);
-    splitter->setChildrenCollapsible(false);
-    splitter->setStretchFactor(0, 0);
-    splitter->setStretchFactor(1, 1);
-    // The terms' width follows the font; the graph takes the rest.
-    const int terms_width = 30 * terms_->fontMetrics().averageCharWidth() + 60;
-    splitter->setSizes({terms_width, 10 * terms_width});
-    setCentralWidget(splitter);
-    resize(1280, 800);
-
-    terms_->SetColours(application_.Document().attributes.slots);
-    terms_->SetRows(application_.Document().rows);
-    connect(terms_, &ui::TermList::applied, this, &MainWindow::ApplyRows);
-    connect(graph_, &ui::GraphForm::areaResized, this, &MainWindow::FollowArea);
-    connect(graph_, &ui::GraphForm::rangeWindowWanted, this, &MainWindow::ShowRanges);
-    application_.Views().SetListener(this);
+    MakeChildren(application);
+    session_ = std::make_unique<Session>(
+        application, PlotWindows{*termform_, *graphform_, *sliders_, *parameter_list_, *interform_},
+        dialogs_);
+    commands_ = std::make_unique<PlotCommands>(menus_, *session_, *termform_, *graphform_);
+    zoom_dialog_ = new ui::ZoomDialog(application.Parser(), dialogs_, this);
+    ConnectSession();
+    ConnectWindowEntries();
+    MakeShortcuts();
+    resize(kFirstSize);
 }
 
-MainWindow::~MainWindow() { application_.Views().SetListener(nullptr); }
+MainWindow::~MainWindow() = default;
 
-void MainWindow::MakeMenus()
+void MainWindow::MakeChildren(Application& application)
 {
-    QMenu* file = menuBar()->addMenu("&Datei");
-    file->setObjectName("mn_file");
-    QAction* close = file->addAction("S&chließen", QKeySequence::Quit, this, &QWidget::close);
-    close->setObjectName("mn_close");
+    ViewControl& view = application.Views();
+    termform_ = new ui::TermForm(application.Document(), dialogs_, this);
+    sliders_ = new ui::ParameterColumn(this);
+    graphform_ = new ui::GraphForm(
+        view.View(), view,
+        [&application](render::DrawingSurface& surface) { application.Draw(surface); }, this);
+    graphform_->SetProbe(
+        [&application](double x, double y) { return application.ProbeGraphs(x, y); });
+    parameter_list_ = new ui::ParameterList(this);
+    interform_ = new ui::InterForm(application.Document(), view.View(), view, this);
+
+    terms_frame_ = MakeChild(termform_);
+    sliders_frame_ = MakeChild(sliders_);
+    graph_frame_ = MakeChild(graphform_);
+    list_frame_ = MakeChild(parameter_list_);
+    ranges_frame_ = MakeChild(interform_);
+    list_frame_->SetFree(true);
+    list_frame_->hide();
+    ranges_frame_->hide();
 }
 
-void MainWindow::ApplyRows()
+ui::ChildWindow* MainWindow::MakeChild(QWidget* content)
 {
-    document::PlotDocument& plot = application_.Document();
-    for (const document::SlotIndex row : document::AllSlots()) plot.rows[row] = terms_->Row(row);
-    const document::PlotReport report = application_.Apply();
-    terms_->SetRows(plot.rows);
-    ShowOutcome(report.errors, report.notes);
+    auto* child = new ui::ChildWindow(content);
+    area_->addSubWindow(child, child->windowFlags());
+    connect(child, &ui::ChildWindow::hidden, this, &MainWindow::ArrangeWindows);
+    return child;
 }
 
-void MainWindow::ShowOutcome(std::string_view errors, std::string_view notes)
+void MainWindow::ConnectSession()
 {
-    terms_->ShowStatus(WithoutSeparator(errors));
-    const std::string_view outcome = errors.empty() ? notes : errors;
-    statusBar()->showMessage(outcome.empty() ? "Ok." : Text(WithoutSeparator(outcome)));
-    graph_->Redraw();
+    connect(session_.get(), &Session::outcomeChanged, this,
+            [this](const QString& outcome) { statusBar()->showMessage(outcome); });
+    connect(session_.get(), &Session::layoutChanged, this, &MainWindow::ArrangeWindows);
+    connect(session_.get(), &Session::parametersWanted, this,
+            [this] { ShowChild(sliders_frame_); });
+    connect(termform_, &ui::TermForm::rowMenuRequested, this,
+            [this](document::SlotIndex, QPoint place) { commands_->ShowRowMenu(place); });
+    connect(graphform_, &ui::GraphForm::menuWanted, this,
+            [this](QPoint place, QPointF) { commands_->ShowGraphMenu(place); });
+    connect(graphform_, &ui::GraphForm::rangeWindowWanted, this, &MainWindow::ShowRanges);
+    connect(graphform_, &ui::GraphForm::zoomFactorsWanted, this, &MainWindow::ShowZoomFactors);
+    connect(
+        zoom_dialog_, &ui::ZoomDialog::applied, this,
+        [this](const render::ZoomFactors& factors) { session_->View().SetZoomFactors(factors); });
+}
+
+void MainWindow::ConnectWindowEntries()
+{
+    const auto on = [this](std::string_view entry, auto action) {
+        connect(&menus_.Entry(entry), &QAction::triggered, this, action);
+    };
+    on("mn_close", [this] { close(); });
+    on("mn_spal", [this] { ShowParameterList(); });
+    on("mn_para", [this] {
+        session_->Parameters().ShowAllWindows(true);
+        ShowChild(sliders_frame_);
+    });
+    on("mn_pardock", [this] {
+        ShowChild(sliders_frame_);
+        ArrangeWindows();
+    });
+    on("mn_zoomoptions", [this] { ShowZoomFactors(); });
+    on("mn_inter", [this] { ShowRanges(); });
+    on("mn_graph", [this] { ShowChild(graph_frame_); });
+    on("mn_term", [this] { ShowChild(terms_frame_); });
+    on("mn_dock", [this] { DockAll(); });
+    on("mn_gri", [this] { SetGraphFree(); });
+    on("mn_ghm", [this] { MaximiseGraph(); });
+    on("mn_about", [this] { ShowAbout(); });
+}
+
+// The keys reach the main window from whichever child has the focus.
+void MainWindow::MakeShortcuts()
+{
+    const auto on = [this](const char* keys, auto action) {
+        connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, action);
+    };
+    on("Ctrl+Tab", [this] { ActivateNext(1); });
+    on("Ctrl+Shift+Tab", [this] { ActivateNext(-1); });
+    on("Ctrl+W", [this] {
+        if (QMdiSubWindow* child = area_->activeSubWindow()) child->close();
+    });
+    menus_.Entry("mn_redo").setShortcuts({QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")});
+}
+
+void MainWindow::ArrangeWindows()
+{
+    ArrangementRequest request;
+    request.width = area_->viewport()->width();
+    request.height = area_->viewport()->height();
+    request.font_height = fontMetrics().height();
+    request.terms_height = terms_frame_->HeightFor(termform_->sizeHint().height());
+    request.parameters_height = sliders_frame_->HeightFor(sliders_->HeightOfWindows());
+    request.graph_place = graph_place_;
+    request.has_terms = !terms_frame_->isHidden();
+    request.has_parameters = !sliders_frame_->isHidden();
+    if (!ranges_frame_->isHidden()) {
+        request.ranges_height = ranges_frame_->HeightFor(interform_->sizeHint().height());
+    }
+    const Arrangement places = Arrange(request);
+    Place(terms_frame_, places.terms);
+    Place(sliders_frame_, places.parameters);
+    Place(graph_frame_, places.graph);
+    Place(ranges_frame_, places.ranges);
+    ranges_frame_->SetFree(places.ranges.height == 0);
+}
+
+void MainWindow::ShowChild(ui::ChildWindow* child)
+{
+    const bool was_hidden = child->isHidden();
+    child->BringToFront();
+    if (was_hidden) ArrangeWindows();
+}
+
+// It stands over the graph's right edge, so that the sliders that it chooses stay in view.
+void MainWindow::ShowParameterList()
+{
+    if (list_frame_->isHidden()) {
+        const QSize room = area_->viewport()->size();
+        const QSize size = parameter_list_->sizeHint()
+                               .expandedTo({0, list_frame_->HeightFor(room.height() / 2)})
+                               .boundedTo(room);
+        list_frame_->setGeometry(QRect(QPoint(room.width() - size.width(), 0), size));
+    }
+    parameter_list_->refpar(session_->Document());
+    list_frame_->BringToFront();
 }
 
 void MainWindow::ShowRanges()
 {
-    ranges_->updateall();
-    ranges_->show();
-    ranges_->raise();
-    ranges_->activateWindow();
+    interform_->updateall();
+    ShowChild(ranges_frame_);
 }
 
-void MainWindow::updatex() { ranges_->updatex(); }
-
-void MainWindow::updatey() { ranges_->updatey(); }
-
-void MainWindow::updatet() { ranges_->updatet(); }
-
-void MainWindow::RedrawGraph() { graph_->Redraw(); }
-
-void MainWindow::FollowArea()
+void MainWindow::DockAll()
 {
-    const QSize size = graph_->AreaSize();
-    application_.SetAreaSize(size.width(), size.height());
-    graph_->Redraw();
+    graph_place_ = GraphPlace::Docked;
+    menus_.SetChecked("mn_gri", false);
+    graph_frame_->SetFree(false);
+    for (ui::ChildWindow* child : {terms_frame_, sliders_frame_, graph_frame_}) child->show();
+    ArrangeWindows();
+}
+
+void MainWindow::SetGraphFree()
+{
+    const bool free = graph_place_ != GraphPlace::Free;
+    graph_place_ = free ? GraphPlace::Free : GraphPlace::Docked;
+    menus_.SetChecked("mn_gri", free);
+    graph_frame_->SetFree(free);
+    ArrangeWindows();
+}
+
+// A free graph keeps its width and place.
+void MainWindow::MaximiseGraph()
+{
+    graph_frame_->show();
+    if (graph_place_ == GraphPlace::Free) {
+        graph_frame_->setGeometry(graph_frame_->x(), 0, graph_frame_->width(),
+                                  area_->viewport()->height());
+        return;
+    }
+    graph_place_ = GraphPlace::FullHeight;
+    ArrangeWindows();
+}
+
+void MainWindow::ActivateNext(int step)
+{
+    QList<ui::ChildWindow*> shown;
+    for (ui::ChildWindow* child :
+         {terms_frame_, sliders_frame_, graph_frame_, ranges_frame_, list_frame_}) {
+        if (!child->isHidden()) shown.append(child);
+    }
+    if (shown.isEmpty()) return;
+    const qsizetype present =
+        shown.indexOf(qobject_cast<ui::ChildWindow*>(area_->activeSubWindow()));
+    shown[(present + step + shown.size()) % shown.size()]->BringToFront();
+}
+
+void MainWindow::ShowZoomFactors()
+{
+    zoom_dialog_->setval(session_->View().Factors());
+    zoom_dialog_->show();
+    zoom_dialog_->raise();
+    zoom_dialog_->activateWindow();
+}
+
+void MainWindow::ShowAbout()
+{
+    auto* box = new QMessageBox(
+        QMessageBox::Information, QStringLiteral("über Korvinth"),
+        QStringLiteral("<h3>Korvinth 2</h3><p>Version %1</p>"
+                       "<p>Korvinth zeichnet Graphen von Funktionen und ebene Kurven, deren Terme "
+                       "Parameter enthalten dürfen. Die Parameter lassen sich mit Schiebereglern "
+                       "verändern und animieren, und das Bild folgt ihnen sofort.</p>")
+            .arg(KORVINTH_VERSION),
+        QMessageBox::Ok, this);
+    box->setObjectName("about");
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void MainWindow::CloseSliders() { session_->Parameters().ShowAllWindows(false); }
+
+void MainWindow::CloseWindows()
+{
+    zoom_dialog_->close();
+    for (ui::ChildWindow* child :
+         {terms_frame_, sliders_frame_, graph_frame_, ranges_frame_, list_frame_}) {
+        child->hide();
+    }
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    Q_EMIT closing();
+    event->accept();
+}
+
+// Typing can begin at once.
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    if (event->spontaneous()) return;
+    ShowChild(terms_frame_);
+    termform_->FocusRow(termform_->CurrentRow());
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        area_->setBackground(palette().brush(QPalette::Mid));
+    }
+    if (event->type() == QEvent::FontChange) ArrangeWindows();
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == area_->viewport() && event->type() == QEvent::Resize) ArrangeWindows();
+    return QMainWindow::eventFilter(watched, event);
 }
 
 }  // namespace korvinth::app

@@ -1,47 +1,83 @@
-// The frame of all windows: terms on the left, the graph on the right.
+// The main window `mother`: menus, child windows and their arrangement.
 #pragma once
 
 #include <QMainWindow>
-#include <string_view>
+#include <memory>
 
 #include "app/application.h"
+#include "app/arrangement.h"
+#include "app/menus.h"
+#include "app/plot_commands.h"
+#include "app/session.h"
+#include "ui/dialogs.h"
+
+class QMdiArea;
 
 namespace korvinth::ui {
-class GraphForm;
-class InterForm;
-class TermList;
+class ChildWindow;
+class ZoomDialog;
 }  // namespace korvinth::ui
 
 namespace korvinth::app {
 
-class MainWindow : public QMainWindow, private ViewListener
+class MainWindow : public QMainWindow
 {
     Q_OBJECT
 public:
-    // Shows the rows that the plot holds. `application` outlives the window.
-    explicit MainWindow(Application& application, QWidget* parent = nullptr);
+    // Shows the plot that the application holds. Both outlive the window.
+    MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* parent = nullptr);
     ~MainWindow() override;
 
-    // Tells what applying the plot has found, and draws.
-    void ShowOutcome(std::string_view errors, std::string_view notes);
+    Session& PlotSession() { return *session_; }
+
+    void ArrangeWindows();
+    void CloseSliders();
+    void CloseWindows();
+
+Q_SIGNALS:
+    void closing();  // before the window closes, while everything is there
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
-    void MakeMenus();
-    void ApplyRows();
-    void FollowArea();
+    void MakeChildren(Application& application);
+    ui::ChildWindow* MakeChild(QWidget* content);
+    void ConnectWindowEntries();
+    void ConnectSession();
+    void MakeShortcuts();
+
+    void ShowChild(ui::ChildWindow* child);
+    void ShowParameterList();
     void ShowRanges();
+    void DockAll();        // mn_dock
+    void SetGraphFree();   // mn_gri
+    void MaximiseGraph();  // mn_ghm
+    void ActivateNext(int step);
+    void ShowZoomFactors();
+    void ShowAbout();
 
-    void updatex() override;
-    void updatey() override;
-    void updatet() override;
-    void RedrawGraph() override;
-    void HistoryChanged(bool) override {}
-    void CollectParameters() override { application_.Apply(); }
-
-    Application& application_;
-    ui::TermList* terms_;
-    ui::GraphForm* graph_;
-    ui::InterForm* ranges_;
+    ui::Dialogs& dialogs_;
+    Menus menus_;
+    QMdiArea* area_;
+    // Contents first: the frames take them in.
+    ui::TermForm* termform_ = nullptr;
+    ui::GraphForm* graphform_ = nullptr;
+    ui::ParameterColumn* sliders_ = nullptr;
+    ui::ParameterList* parameter_list_ = nullptr;
+    ui::InterForm* interform_ = nullptr;
+    ui::ZoomDialog* zoom_dialog_ = nullptr;
+    ui::ChildWindow* terms_frame_ = nullptr;
+    ui::ChildWindow* sliders_frame_ = nullptr;
+    ui::ChildWindow* graph_frame_ = nullptr;
+    ui::ChildWindow* list_frame_ = nullptr;
+    ui::ChildWindow* ranges_frame_ = nullptr;
+    std::unique_ptr<Session> session_;
+    std::unique_ptr<PlotCommands> commands_;
+    GraphPlace graph_place_ = GraphPlace::Docked;
 };
 
 }  // namespace korvinth::app

@@ -1,5 +1,6 @@
 #include "document/apply_plot.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -107,14 +108,24 @@ private:
         if (message.empty()) {
             slot.integral_term = *integrand;
         } else {
-            RejectSlot(slot, message);
+            RejectSlot(index, message);
         }
     }
 
-    void RejectSlot(FunctionSlot& slot, std::string_view message)
+    void RejectSlot(SlotIndex index, std::string_view message)
     {
+        FunctionSlot& slot = document_.slots[index];
+        MarkFaulty(index);
         Collect(HeadOf(slot) + ": " + std::string(message));
         LeaveUndrawn(slot);
+    }
+
+    // The rows' own check comes first, as in the collected text; then the uppermost row counts.
+    void MarkFaulty(SlotIndex index)
+    {
+        if (!report_.row_errors.empty()) return;
+        const SlotIndex first = report_.first_faulty_row.value_or(index);
+        report_.first_faulty_row = std::min(first, index);
     }
 
     // The parser knows an integral function as 0, so a term that calls one would be drawn wrongly.
@@ -124,10 +135,10 @@ private:
         for (const FunctionSlot& slot : document_.slots) {
             if (!slot.integral_term.empty()) integrals.push_back(slot.name);
         }
-        for (FunctionSlot& slot : document_.slots) {
+        for (const SlotIndex index : AllSlots()) {
             for (const std::string& name : integrals) {
-                if (!CallsFunction(slot.parser_term, name)) continue;
-                RejectSlot(slot, kIntegralNotAlone);
+                if (!CallsFunction(document_.slots[index].parser_term, name)) continue;
+                RejectSlot(index, kIntegralNotAlone);
                 break;
             }
         }
@@ -158,6 +169,7 @@ private:
         if (evaluable && !slot.parser_term.empty()) DefineFunction(slot);
         if (!evaluable && pass == kSlotCount) {
             Collect(parser_.ErrorText());
+            MarkFaulty(index);
             LeaveUndrawn(slot);
         }
         parser_.EvalText("");
@@ -174,6 +186,7 @@ private:
     {
         const FinalCheck check = CheckDefinitions(document_, parser_, host_);
         for (const std::string& message : check.errors) Collect(message);
+        if (check.first_faulty) MarkFaulty(*check.first_faulty);
         for (const std::string& note : check.notes) report_.notes += note + "; ";
     }
 

@@ -71,6 +71,8 @@ struct DisplayAttributes
     bool constant_sample_count = false;
     double family_step = 1;
     int family_count = 0;  // 0 to 21 further members
+    // An integrand g counts as infinite where 1 / (1 + |g|) is below this term.
+    std::string integrand_limit = "0.0001";
     int calculator_places = 3;
     bool smooth_drawing = true;
 

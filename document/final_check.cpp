@@ -91,9 +91,11 @@ FinalCheck CheckDefinitions(const PlotDocument& document, MathParser& parser, co
     FinalCheck check;
     const std::vector<double> plain_arguments = host.DisplayedArguments();
     const std::vector<double> curve_arguments = CurveArguments(document, parser);
-    for (const FunctionSlot& slot : document.slots) {
+    for (const SlotIndex index : AllSlots()) {
+        const FunctionSlot& slot = document.slots[index];
         const bool plain = slot.curve_link == kPlainFunction;
         CheckSlot(document, parser, slot, plain ? plain_arguments : curve_arguments, check);
+        if (!check.errors.empty() && !check.first_faulty) check.first_faulty = index;
     }
     for (const OutsideTerms& outside : TermsOutsideSlots(document)) {
         CheckOutside(parser, outside, check);

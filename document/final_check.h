@@ -1,6 +1,7 @@
 // The last look at a rebuilt plot: is every definition right?
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@ namespace korvinth::document {
 struct FinalCheck
 {
     std::vector<std::string> errors;
+    std::optional<SlotIndex> first_faulty;  // slot with an error
     std::vector<std::string> notes;  // right terms without a value at any of the samples
 };
 

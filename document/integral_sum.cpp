@@ -7,6 +7,8 @@
 #include <limits>
 #include <span>
 
+#include "document/number_text.h"
+
 namespace korvinth::document {
 namespace {
 
@@ -16,17 +18,20 @@ constexpr double kOnThePoint = 1e-6;
 
 enum class Direction : std::int64_t { Left = -1, Right = 1 };
 
-// One sum over the points start + index * h; row k of an ascending grid has the index k * 1000.
+// One sum over the points start + index * h; row k of an ascending grid has the index k times the
+// steps of a row.
 class Summation
 {
 public:
     Summation(term::MathParser& parser, term::VariableHandle x, term::ExprHandle integrand,
-              const RowGrid& grid)
+              const RowGrid& grid, const IntegralRule& rule)
         : parser_(parser),
           x_(x),
           integrand_(integrand),
           grid_(grid),
-          width_(grid.step / kStepsPerRow),
+          limit_(rule.limit),
+          steps_per_row_(rule.steps_per_row),
+          width_(grid.step / rule.steps_per_row),
           sums_(grid.rows, std::numeric_limits<double>::quiet_NaN())
     {
     }
@@ -41,7 +46,7 @@ public:
 
         std::array<double, 1> height{lower_bound};
         if (EvaluateIntegrand(height) == 0) return sums_;
-        const auto last = static_cast<std::int64_t>((grid_.rows - 1) * kStepsPerRow);
+        const auto last = static_cast<std::int64_t>(grid_.rows - 1) * steps_per_row_;
         if (first_right <= static_cast<double>(last)) {
             const auto index = static_cast<std::int64_t>(first_right);
             const double first_width = on_a_point ? 0 : ArgumentAt(index) - lower_bound;
@@ -58,8 +63,8 @@ public:
 private:
     double ArgumentAt(std::int64_t index) const
     {
-        const std::int64_t row = index / kStepsPerRow;
-        const std::int64_t step = index % kStepsPerRow;
+        const std::int64_t row = index / steps_per_row_;
+        const std::int64_t step = index % steps_per_row_;
         return grid_.start + static_cast<double>(row) * grid_.step +
                static_cast<double>(step) * width_;
     }
@@ -72,7 +77,7 @@ private:
         const auto found = std::span(errors).first(samples.size());
         parser_.EvaluateBlock(integrand_, x_, samples, samples, found);
         for (std::size_t i = 0; i < samples.size(); ++i) {
-            const bool finite = 1 / (1 + std::abs(samples[i])) >= kIntegrandLimit;
+            const bool finite = 1 / (1 + std::abs(samples[i])) >= limit_;
             if (found[i] != term::Error::None || !finite) return i;
         }
         return samples.size();
@@ -101,8 +106,8 @@ private:
 
     void Store(std::int64_t index, double sum)
     {
-        if (index < 0 || index % kStepsPerRow != 0) return;
-        const auto row = static_cast<std::size_t>(index / kStepsPerRow);
+        if (index < 0 || index % steps_per_row_ != 0) return;
+        const auto row = static_cast<std::size_t>(index / steps_per_row_);
         if (row < sums_.size()) sums_[row] = sum;
     }
 
@@ -110,29 +115,39 @@ private:
     term::VariableHandle x_;
     term::ExprHandle integrand_;
     RowGrid grid_;  // ascending
+    double limit_;
+    std::int64_t steps_per_row_;
     double width_;
     std::vector<double> sums_;
 };
 
 }  // namespace
 
-double IntegralSteps(const RowGrid& grid, double lower_bound)
+IntegralRule RuleOf(const DisplayAttributes& attributes, term::MathParser& parser,
+                    int steps_per_row)
+{
+    const double limit = EvalNumberField(parser, attributes.integrand_limit);
+    return {steps_per_row, limit};
+}
+
+double IntegralSteps(const RowGrid& grid, const IntegralRule& rule, double lower_bound)
 {
     if (grid.rows == 0) return 0;
     const double farthest = std::max(std::abs(grid.start - lower_bound),
                                      std::abs(grid.At(grid.rows - 1) - lower_bound));
-    return farthest / std::abs(grid.step) * kStepsPerRow;
+    return farthest / std::abs(grid.step) * rule.steps_per_row;
 }
 
 std::vector<double> SumIntegral(term::MathParser& parser, term::VariableHandle x,
-                                std::string_view integrand, double lower_bound, const RowGrid& grid)
+                                std::string_view integrand, double lower_bound, const RowGrid& grid,
+                                const IntegralRule& rule)
 {
     if (grid.rows == 0) return {};
     const bool descending = grid.step < 0;
     RowGrid ascending = grid;
     if (descending) ascending = {grid.At(grid.rows - 1), -grid.step, grid.rows};
     const term::ExprHandle handle = parser.Parse(integrand);
-    std::vector<double> sums = Summation(parser, x, handle, ascending).Run(lower_bound);
+    std::vector<double> sums = Summation(parser, x, handle, ascending, rule).Run(lower_bound);
     parser.ReleaseExpr(handle);
     parser.EvalText("");
     if (descending) std::reverse(sums.begin(), sums.end());

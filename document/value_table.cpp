@@ -15,6 +15,7 @@ namespace korvinth::document {
 namespace {
 
 constexpr std::size_t kPortion = 1024;
+constexpr int kStepsPerRow = 1000;            // of the sum of an integral function
 constexpr double kMostIntegralSteps = 1.1e9;  // the longest table and a little beyond it
 constexpr double kRoundingTolerance = 1e-9;   // of the end of the range, in rows
 constexpr std::string_view kContext = "Tabelle: ";
@@ -52,7 +53,8 @@ public:
             if (!slot.parser_term.empty()) handle_ = parser.Parse(slot.parser_term);
         } else {
             const double lower_bound = document.parameters[LowerBoundParameter(index)].value;
-            sums_ = SumIntegral(parser, x_, slot.integral_term, lower_bound, grid);
+            const IntegralRule rule = RuleOf(document.attributes, parser, kStepsPerRow);
+            sums_ = SumIntegral(parser, x_, slot.integral_term, lower_bound, grid, rule);
         }
     }
     Column(const Column&) = delete;
@@ -121,7 +123,7 @@ std::string CheckLowerBounds(const PlotDocument& document, const RowGrid& grid)
     for (SlotIndex index : AllSlots()) {
         if (document.slots[index].integral_term.empty()) continue;
         const Parameter& bound = document.parameters[LowerBoundParameter(index)];
-        if (!(IntegralSteps(grid, bound.value) <= kMostIntegralSteps)) {
+        if (!(IntegralSteps(grid, {kStepsPerRow}, bound.value) <= kMostIntegralSteps)) {
             return Message("Untere Grenze " + bound.name + " liegt zu weit entfernt!");
         }
     }

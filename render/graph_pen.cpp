@@ -25,7 +25,7 @@ void GraphPen::Break()
     pen_up_ = true;
 }
 
-void GraphPen::Draw(double index, double value)
+void GraphPen::Draw(double index, double value, bool within)
 {
     if (std::isnan(value)) {
         Break();
@@ -43,6 +43,7 @@ void GraphPen::Draw(double index, double value)
         }
         value = std::copysign(clamp_limit_, value);
     }
+    if (!within) skip_ = true;
     // Deliberate: beyond the band after a gap, the samples stay left out until one lies inside.
     if (!skip_) DrawPoint(index, value);
 }
@@ -53,7 +54,7 @@ void GraphPen::DrawPoint(double index, double value)
     const double pixel_y = (area_height_ - value) / twips_per_pixel_;
     const GridPoint point{RoundToGrid(pixel_x * steps_), RoundToGrid(pixel_y * steps_)};
     if (style_.point_radius > 0) {
-        DrawMarker(pixel_x, pixel_y);
+        DrawMarker(surface_, style_, pixel_x, pixel_y);
     } else if (pen_up_) {
         surface_.MoveTo(point);
     } else {
@@ -63,15 +64,15 @@ void GraphPen::DrawPoint(double index, double value)
     if (trace_ != nullptr) trace_->push_back(point);
 }
 
-void GraphPen::DrawMarker(double pixel_x, double pixel_y)
+void DrawMarker(DrawingSurface& surface, const GraphStyle& style, double pixel_x, double pixel_y)
 {
-    // Deliberate: markers sit one pixel right of and one pixel below the sample.
+    const double steps = surface.StepsPerPixel();
     const double x = pixel_x + 1;
     const double y = pixel_y + 1;
-    const double radius = style_.point_radius;
-    surface_.PaintEllipse({RoundToGrid((x - radius) * steps_), RoundToGrid((y - radius) * steps_),
-                           RoundToGrid((x + radius) * steps_), RoundToGrid((y + radius) * steps_)},
-                          Brush{style_.colour});
+    const double radius = style.point_radius;
+    surface.PaintEllipse({RoundToGrid((x - radius) * steps), RoundToGrid((y - radius) * steps),
+                          RoundToGrid((x + radius) * steps), RoundToGrid((y + radius) * steps)},
+                         Brush{style.colour});
 }
 
 }  // namespace korvinth::render

@@ -16,6 +16,10 @@ struct GraphStyle
     Colour colour{};       // of the markers
 };
 
+// A disc for one sample. Deliberate: its centre is one pixel right of and one pixel below the
+// sample, whose place is given in pixels.
+void DrawMarker(DrawingSurface& surface, const GraphStyle& style, double pixel_x, double pixel_y);
+
 // Samples come in the order of their index. Values are in area units above the bottom edge.
 class GraphPen
 {
@@ -26,14 +30,15 @@ public:
 
     // A sample that has no value: left out, and the next one begins a new line.
     void Break();
-    void Draw(double index, double value);
+    // `within`: whether the sample belongs to the slot's interval; the others only count for the
+    // clamping.
+    void Draw(double index, double value, bool within = true);
 
     // Collects the drawn samples, for finding a place beside the graph; null collects nothing.
     void Trace(std::vector<GridPoint>* trace) { trace_ = trace; }
 
 private:
     void DrawPoint(double index, double value);
-    void DrawMarker(double pixel_x, double pixel_y);
 
     DrawingSurface& surface_;
     GraphStyle style_;

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "render/axes.h"
+#include "term/words.h"
 
 namespace korvinth::render {
 namespace {
@@ -42,6 +43,15 @@ const Parameter* FamilyParameter(const document::PlotDocument& document)
     return found != document.parameters.end() ? &*found : nullptr;
 }
 
+// Whether some term looks at the running sum of the integral functions.
+bool UsesRunningSum(const document::PlotDocument& document)
+{
+    return std::any_of(document.slots.begin(), document.slots.end(), [](const FunctionSlot& slot) {
+        return term::ReplaceWord(slot.parser_term, "qq", "", term::kWholeWord) !=
+               term::TrimBlanks(slot.parser_term);
+    });
+}
+
 }  // namespace
 
 GraphKind KindOf(const FunctionSlot& slot)
@@ -57,7 +67,9 @@ Renderer::Renderer(const document::PlotDocument& document, term::MathParser& par
       parser_(parser),
       view_(view),
       gate_(gate),
-      function_graph_(parser, document.variables)
+      function_graph_(parser, document.variables),
+      integral_graph_(parser, document.variables),
+      curve_graph_(parser, document)
 {
     for (int& count : sample_counts_) count = DefaultSampleCount(view);
 }
@@ -90,6 +102,7 @@ void Renderer::RedrawAll(DrawingSurface& surface)
     LabelSpace labels(surface.Width(), surface.Height(), kBetweenLabels * surface.StepsPerPixel());
     helpline(surface, view_, document_.attributes, labels);
 
+    problems_.clear();
     const Pen pen = surface.CurrentPen();
     for (const SlotIndex slot : document::AllSlots()) {
         traces_[slot].clear();
@@ -122,9 +135,38 @@ void Renderer::DrawMember(DrawingSurface& surface, SlotIndex index, const Sampli
             function_graph_.drawf(surface, slot.parser_term, view_, sampling, style,
                                   first_member ? &traces_[index] : nullptr);
             break;
-        case GraphKind::CurveYPart:  // its partner draws it
-        case GraphKind::CurveXPart:
-        case GraphKind::Integral: break;
+        case GraphKind::Integral:
+            DrawIntegral(surface, index, sampling, style, first_member ? &traces_[index] : nullptr);
+            break;
+        case GraphKind::CurveXPart: DrawCurve(surface, index, style); break;
+        case GraphKind::CurveYPart: break;  // its partner draws it
+    }
+}
+
+void Renderer::DrawIntegral(DrawingSurface& surface, SlotIndex index, const Sampling& sampling,
+                            const GraphStyle& style, std::vector<GridPoint>* trace)
+{
+    const double lower_bound = document_.parameters[document::LowerBoundParameter(index)].value;
+    const VariableScope running_sum(parser_, document_.variables.qq);
+    integral_graph_.stammf(surface, document_.slots[index].integral_term, lower_bound,
+                           document_.attributes.integrand_limit, UsesRunningSum(document_), view_,
+                           sampling, style, trace);
+}
+
+void Renderer::DrawCurve(DrawingSurface& surface, SlotIndex x_part, const GraphStyle& style)
+{
+    const FunctionSlot& slot = document_.slots[x_part];
+    const SlotIndex y_part{slot.curve_link};
+    const FunctionSlot& partner = document_.slots[y_part];
+    const CurveSampling sampling =
+        SampleCurve(document_, slot, sample_counts_[x_part], view_, parser_);
+    parser_.SetVariableValue(document_.variables.sw, sampling.step);
+    if (slot.integral_term.empty() && partner.integral_term.empty()) {
+        if (partner.parser_term.empty()) return;  // it has an error, which was told when applied
+        curve_graph_.drawk(surface, x_part, y_part, view_, sampling, style);
+    } else if (!curve_graph_.stammk(surface, x_part, y_part, view_, sampling, style)) {
+        // Deliberate: the trailing blank.
+        problems_ = "Bei Integralfkt im Kurvenmodus unmöglicher Fehler ";
     }
 }
 

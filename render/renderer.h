@@ -1,11 +1,16 @@
 // Redraws the whole picture: coordinate system, graphs, lines, points.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "document/plot_document.h"
 #include "document/slots.h"
+#include "render/curve_graph.h"
 #include "render/drawing_surface.h"
 #include "render/function_graph.h"
 #include "render/graph_names.h"
+#include "render/integral_graph.h"
 #include "render/label_space.h"
 #include "render/redraw_gate.h"
 #include "render/sampling.h"
@@ -29,6 +34,10 @@ public:
     // Does nothing while the gate is closed.
     void RedrawAll(DrawingSurface& surface);
 
+    // What the last redraw could not do, "" when nothing; the same text comes with every redraw
+    // until its cause is gone, so whoever shows it shows it once.
+    const std::string& Problems() const { return problems_; }
+
     // After a change of the area: one sample a pixel column in every slot, unless the document
     // holds the counts constant.
     void FollowArea();
@@ -39,6 +48,9 @@ private:
     void DrawSlot(DrawingSurface& surface, document::SlotIndex index);
     void DrawMember(DrawingSurface& surface, document::SlotIndex index, const Sampling& sampling,
                     const GraphStyle& style, bool first_member);
+    void DrawIntegral(DrawingSurface& surface, document::SlotIndex slot, const Sampling& sampling,
+                      const GraphStyle& style, std::vector<GridPoint>* trace);
+    void DrawCurve(DrawingSurface& surface, document::SlotIndex x_part, const GraphStyle& style);
     void DrawFamily(DrawingSurface& surface, document::SlotIndex index, const Sampling& sampling,
                     const GraphStyle& style);
     void DrawNames(DrawingSurface& surface, LabelSpace& labels) const;
@@ -50,6 +62,9 @@ private:
     const RedrawGate& gate_;
     document::SlotTable<int> sample_counts_;
     FunctionGraph function_graph_;
+    IntegralGraph integral_graph_;
+    CurveGraph curve_graph_;
+    std::string problems_;
     GraphTraces traces_;  // of the last redraw
 };
 

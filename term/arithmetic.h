@@ -1,7 +1,15 @@
 // Number rules that both evaluators share. Out of their domain they give NaN.
 #pragma once
 
+#include <bit>
+#include <cstdint>
+
 namespace korvinth::term {
+
+// The NaN of an operation outside its domain. Arithmetic hands its bits on, so that a result which
+// still has them tells that some operation has failed, not merely that no number came out.
+inline constexpr std::uint64_t kDomainErrorBits = 0x7FF8'4B6F'7276'0001;
+inline constexpr double kDomainError = std::bit_cast<double>(kDomainErrorBits);
 
 inline constexpr int kLargestFactorial = 170;
 inline constexpr int kLargestWholePower = 16;

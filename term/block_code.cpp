@@ -38,6 +38,62 @@ KernelExtra ExtraOf(const GraphNode& node)
     return extra;
 }
 
+// Operations whose kernels give the same bits as the scalar code.
+bool IsExact(const GraphNode& node)
+{
+    if (node.op == Op::Power) return false;
+    if (node.op != Op::Unary) return true;
+    switch (node.kernel) {
+        case UnaryKernel::Lanes:
+        case UnaryKernel::Negate:
+        case UnaryKernel::Not:
+        case UnaryKernel::Abs:
+        case UnaryKernel::Sqrt:
+        case UnaryKernel::Ceil:
+        case UnaryKernel::Floor:
+        case UnaryKernel::Truncate:
+        case UnaryKernel::Round:
+        case UnaryKernel::Sign: return true;
+        default: return false;
+    }
+}
+
+// The error of an operation outside its domain, None where it has no such error. InvalidTerm stands
+// for several.
+Error ErrorOfNode(const GraphNode& node)
+{
+    switch (node.op) {
+        case Op::Unary: return node.error;
+        case Op::Divide: return Error::DivisionByZero;
+        case Op::IntDivide: return Error::IntegerDivisionByZero;
+        case Op::Power: return Error::InvalidExponent;
+        case Op::PowerInt: return node.index < 0 ? Error::InvalidExponent : Error::None;
+        case Op::Factorial: return Error::InvalidTerm;
+        default: return Error::None;
+    }
+}
+
+Error CommonDomainError(const Graph& graph)
+{
+    Error common = Error::None;
+    std::vector<char> exact(graph.nodes.size());
+    for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
+        const GraphNode& node = graph.nodes[i];
+        bool operands_exact = true;
+        for (const NodeId operand : {node.a, node.b, node.c}) {
+            if (operand != kNoNode && exact[static_cast<std::size_t>(operand)] == 0) {
+                operands_exact = false;
+            }
+        }
+        exact[i] = operands_exact && IsExact(node) ? 1 : 0;
+        const Error error = ErrorOfNode(node);
+        if (error == Error::None) continue;
+        if (!operands_exact || (common != Error::None && common != error)) return Error::None;
+        common = error;
+    }
+    return common == Error::InvalidTerm ? Error::None : common;
+}
+
 }  // namespace
 
 void BlockCode::Clear()
@@ -56,6 +112,7 @@ bool BlockCode::Prepare(const Graph& graph, const double* variable, const Kernel
     callable_ = std::none_of(graph.nodes.begin(), graph.nodes.end(),
                              [](const GraphNode& node) { return node.op == Op::Call; });
     if (!callable_) return false;
+    domain_error_ = CommonDomainError(graph);
 
     const std::size_t count = graph.nodes.size();
     const auto index = [](NodeId id) { return static_cast<std::size_t>(id); };

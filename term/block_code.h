@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "term/error.h"
 #include "term/graph.h"
 #include "term/kernels.h"
 #include "term/scalar_code.h"
@@ -30,6 +31,10 @@ public:
     // take the place of the arguments.
     void Run(std::span<const double> arguments, std::span<double> results,
              std::vector<double>& scratch);
+    // The error of a result that is kDomainError, when all operations that can fail share it and
+    // are applied to what block and scalar code compute bit by bit alike; else None, and the scalar
+    // code is to be asked.
+    Error DomainError() const { return domain_error_; }
 
 private:
     enum class Place : std::uint8_t { None, Input, Register, Uniform };
@@ -55,6 +60,7 @@ private:
     std::vector<double> uniform_values_;
     std::size_t registers_ = 0;
     Source root_;
+    Error domain_error_ = Error::None;
 };
 
 }  // namespace korvinth::term

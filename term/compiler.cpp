@@ -76,7 +76,7 @@ double Inverted(double x) { return std::isnan(x) ? x : x == 0 ? 1.0 : 0.0; }
 
 std::size_t HashOf(const GraphNode& node)
 {
-    std::uint64_t hash = std::bit_cast<std::uint64_t>(node.number);
+    auto hash = std::bit_cast<std::uint64_t>(node.number);
     const auto mix = [&](std::uint64_t value) {
         hash = (hash ^ value) * 0x9E3779B97F4A7C15U;
         hash ^= hash >> 29;

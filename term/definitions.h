@@ -44,6 +44,8 @@ struct UserFunction
 
     UserFunction();
     ~UserFunction();
+    UserFunction(const UserFunction&) = delete;
+    UserFunction& operator=(const UserFunction&) = delete;
 };
 
 struct TextHash

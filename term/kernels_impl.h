@@ -30,7 +30,6 @@ inline void Store(double* p, Vec v) { *reinterpret_cast<Loose*>(p) = v; }
 inline Vec All(double x) { return x - Vec{}; }
 inline Vec Pick(Mask mask, Vec yes, Vec no) { return mask ? yes : no; }
 
-constexpr double kNaN = __builtin_nan("");
 constexpr double kInfinity = __builtin_inf();
 constexpr double kHalfPi = 1.5707963267948966;
 
@@ -85,7 +84,9 @@ KORVINTH_TAMED(Exp2Of, Exp2, Magnitude(x) < 1021.0, __builtin_exp2)
 // --- one operand -------------------------------------------------------------------------------
 
 inline Mask IsPositive(Vec x) { return (x > 0.0) & (x < kInfinity); }
-inline Vec LogOfSpecial(Vec x) { return Pick(x == kInfinity, x, All(kNaN)); }
+inline Vec LogOfSpecial(Vec x) { return Pick(x <= 0.0, All(kDomainError), x); }
+// A NaN stays what it is, a number is out of the domain.
+inline Vec OutOfDomain(Vec x) { return Pick(IsNaN(x), x, All(kDomainError)); }
 
 #define KORVINTH_UNARY(name, expression)                 \
     struct name                                          \
@@ -96,19 +97,19 @@ inline Vec LogOfSpecial(Vec x) { return Pick(x == kInfinity, x, All(kNaN)); }
 KORVINTH_UNARY(NegateOp, -x)
 KORVINTH_UNARY(NotOp, Pick(IsNaN(x), x, Pick(x == 0.0, All(1), All(0))))
 KORVINTH_UNARY(AbsOp, Magnitude(x))
-KORVINTH_UNARY(SqrtOp, math::Sqrt(x))
+KORVINTH_UNARY(SqrtOp, Pick(x < 0.0, All(kDomainError), math::Sqrt(x)))
 KORVINTH_UNARY(SinOp, math::Sin(x))
 KORVINTH_UNARY(CosOp, math::Cos(x))
 KORVINTH_UNARY(TanOp, math::Tan(x))
-KORVINTH_UNARY(AsinOp, KORVINTH_GUARDED(Asin, Magnitude(x) <= 1.0, 0, All(kNaN)))
-KORVINTH_UNARY(AcosOp, KORVINTH_GUARDED(Acos, Magnitude(x) <= 1.0, 0, All(kNaN)))
+KORVINTH_UNARY(AsinOp, KORVINTH_GUARDED(Asin, Magnitude(x) <= 1.0, 0, OutOfDomain(x)))
+KORVINTH_UNARY(AcosOp, KORVINTH_GUARDED(Acos, Magnitude(x) <= 1.0, 0, OutOfDomain(x)))
 KORVINTH_UNARY(AtanOp, math::Atan(x))
 KORVINTH_UNARY(SinhOp, SinhOf(x))
 KORVINTH_UNARY(CoshOp, CoshOf(x))
 KORVINTH_UNARY(TanhOp, math::Tanh(x))
 KORVINTH_UNARY(AsinhOp, math::Asinh(x))
-KORVINTH_UNARY(AcoshOp, KORVINTH_GUARDED(Acosh, x >= 1.0, 1, All(kNaN)))
-KORVINTH_UNARY(AtanhOp, KORVINTH_GUARDED(Atanh, Magnitude(x) < 1.0, 0, All(kNaN)))
+KORVINTH_UNARY(AcoshOp, KORVINTH_GUARDED(Acosh, x >= 1.0, 1, OutOfDomain(x)))
+KORVINTH_UNARY(AtanhOp, KORVINTH_GUARDED(Atanh, Magnitude(x) < 1.0, 0, OutOfDomain(x)))
 KORVINTH_UNARY(ExpOp, ExpOf(x))
 KORVINTH_UNARY(Exp2Op, Exp2Of(x))
 KORVINTH_UNARY(LogOp, KORVINTH_GUARDED(Log, IsPositive(x), 1, LogOfSpecial(x)))
@@ -172,7 +173,7 @@ void RunPowerInt(double* out, const double* a, const double*, const double*, Ind
     {
         const Vec x = Load(a + i);
         Vec result = PowerOfExponent(x, exponent);
-        if (inverse) result = Pick(x == 0.0, All(kNaN), 1.0 / result);
+        if (inverse) result = Pick(x == 0.0, All(kDomainError), 1.0 / result);
         Store(out + i, result);
     }
 }
@@ -220,7 +221,7 @@ Vec TanQuadrantOf(Vec x)
     Vec value = math::Tan(r.rest * (kHalfPi / kQuarter));
     value = Pick(2.0 * Magnitude(r.rest) == kQuarter, WithSignOf(All(1), r.rest), value);
     const Mask odd = (r.quadrant == 1.0) | (r.quadrant == 3.0);
-    return Pick(odd, Pick(value == 0.0, All(kNaN), -1.0 / value), value + 0.0);
+    return Pick(odd, Pick(value == 0.0, All(kDomainError), -1.0 / value), value + 0.0);
 }
 
 template <Vec (*kFunction)(Vec)>
@@ -263,7 +264,7 @@ inline Vec PowerOf(Vec a, Vec b)
     const Vec half = b * 0.5;
     const Mask odd = whole & (RoundToEven(half) != half);
     result = Pick((a < 0.0) & odd, -result, result);
-    result = Pick((a < 0.0) & ~whole, All(kNaN), result);
+    result = Pick((a < 0.0) & ~whole, All(kDomainError), result);
     if (AnyBits(~tame)) {
         for (Index i = 0; i < kLanes; ++i) {
             if (tame[i] == 0) result[i] = Power(a[i], b[i]);
@@ -287,7 +288,7 @@ inline Vec WholeQuotientOf(Vec a, Vec b)
 KORVINTH_BINARY(AddOp, a + b)
 KORVINTH_BINARY(SubtractOp, a - b)
 KORVINTH_BINARY(MultiplyOp, a* b)
-KORVINTH_BINARY(DivideOp, Pick(b == 0.0, All(kNaN), a / b))
+KORVINTH_BINARY(DivideOp, Pick((b == 0.0) & ~IsNaN(a), All(kDomainError), a / b))
 KORVINTH_BINARY(IntDivideOp, WholeQuotientOf(a, b))
 KORVINTH_BINARY(PowerOp, PowerOf(a, b))
 KORVINTH_BINARY(MinOp, Pick(IsNaN(a), a, Pick(a < b, a, b)))

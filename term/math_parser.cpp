@@ -1,12 +1,14 @@
 #include "term/math_parser.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstring>
 #include <unordered_map>
 #include <vector>
 
+#include "term/arithmetic.h"
 #include "term/block_code.h"
 #include "term/compiler.h"
 #include "term/definitions.h"
@@ -251,6 +253,7 @@ void MathParser::EvaluateBlock(ExprHandle handle, VariableHandle variable,
         return;
     }
     program->block.BeginPass(program->scalar);
+    const Error domain_error = program->block.DomainError();
     for (std::size_t start = 0; start < count; start += kBlockSize) {
         const std::size_t n = std::min(kBlockSize, count - start);
         std::span<const double> in = arguments.subspan(start, n);
@@ -267,7 +270,15 @@ void MathParser::EvaluateBlock(ExprHandle handle, VariableHandle variable,
             const std::size_t end = std::min(i + kNanStep, n);
             if (!impl_->kernels.any_nan(&out[i], end - i)) continue;
             for (std::size_t k = i; k < end; ++k) {
-                if (std::isnan(out[k])) run_sample(in[k], out[k], errors[start + k]);
+                if (!std::isnan(out[k])) continue;
+                if (domain_error != Error::None &&
+                    std::bit_cast<std::uint64_t>(out[k]) == kDomainErrorBits) {
+                    out[k] = 0;
+                    errors[start + k] = domain_error;
+                    if (error_ == Error::None) Fail(domain_error, {});
+                } else {
+                    run_sample(in[k], out[k], errors[start + k]);
+                }
             }
         }
     }

@@ -171,6 +171,7 @@ QWidget* InterForm::MakeButtons()
 
 void InterForm::ShowAxis(RangeAxis axis)
 {
+    if (taking_) return;
     const AxisBounds& bounds = Bounds(axis);
     const FieldPair& pair = Fields(axis);
     const double resolution = Resolution(view_, axis);
@@ -219,7 +220,9 @@ void InterForm::TakeFields()
         typed.*bounds.upper_text =
             TypedText(*pair.upper, document_.ranges.*bounds.upper_text, view_.*bounds.upper);
     }
+    taking_ = true;
     const std::vector<RangeFault> faults = actions_.TakeRanges(typed);
+    taking_ = false;
     for (const RangeAxis axis : kAxes) {
         const bool refused = std::ranges::any_of(
             faults, [axis](const RangeFault& fault) { return fault.axis == axis; });

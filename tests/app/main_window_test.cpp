@@ -3,12 +3,25 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
+#include <QClipboard>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSlider>
+#include <QStatusBar>
 #include <QTest>
+#include <cmath>
+#include <string>
+#include <vector>
 
 #include "app/application.h"
+#include "tests/ui/scripted_dialogs.h"
 #include "ui/graphform.h"
 
 namespace korvinth::app {
@@ -17,47 +30,59 @@ namespace {
 class MainWindowTest : public testing::Test
 {
 protected:
-    void Show(int width = 1024, int height = 600)
+    void Show(int width = 1280, int height = 800)
     {
         window_.resize(width, height);
         window_.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
+        QApplication::processEvents();
     }
-    QLineEdit* Row(int row)
+    template <class T = QWidget>
+    T* Find(const QString& name)
     {
-        return window_.findChild<QLineEdit*>(QStringLiteral("fnam[%1]").arg(row));
+        return window_.findChild<T*>(name);
     }
+    QLineEdit* Row(int row) { return Find<QLineEdit>(QStringLiteral("fnam[%1]").arg(row)); }
     void Type(int row, const char* text)
     {
         Row(row)->clear();
         QTest::keyClicks(Row(row), text);
         QTest::keyClick(Row(row), Qt::Key_Return);
     }
-    QString Status() { return window_.findChild<QLabel*>("status")->text(); }
-    ui::GraphForm* Graph() { return window_.findChild<ui::GraphForm*>("graphform"); }
+    void Trigger(const char* entry) { Find<QAction>(entry)->trigger(); }
+    bool Enabled(const char* entry) { return Find<QAction>(entry)->isEnabled(); }
+    bool Checked(const char* entry) { return Find<QAction>(entry)->isChecked(); }
+    QString Status() { return Find<QLabel>("status")->text(); }
+    QString Outcome() { return window_.statusBar()->currentMessage(); }
+    ui::GraphForm* Graph() { return Find<ui::GraphForm>("graphform"); }
     QSize PictureSize() { return Graph()->AreaSize() * Graph()->devicePixelRatioF(); }
+    QImage Picture() { return Graph()->Picture().copy(); }
+    double Value(const char* name)
+    {
+        const document::Parameter* found = application_.Document().FindParameter(name);
+        return found == nullptr ? NAN : found->value;
+    }
     int PixelsOfSlot(int slot)
     {
         const document::Colour colour =
             application_.Document()
                 .attributes.slots[document::SlotIndex{static_cast<std::int16_t>(slot)}]
                 .colour;
-        const QImage picture = Graph()->Picture();
+        const QImage picture = Picture();
+        const QColor wanted(document::Red(colour), document::Green(colour), document::Blue(colour));
         int count = 0;
         for (int y = 0; y < picture.height(); ++y) {
             for (int x = 0; x < picture.width(); ++x) {
-                const QColor pixel = picture.pixelColor(x, y);
-                count += pixel == QColor(document::Red(colour), document::Green(colour),
-                                         document::Blue(colour))
-                             ? 1
-                             : 0;
+                count += picture.pixelColor(x, y) == wanted ? 1 : 0;
             }
         }
         return count;
     }
+    QRect Frame(const char* name) { return Find<QMdiSubWindow>(name)->geometry(); }
 
     Application application_;
-    MainWindow window_{application_};
+    ui::ScriptedDialogs dialogs_;
+    MainWindow window_{application_, dialogs_};
 };
 
 TEST_F(MainWindowTest, EnterDrawsTheTypedTerm)
@@ -66,55 +91,361 @@ TEST_F(MainWindowTest, EnterDrawsTheTypedTerm)
     EXPECT_EQ(PixelsOfSlot(0), 0);
     Type(0, "f(x)=a*sin(x)+b");
     EXPECT_EQ(Status(), "o.k.");
+    EXPECT_EQ(Outcome(), "Ok.");
     EXPECT_EQ(Row(0)->text(), "f(x) = a*sin(x)+b");
     EXPECT_GT(PixelsOfSlot(0), 200);
-}
-
-TEST_F(MainWindowTest, ARowWithoutALeftSideTakesAFreeLetter)
-{
-    Show();
-    Type(4, "x^2");
-    EXPECT_EQ(Row(4)->text(), "f(x) = x^2");
-    EXPECT_GT(PixelsOfSlot(4), 100);
-    EXPECT_EQ(PixelsOfSlot(0), 0);
 }
 
 TEST_F(MainWindowTest, AnErrorIsShownAndTheOtherRowsAreDrawn)
 {
     Show();
-    Type(0, "x");
+    Type(0, "f(x)=x");
     Type(1, "g(x)=");
     EXPECT_TRUE(Status().endsWith("Funktionsterm fehlt!"));
     EXPECT_EQ(Row(1)->text(), "g(x)=") << "what is typed stays";
     EXPECT_GT(PixelsOfSlot(0), 100);
     Type(1, "g(x)=(x");
     EXPECT_TRUE(Status().contains("g(x)"));
+    EXPECT_TRUE(Outcome().contains("g(x)"));
     EXPECT_GT(PixelsOfSlot(0), 100);
     Type(1, "");
     EXPECT_EQ(Status(), "o.k.");
 }
 
-TEST_F(MainWindowTest, ThePictureFollowsTheAreaAndKeepsOneScale)
+TEST_F(MainWindowTest, ANewParameterGetsASliderThatMovesThePicture)
 {
     Show();
-    Type(0, "x");
-    for (const QSize size : {QSize(700, 700), QSize(1280, 640)}) {
-        window_.resize(size);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return Graph()->Picture().size() == PictureSize(); }));
-        const render::ViewRange& view = application_.View();
-        EXPECT_NEAR(view.xmu, view.ymu, 1e-9 * view.xmu);
-        EXPECT_NEAR(view.area_width, 15.0 * Graph()->AreaSize().width(), 0.5);
+    EXPECT_EQ(Find("para[26]"), nullptr);
+    Type(0, "f(x)=a*x");
+    QWidget* slider_window = Find("para[26]");
+    ASSERT_NE(slider_window, nullptr);
+    EXPECT_TRUE(slider_window->isVisible());
+    const QImage before = Picture();
+    auto* slider = slider_window->findChild<QSlider*>("HScroll1");
+    slider->setFocus();
+    QTest::keyClick(slider, Qt::Key_PageUp);
+    EXPECT_NEAR(Value("a"), 2, 1e-9);
+    EXPECT_NE(Picture(), before);
+    Type(0, "f(x)=x");
+    EXPECT_FALSE(slider_window->isVisible()) << "no term uses it";
+    Type(0, "f(x)=a*x");
+    EXPECT_TRUE(slider_window->isVisible());
+    EXPECT_NEAR(Value("a"), 2, 1e-9) << "the value comes back with the name";
+}
+
+TEST_F(MainWindowTest, OneCommandStartsAndStopsAllAnimations)
+{
+    Show();
+    Type(0, "f(x)=a*x");
+    document::Parameter* a = application_.Document().FindParameter("a");
+    a->step = 0.25;
+    EXPECT_EQ(Find<QAction>("mn_timergo")->text(), "Alle &Timer gleichzeitig starten");
+    Trigger("mn_timergo");
+    EXPECT_EQ(Find<QAction>("mn_timergo")->text(), "Alle &Timer anhalten");
+    const QImage before = Picture();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Value("a") > 1.6; }));
+    EXPECT_NE(Picture(), before);
+    Trigger("mn_timergo");
+    EXPECT_FALSE(window_.PlotSession().Animation().Active());
+    Trigger("mn_timergo");
+    Type(0, "f(x)=a*x^2");
+    EXPECT_FALSE(window_.PlotSession().Animation().Active()) << "applying a plot stops it";
+    EXPECT_EQ(Find<QAction>("mn_timergo")->text(), "Alle &Timer gleichzeitig starten");
+}
+
+TEST_F(MainWindowTest, UndoAndRedoGoThroughTheAppliedPlots)
+{
+    Show();
+    EXPECT_FALSE(Enabled("mn_undo"));
+    Type(0, "f(x)=x");
+    const QImage line = Picture();
+    Type(0, "f(x)=a*x^2");
+    const QImage parabola = Picture();
+    Row(0)->clear();
+    QTest::keyClicks(Row(0), "unfinished");
+    Trigger("mn_undo");
+    EXPECT_EQ(Row(0)->text(), "f(x) = x");
+    EXPECT_EQ(Picture(), line);
+    EXPECT_FALSE(Find("para[26]")->isVisible());
+    Trigger("mn_redo");
+    EXPECT_EQ(Row(0)->text(), "f(x) = a*x^2");
+    EXPECT_EQ(Picture(), parabola);
+    EXPECT_FALSE(Enabled("mn_redo"));
+    Trigger("mn_undo");
+    Trigger("mn_undo");
+    EXPECT_EQ(Row(0)->text(), "");
+    EXPECT_FALSE(Enabled("mn_undo"));
+}
+
+TEST_F(MainWindowTest, CtrlZBelongsToATextFieldThatHasTheFocus)
+{
+    Show();
+    Type(0, "f(x)=x");
+    Row(1)->setFocus();
+    QTest::keyClicks(Row(1), "abc");
+    QTest::keyClick(Row(1), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_NE(Row(1)->text(), "abc");
+    EXPECT_EQ(Row(0)->text(), "f(x) = x");
+    auto* colour = Find("fcol[0]");
+    colour->setFocus();
+    QTest::keyClick(colour, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Row(0)->text(), "");
+}
+
+TEST_F(MainWindowTest, MarksMirrorTheSwitchesAndTogglingTwiceRestoresThePicture)
+{
+    Show();
+    Type(0, "f(x)=sin(x)");
+    const QImage before = Picture();
+    for (const char* entry :
+         {"mn_axevis", "mn_viewnumb", "mn_viewnumby", "mn_helpline", "mn_helpdopp", "mn_axname"}) {
+        SCOPED_TRACE(entry);
+        const bool checked = Checked(entry);
+        Trigger(entry);
+        EXPECT_NE(Checked(entry), checked);
+        EXPECT_NE(Picture(), before);
+        Trigger(entry);
+        EXPECT_EQ(Checked(entry), checked);
+        EXPECT_EQ(Picture(), before);
     }
 }
 
-TEST_F(MainWindowTest, NothingIsCutOffInASmallWindow)
+TEST_F(MainWindowTest, TheAngleModeIsExclusiveAndRedraws)
 {
     Show();
-    EXPECT_LE(window_.minimumSizeHint().width(), 1024);
-    EXPECT_LE(window_.minimumSizeHint().height(), 600);
-    EXPECT_GE(Row(0)->width(), 150);
-    EXPECT_GE(Row(0)->fontInfo().pointSizeF(), 11);
-    EXPECT_GT(Graph()->width(), 2 * Row(0)->width());
+    Type(0, "f(x)=3*sin(x)");
+    const QImage radians = Picture();
+    EXPECT_TRUE(Checked("mn_rad"));
+    Trigger("mn_deg");
+    EXPECT_TRUE(Checked("mn_deg"));
+    EXPECT_FALSE(Checked("mn_rad"));
+    EXPECT_NE(Picture(), radians);
+    EXPECT_NEAR(application_.Parser().EvalText("sin(90)"), 1, 1e-12);
+    Trigger("mn_undo");
+    EXPECT_TRUE(Checked("mn_rad"));
+    EXPECT_EQ(Picture(), radians);
+}
+
+TEST_F(MainWindowTest, IntegralFunctionsAreFoundUnlessSwitchedOff)
+{
+    Show();
+    Type(0, "f(x)=x");
+    Type(1, "g(x)=F(x)");
+    EXPECT_TRUE(Find("para[1]") != nullptr && Find("para[1]")->isVisible());
+    Trigger("mn_autoint");
+    EXPECT_FALSE(Find("para[1]")->isVisible());
+}
+
+TEST_F(MainWindowTest, ClearingAsksWhenThereIsMoreThanOneRow)
+{
+    Show();
+    Type(0, "f(x)=x");
+    Trigger("mn_allclr");
+    EXPECT_TRUE(dialogs_.questions.empty());
+    EXPECT_EQ(Row(0)->text(), "");
+    EXPECT_EQ(PixelsOfSlot(0), 0);
+    Type(0, "f(x)=x");
+    Type(1, "g(x)=x^2");
+    Trigger("mn_allclr");
+    EXPECT_EQ(dialogs_.questions.size(), 1U);
+    EXPECT_EQ(Row(1)->text(), "g(x) = x^2") << "answered with no";
+    dialogs_.yes = true;
+    Trigger("mn_allclr");
+    EXPECT_EQ(Row(1)->text(), "");
+    Trigger("mn_undo");
+    EXPECT_EQ(Row(1)->text(), "g(x) = x^2");
+}
+
+TEST_F(MainWindowTest, TheRowMenuChangesItsGraph)
+{
+    Show();
+    Type(0, "f(x)=a*x");
+    Type(1, "xa(t)=3*cos(t)");
+    Type(2, "ya(t)=3*sin(t)");
+    const auto slot = [&](int number) -> const document::FunctionSlot& {
+        return application_.Document().slots[document::SlotIndex{static_cast<short>(number)}];
+    };
+    Row(0)->setFocus();
+    QTest::keyClick(Row(0), Qt::Key_PageUp);
+    auto* menu = Find<QMenu>("mn_pop1");
+    ASSERT_TRUE(menu->isVisible());
+    menu->close();
+    EXPECT_TRUE(Checked("mng_vis"));
+    EXPECT_TRUE(Checked("mng_point[0]"));
+    EXPECT_FALSE(Find<QAction>("mng_back")->isVisible());
+    Trigger("mng_point[4]");
+    EXPECT_EQ(slot(0).point_radius, 4);
+    dialogs_.number = 7;
+    Trigger("mng_width");
+    EXPECT_EQ(dialogs_.offered_numbers.back(), 2);
+    EXPECT_EQ(application_.Document().attributes.slots[document::SlotIndex{0}].width, 7);
+    Trigger("mng_family");
+    EXPECT_TRUE(slot(0).family_allowed);
+    Trigger("mng_vis");
+    EXPECT_FALSE(slot(0).visible);
+    EXPECT_EQ(PixelsOfSlot(0), 0);
+
+    Row(2)->setFocus();
+    QTest::keyClick(Row(2), Qt::Key_PageDown, Qt::ShiftModifier);
+    EXPECT_FALSE(slot(1).visible) << "a curve is switched by either of its rows";
+}
+
+TEST_F(MainWindowTest, IntervalsAreAppliedInTheirState)
+{
+    Show();
+    Type(0, "f(x)=2");
+    const int whole = PixelsOfSlot(0);
+    QTest::mouseClick(Find<QPushButton>("btback"), Qt::LeftButton);
+    Type(0, "f: ] a ; oo [");
+    EXPECT_EQ(Row(0)->text(), "f: ] a ; +oo [");
+    EXPECT_TRUE(Find("para[26]") != nullptr && Find("para[26]")->isVisible());
+    EXPECT_LT(PixelsOfSlot(0), whole * 2 / 3);
+    Trigger("mn_undo");
+    EXPECT_EQ(PixelsOfSlot(0), whole);
+}
+
+TEST_F(MainWindowTest, TermsGoToTheClipboard)
+{
+    Show();
+    Type(0, "f(x)=a*x");
+    Type(1, "g(x)=x^2");
+    Trigger("mn_copytermo");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "f(x)=a*x\r\ng(x)=x^2");
+    Trigger("mn_paracopy");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "f(x)=1*x\r\ng(x)=x^2");
+}
+
+TEST_F(MainWindowTest, TheArrangementFollowsTheSizeWithoutOverlap)
+{
+    Show();
+    for (const QSize size : {QSize(1024, 600), QSize(1920, 1080), QSize(1280, 800)}) {
+        window_.resize(size);
+        const QRect room(QPoint(), Find<QMdiArea>("area")->viewport()->size());
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            return Frame("graphform_frame").right() == room.right() &&
+                   Graph()->Picture().size() == PictureSize();
+        }));
+        const QRect terms = Frame("termform_frame"), sliders = Frame("paracolumn_frame"),
+                    graph = Frame("graphform_frame");
+        EXPECT_FALSE(terms.intersects(sliders) || terms.intersects(graph) ||
+                     sliders.intersects(graph));
+        EXPECT_TRUE(room.contains(terms.united(sliders).united(graph)));
+        for (const char* content : {"termform", "paracolumn", "graphform"}) {
+            SCOPED_TRACE(content);
+            const QSize least = Find(content)->minimumSizeHint();
+            EXPECT_GE(Find(content)->width(), least.width());
+            EXPECT_GE(Find(content)->height(), least.height());
+        }
+        EXPECT_GT(graph.width(), size.width() / 2);
+        EXPECT_NEAR(application_.View().xmu, application_.View().ymu, 1e-9);
+    }
+}
+
+TEST_F(MainWindowTest, ChildrenCloseComeBackAndFillTheRoom)
+{
+    Show();
+    const QRect docked = Frame("graphform_frame");
+    Find<QMdiSubWindow>("termform_frame")->close();
+    EXPECT_FALSE(Find("termform")->isVisible());
+    Find<QMdiSubWindow>("paracolumn_frame")->close();
+    EXPECT_EQ(Frame("graphform_frame").left(), 0);
+    Trigger("mn_term");
+    EXPECT_TRUE(Find("termform")->isVisible());
+    Trigger("mn_dock");
+    EXPECT_TRUE(Find("paracolumn")->isVisible());
+    EXPECT_EQ(Frame("graphform_frame"), docked);
+
+    Trigger("mn_inter");
+    EXPECT_TRUE(Find("interform")->isVisible());
+    EXPECT_LT(Frame("graphform_frame").height(), docked.height());
+    EXPECT_FALSE(Frame("graphform_frame").intersects(Frame("interform_frame")));
+    Trigger("mn_ghm");
+    EXPECT_EQ(Frame("graphform_frame").height(), docked.height());
+}
+
+TEST_F(MainWindowTest, AFreeGraphStaysWhereItWasPut)
+{
+    Show();
+    const QRect docked = Frame("graphform_frame");
+    Trigger("mn_gri");
+    EXPECT_TRUE(Checked("mn_gri"));
+    Find<QMdiSubWindow>("graphform_frame")->setGeometry(50, 60, 500, 300);
+    window_.resize(1300, 820);
+    QApplication::processEvents();
+    EXPECT_EQ(Frame("graphform_frame"), QRect(50, 60, 500, 300));
+    Trigger("mn_ghm");
+    EXPECT_EQ(Frame("graphform_frame").top(), 0);
+    EXPECT_EQ(Frame("graphform_frame").width(), 500);
+    EXPECT_GT(Frame("graphform_frame").height(), docked.height());
+    window_.resize(1280, 800);
+    QApplication::processEvents();
+    Trigger("mn_dock");
+    EXPECT_FALSE(Checked("mn_gri"));
+    EXPECT_EQ(Frame("graphform_frame"), docked);
+}
+
+TEST_F(MainWindowTest, CtrlTabGoesRoundTheWindows)
+{
+    Show();
+    Type(0, "f(x)=a*x");
+    Row(0)->setFocus();
+    std::vector<std::string> visited;
+    for (int step = 0; step < 3; ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        visited.push_back(Find<QMdiArea>("area")->activeSubWindow()->objectName().toStdString());
+        EXPECT_TRUE(
+            Find<QMdiArea>("area")->activeSubWindow()->isAncestorOf(QApplication::focusWidget()));
+    }
+    EXPECT_EQ(visited,
+              (std::vector<std::string>{"paracolumn_frame", "graphform_frame", "termform_frame"}));
+}
+
+// What has the focus says its name, or shows it.
+TEST_F(MainWindowTest, EveryControlHasANameForThoseWhoListen)
+{
+    Show();
+    Type(0, "f(x)=a*x");
+    Trigger("mn_inter");
+    Trigger("mn_spal");
+    int controls = 0;
+    for (const QWidget* control : window_.findChildren<QWidget*>()) {
+        if (!control->isVisible() || control->focusPolicy() == Qt::NoFocus) continue;
+        if (qobject_cast<const QMdiSubWindow*>(control) != nullptr ||
+            qobject_cast<const QMdiArea*>(control) != nullptr) {
+            continue;
+        }
+        ++controls;
+        const auto* button = qobject_cast<const QAbstractButton*>(control);
+        const bool shows_text = button != nullptr && button->text().size() > 1;
+        EXPECT_TRUE(shows_text || !control->accessibleName().isEmpty())
+            << control->metaObject()->className() << " " << control->objectName().toStdString()
+            << " in " << control->parentWidget()->objectName().toStdString();
+    }
+    EXPECT_GT(controls, 30);
+}
+
+TEST_F(MainWindowTest, NastyInputGetsAnAnswerAndIsKept)
+{
+    Show();
+    const QString texts[] = {QString(10'000, '('), QString("f(x)=") + QString("x+").repeated(5000),
+                             QString::fromUtf8("🙂\u202Eabc"), QString(200, 'a') + "(x)=x"};
+    for (const QString& text : texts) {
+        for (int row = 0; row < document::kSlotCount; ++row) Row(row)->setText(text);
+        QTest::keyClick(Row(0), Qt::Key_Return);
+        EXPECT_NE(Status(), "o.k.");
+        EXPECT_TRUE(Row(12)->text().endsWith(text.right(10)));
+    }
+}
+
+TEST_F(MainWindowTest, TellsAboutTheProgram)
+{
+    Show();
+    Trigger("mn_about");
+    auto* box = Find<QMessageBox>("about");
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(box->text().contains(KORVINTH_VERSION));
+    QTest::keyClick(box, Qt::Key_Escape);
+    EXPECT_FALSE(box->isVisible());
 }
 
 TEST_F(MainWindowTest, HasItsTitleAndCloses)
@@ -123,8 +454,11 @@ TEST_F(MainWindowTest, HasItsTitleAndCloses)
     EXPECT_EQ(window_.windowTitle(),
               "Korvinth 2 - Funktionsgraphen und Kurven mit dynamischen Parametern");
     EXPECT_EQ(Graph()->windowTitle(), "Funktionenplotter");
-    window_.findChild<QAction*>("mn_close")->trigger();
+    bool told = false;
+    QObject::connect(&window_, &MainWindow::closing, &window_, [&] { told = true; });
+    Trigger("mn_close");
     EXPECT_FALSE(window_.isVisible());
+    EXPECT_TRUE(told);
 }
 
 }  // namespace

@@ -163,6 +163,8 @@ TEST_F(ApplyPlotTest, TellsTheFirstFaultyRow)
     EXPECT_EQ(report.row_errors, "Funktionsname fehlt!");
     EXPECT_EQ(report.first_faulty_row, Slot(1));
     EXPECT_FALSE(Apply({"f(x)=x"}).first_faulty_row.has_value());
+    EXPECT_EQ(Apply({"f(x)=x", "g(x)=x+", "h(x)=(x"}).first_faulty_row, Slot(1));
+    EXPECT_EQ(Apply({"f(x)=x", "g(x)=g(x)"}).first_faulty_row, Slot(1));
 }
 
 TEST_F(ApplyPlotTest, FaultyFunctionsAreNeitherDrawnNorCallable)

@@ -137,7 +137,7 @@ protected:
     void SetUp() override { Apply(); }
     std::vector<double> Sum(std::string_view integrand, double bound, const RowGrid& grid)
     {
-        return SumIntegral(parser, document.variables.x, integrand, bound, grid);
+        return SumIntegral(parser, document.variables.x, integrand, bound, grid, {});
     }
 };
 

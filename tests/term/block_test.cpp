@@ -314,6 +314,20 @@ TEST(EvaluateBlock, ErrorsSampleBySample)
     EXPECT_EQ(errors, std::vector<Error>(errors.size(), Error::InvalidTerm));
 }
 
+TEST(EvaluateBlock, AFailedOperationIsToldFromANumberThatIsNone)
+{
+    EngineFixture engine;
+    const double huge = 1e308;
+    const std::vector<double> arguments = {-huge, huge, -1, 0, 1, 2, -2, 0.5, -0.5, 3};
+    for (const char* const term :
+         {"sqrt(x*10-x*10)", "sqrt(x)", "ln(x*10-x*10)", "asin(x)", "asin(x*10-x*10)", "1/x",
+          "(x*10-x*10)/0", "(x*10-x*10)+1/x", "1/x+(x*10-x*10)", "sqrt(x)+ln(x)", "x^-2",
+          "1/(x-x*1)", "min(1/x,x*10-x*10)", "iif(x*10-x*10,1/x,0)", "(1/x) and (1/x)",
+          "acosh(x)>0", "sqrt(sin(x)^2+cos(x)^2-1)", "ln(x)^0"}) {
+        engine.Compare(term, arguments, 0);
+    }
+}
+
 TEST(EvaluateBlock, FunctionsTooLargeToBeWrittenOutAndForeignVariables)
 {
     EngineFixture engine;

@@ -1,0 +1,79 @@
+#include "app/arrangement.h"
+
+#include <algorithm>
+
+namespace korvinth::app {
+namespace {
+
+// Widths and heights in heights of a line, so that they follow the font.
+constexpr int kColumnLines = 24;  // a term of about forty letters
+constexpr int kCollectionLines = 10;
+constexpr int kLeastCollectionLines = 5;
+
+// In percent of the area.
+constexpr int kWidestColumn = 44;
+constexpr int kNarrowestColumn = 24;
+constexpr int kMostTerms = 70;
+constexpr int kLeastTerms = 30;
+
+int ColumnWidth(const ArrangementRequest& request)
+{
+    if (!request.has_terms && !request.has_parameters && !request.has_collection) return 0;
+    const int wanted = kColumnLines * request.font_height;
+    return std::clamp(wanted, request.width * kNarrowestColumn / 100,
+                      request.width * kWidestColumn / 100);
+}
+
+int CollectionHeight(const ArrangementRequest& request)
+{
+    if (!request.has_collection) return 0;
+    if (!request.has_terms && !request.has_parameters) return request.height;
+    const int quarter = request.height / 4;
+    return std::clamp(quarter, std::min(kLeastCollectionLines * request.font_height, quarter),
+                      kCollectionLines * request.font_height);
+}
+
+// Of the room that the collection leaves.
+int TermsHeight(const ArrangementRequest& request, int room)
+{
+    if (!request.has_terms) return 0;
+    if (!request.has_parameters) return room;
+    const int least = request.height * kLeastTerms / 100;
+    const int most = std::max(least, room * kMostTerms / 100);
+    // Half of the room each. The one that needs more takes what the other one leaves; when there is
+    // too little for both, the sliders come first, since they are worked while they are looked at.
+    const int left_over = room - request.parameters_height;
+    const int wanted = std::max(room / 2, request.terms_height);
+    return std::clamp(std::min(wanted, left_over), least, most);
+}
+
+// The left column from top to bottom: terms, parameters, collection.
+void FillColumn(const ArrangementRequest& request, int width, Arrangement& places)
+{
+    const int collection = CollectionHeight(request);
+    const int room = request.height - collection;
+    const int terms = TermsHeight(request, room);
+    places.terms = {0, 0, width, terms};
+    if (request.has_parameters) places.parameters = {0, terms, width, room - terms};
+    places.collection = {0, room, width, collection};
+}
+
+}  // namespace
+
+Arrangement Arrange(const ArrangementRequest& request)
+{
+    Arrangement places;
+    const int column = ColumnWidth(request);
+    FillColumn(request, column, places);
+    if (request.graph_place == GraphPlace::Free) return places;
+
+    int below = 0;
+    if (request.graph_place == GraphPlace::Docked) {
+        below = std::min(request.ranges_height, request.height / 2);
+    }
+    places.graph = {column, 0, request.width - column, request.height - below};
+    if (below > 0) places.ranges = {column, request.height - below, request.width - column, below};
+    return places;
+}
+
+}  // namespace korvinth::app

@@ -1,0 +1,359 @@
+#include "app/session.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QScopedValueRollback>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "document/parameters_of.h"
+#include "document/terms_text.h"
+#include "ui/graphform.h"
+#include "ui/interform.h"
+#include "ui/parameter_column.h"
+#include "ui/parameter_list.h"
+#include "ui/termform.h"
+
+namespace korvinth::app {
+namespace {
+
+constexpr int kWidestLine = 20;  // pixels
+
+// Collected texts end with a separator.
+std::string_view WithoutSeparator(std::string_view text)
+{
+    while (!text.empty() && (text.back() == ' ' || text.back() == ';')) text.remove_suffix(1);
+    return text;
+}
+
+QString Text(std::string_view utf8)
+{
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+}  // namespace
+
+Session::Session(Application& application, const PlotWindows& windows, ui::Dialogs& dialogs)
+    : application_(application),
+      windows_(windows),
+      dialogs_(dialogs),
+      parameters_(application.Document(), application.Parser(), windows.sliders,
+                  windows.parameter_list, dialogs, *this),
+      animation_(application.Document(), parameters_)
+{
+    application_.Attach(this);
+    View().SetListener(this);
+    Connect();
+}
+
+Session::~Session()
+{
+    View().SetListener(nullptr);
+    application_.Attach(nullptr);
+}
+
+// Each signal has one receiver here; what follows from it stands in the receiver's statements.
+void Session::Connect()
+{
+    connect(&windows_.terms, &ui::TermForm::applied, this, [this](document::EditorState state) {
+        if (state == document::EditorState::Terms) {
+            ApplyRows();
+        } else {
+            ApplyIntervals();
+        }
+    });
+    connect(&windows_.terms, &ui::TermForm::visibilityToggled, this, &Session::ToggleVisible);
+    connect(&windows_.terms, &ui::TermForm::colourChosen, this, &Session::TakeColour);
+    connect(&windows_.terms, &ui::TermForm::heightFitted, this, &Session::layoutChanged);
+    connect(&windows_.terms, &ui::TermForm::stateChanged, this, &Session::stateChanged);
+    connect(&windows_.graph, &ui::GraphForm::areaResized, this, &Session::FollowArea);
+    connect(&windows_.graph, &ui::GraphForm::modeChanged, this, &Session::stateChanged);
+    connect(&animation_, &AnimationControl::activeChanged, this, &Session::stateChanged);
+}
+
+void Session::ShowPlot(std::string_view errors, std::string_view notes)
+{
+    document::PlotReport report;
+    report.errors = errors;
+    report.notes = notes;
+    parameters_.FollowPlot();
+    windows_.terms.init();
+    ShowReport(report);
+}
+
+void Session::ApplyRows()
+{
+    AsOneStep([this] {
+        const QScopedValueRollback<bool> storing(rows_are_applied_, true);
+        Rebuild();
+    });
+}
+
+void Session::ApplyIntervals()
+{
+    AsOneStep([this] {
+        windows_.terms.StoreIntervals(application_.Document());
+        Rebuild();
+    });
+    windows_.terms.setstate(-1);
+}
+
+void Session::ClearAllRows()
+{
+    if (windows_.terms.FilledRows() > 1 &&
+        !dialogs_.AskYesNo("Achtung!", "Sollen alle Einträge gelöscht werden?")) {
+        return;
+    }
+    windows_.terms.clrall();
+    ApplyRows();
+}
+
+void Session::Undo() { GoTo(undo_.Undo(document::TakeSnapshot(Document()))); }
+
+void Session::Redo() { GoTo(undo_.Redo(document::TakeSnapshot(Document()))); }
+
+void Session::GoTo(const std::optional<document::PlotSnapshot>& snapshot)
+{
+    if (!snapshot) return;
+    document::RestoreSnapshot(application_.Document(), *snapshot);
+    Rebuild();
+    windows_.terms.init();
+    Q_EMIT layoutChanged();
+}
+
+// The step is kept when the plot is another one afterwards.
+template <class Change>
+void Session::AsOneStep(Change change)
+{
+    document::PlotSnapshot before = document::TakeSnapshot(Document());
+    change();
+    undo_.Push(std::move(before), document::TakeSnapshot(Document()));
+    Q_EMIT stateChanged();
+}
+
+void Session::Rebuild()
+{
+    const document::PlotReport report = application_.Apply();
+    parameters_.FollowPlot();
+    windows_.terms.Refresh();
+    ShowReport(report);
+}
+
+void Session::ShowReport(const document::PlotReport& report)
+{
+    const std::string_view fault = report.row_errors.empty() ? report.errors : report.row_errors;
+    const bool faulty = !fault.empty();
+    windows_.terms.showerror(faulty ? WithoutSeparator(fault) : "o.k.", faulty);
+    windows_.terms.ClearFaultyRow();
+    if (report.first_faulty_row) {
+        windows_.terms.MarkFaultyRow(*report.first_faulty_row, WithoutSeparator(fault));
+    }
+    windows_.ranges.updateall();
+    RedrawGraph();
+    const std::string_view outcome = report.errors.empty() ? report.notes : report.errors;
+    Q_EMIT outcomeChanged(outcome.empty() ? QStringLiteral("Ok.")
+                                          : Text(WithoutSeparator(outcome)));
+    Q_EMIT layoutChanged();
+    Q_EMIT stateChanged();
+}
+
+document::SlotIndex Session::DrawnSlot(document::SlotIndex row) const
+{
+    const document::SlotIndex slot = windows_.terms.SlotOf(row);
+    if (Document().slots[slot].curve_link != document::kCurveYPart) return slot;
+    for (const document::SlotIndex x_part : document::AllSlots()) {
+        if (Document().slots[x_part].curve_link == document::Number(slot)) return x_part;
+    }
+    return slot;
+}
+
+// `change` is done to the slot that is drawn and, of a curve, to the other part as well, so that
+// both rows show the same.
+template <class Change>
+void Session::ChangeGraph(document::SlotIndex row, Change change)
+{
+    const document::SlotIndex drawn = DrawnSlot(row);
+    AsOneStep([&] {
+        change(drawn);
+        const std::int16_t link = Document().slots[drawn].curve_link;
+        if (link >= 0) change(document::SlotIndex{link});
+        ShowChange();
+    });
+}
+
+void Session::ShowChange()
+{
+    windows_.terms.Refresh();
+    RedrawGraph();
+}
+
+void Session::ToggleVisible(document::SlotIndex row)
+{
+    document::PlotDocument& plot = application_.Document();
+    const bool visible = !plot.slots[DrawnSlot(row)].visible;
+    ChangeGraph(row, [&](document::SlotIndex slot) { plot.slots[slot].visible = visible; });
+}
+
+void Session::TakeColour(document::SlotIndex row, document::Colour colour)
+{
+    document::PlotDocument& plot = application_.Document();
+    ChangeGraph(row, [&](document::SlotIndex slot) {
+        const document::SlotIndex entry{plot.slots[slot].colour_index};
+        plot.attributes.slots[entry].colour = colour;
+    });
+}
+
+void Session::AskLineWidth(document::SlotIndex row)
+{
+    document::DisplayAttributes& attributes = application_.Document().attributes;
+    const std::optional<int> width = dialogs_.AskNumber(
+        "Liniendicke ändern", "Liniendicke in Bildpunkten:", attributes.slots[DrawnSlot(row)].width,
+        1, kWidestLine);
+    if (!width) return;
+    ChangeGraph(row, [&](document::SlotIndex slot) {
+        attributes.slots[slot].width = static_cast<std::int16_t>(*width);
+    });
+}
+
+void Session::SetPointRadius(document::SlotIndex row, int radius)
+{
+    document::PlotDocument& plot = application_.Document();
+    ChangeGraph(row, [&](document::SlotIndex slot) {
+        plot.slots[slot].point_radius = static_cast<std::int16_t>(radius);
+    });
+}
+
+void Session::AskSampleCount(document::SlotIndex row)
+{
+    const document::SlotIndex slot = DrawnSlot(row);
+    const std::optional<int> points = dialogs_.AskNumber(
+        "Stützstellenanzahl ändern", "Anzahl der Stützstellen:", application_.SampleCount(slot) + 1,
+        static_cast<int>(document::kFewestSupportPoints),
+        static_cast<int>(document::kMostSupportPoints));
+    if (!points) return;
+    const document::ParameterIndex count = document::SampleCountParameter(slot);
+    if (Document().parameters[count].name.empty()) {
+        SetSampleCount(slot, *points - 1);
+        RedrawGraph();
+    } else {
+        parameters_.setpar(count, *points);
+    }
+}
+
+void Session::SetFamilyAllowed(document::SlotIndex row, bool allowed)
+{
+    document::PlotDocument& plot = application_.Document();
+    ChangeGraph(row, [&](document::SlotIndex slot) { plot.slots[slot].family_allowed = allowed; });
+    windows_.parameter_list.refpar(plot);
+}
+
+void Session::ShowParametersOf(document::SlotIndex row, bool only)
+{
+    const std::set<document::ParameterIndex> needed =
+        document::ParametersOf(Document(), DrawnSlot(row));
+    for (const document::ParameterIndex index : document::AllParameters()) {
+        if (needed.contains(index)) {
+            parameters_.ShowWindow(index, true);
+        } else if (only) {
+            parameters_.ShowWindow(index, false);
+        }
+    }
+    Q_EMIT parametersWanted();
+}
+
+void Session::ToggleSwitch(bool document::DisplayAttributes::*flag)
+{
+    document::DisplayAttributes& attributes = application_.Document().attributes;
+    attributes.*flag = !(attributes.*flag);
+    RedrawGraph();
+    Q_EMIT stateChanged();
+}
+
+void Session::SetAngleMode(term::TrigMode mode)
+{
+    AsOneStep([&] {
+        application_.Document().attributes.angle_mode = mode;
+        application_.Parser().SetTrigMode(mode);
+        // The width of hatching stripes is an angle to the parser; constants and bounds as well.
+        Rebuild();
+    });
+}
+
+void Session::ToggleIntegralDetection()
+{
+    AsOneStep([this] {
+        bool& detect = application_.Document().attributes.detect_integrals;
+        detect = !detect;
+        Rebuild();
+    });
+}
+
+void Session::CopyTerms(bool with_values)
+{
+    const std::string text =
+        document::TermsText(Document(), with_values ? document::TermsTextMode::WithParameterValues
+                                                    : document::TermsTextMode::AsTyped);
+    QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+}
+
+void Session::FollowArea()
+{
+    const QSize size = windows_.graph.AreaSize();
+    application_.SetAreaSize(size.width(), size.height());
+    parameters_.ApplySampleCounts();
+    parameters_.FollowRange();
+    windows_.ranges.updateall();
+    RedrawGraph();
+}
+
+void Session::StopAnimation() { animation_.StopAll(); }
+
+void Session::StoreRows(document::PlotDocument& plot)
+{
+    if (rows_are_applied_) windows_.terms.StoreRows(plot);
+    rows_are_applied_ = false;  // a second run of the same rebuild has them already
+}
+
+void Session::RowsChecked(const document::PlotDocument&) {}  // Rebuild shows them at its end
+
+void Session::InitSlider(document::ParameterIndex index) { parameters_.InitSlider(index); }
+
+void Session::RereadRanges()
+{
+    constexpr unsigned kInRanges = document::kInXRange | document::kInYRange | document::kInTRange;
+    for (const document::ParameterIndex index : document::AllParameters()) {
+        if (Document().parameters[index].state & kInRanges) View().FollowParameter(index);
+    }
+}
+
+void Session::RefreshCalculator() {}  // there is no calculator yet
+
+void Session::SetSampleCount(document::SlotIndex slot, int steps)
+{
+    application_.SetSampleCount(slot, steps);
+}
+
+document::Bounds Session::DisplayedXRange() const
+{
+    const render::ViewRange& view = application_.View();
+    return {view.x_min, view.x_max};
+}
+
+void Session::RedrawGraph() { windows_.graph.Redraw(); }
+
+void Session::updatex()
+{
+    parameters_.FollowRange();
+    windows_.ranges.updatex();
+}
+
+void Session::updatey() { windows_.ranges.updatey(); }
+
+void Session::updatet() { windows_.ranges.updatet(); }
+
+void Session::HistoryChanged(bool) { Q_EMIT stateChanged(); }
+
+void Session::CollectParameters() { Rebuild(); }
+
+}  // namespace korvinth::app

@@ -1,0 +1,124 @@
+// Changes the plot and its windows, each change in one fixed order of statements.
+#pragma once
+
+#include <QObject>
+#include <string>
+#include <string_view>
+
+#include "app/animation_control.h"
+#include "app/application.h"
+#include "app/parameter_control.h"
+#include "app/view_control.h"
+#include "document/plot_undo.h"
+#include "ui/dialogs.h"
+
+namespace korvinth::ui {
+class GraphForm;
+class InterForm;
+class ParameterColumn;
+class ParameterList;
+class TermForm;
+}  // namespace korvinth::ui
+
+namespace korvinth::app {
+
+// The windows that show the plot.
+struct PlotWindows
+{
+    ui::TermForm& terms;
+    ui::GraphForm& graph;
+    ui::ParameterColumn& sliders;
+    ui::ParameterList& parameter_list;
+    ui::InterForm& ranges;
+};
+
+class Session final : public QObject, ApplyHooks, ParameterHost, ViewListener
+{
+    Q_OBJECT
+public:
+    // All outlive the session.
+    Session(Application& application, const PlotWindows& windows, ui::Dialogs& dialogs);
+    ~Session() override;
+
+    // Shows a plot that was applied before the windows were there.
+    void ShowPlot(std::string_view errors, std::string_view notes);
+
+    // The rows or intervals as typed become the plot.
+    void ApplyRows();
+    void ApplyIntervals();
+    void ClearAllRows();  // mn_allclr
+    void Undo();
+    void Redo();
+    bool CanUndo() const { return undo_.CanUndo(); }
+    bool CanRedo() const { return undo_.CanRedo(); }
+
+    // For the graph of an editor's row; a curve is changed in both of its rows.
+    void ToggleVisible(document::SlotIndex row);  // swvis
+    void TakeColour(document::SlotIndex row, document::Colour colour);
+    void AskLineWidth(document::SlotIndex row);
+    void SetPointRadius(document::SlotIndex row, int radius);
+    void AskSampleCount(document::SlotIndex row);
+    void SetFamilyAllowed(document::SlotIndex row, bool allowed);
+    // Sliders of the parameters that this function needs, with or without those shown already.
+    void ShowParametersOf(document::SlotIndex row, bool only);
+    // The slot that draws the row's graph: the x-part for both rows of a curve.
+    document::SlotIndex DrawnSlot(document::SlotIndex row) const;
+
+    void ToggleSwitch(bool document::DisplayAttributes::*flag);
+    void SetAngleMode(term::TrigMode mode);
+    void ToggleIntegralDetection();
+    void CopyTerms(bool with_values);  // to the clipboard
+
+    const document::PlotDocument& Document() const { return application_.Document(); }
+    ViewControl& View() { return application_.Views(); }
+    ParameterControl& Parameters() { return parameters_; }
+    AnimationControl& Animation() { return animation_; }
+
+Q_SIGNALS:
+    void stateChanged();                   // check marks and enabled entries are to follow
+    void outcomeChanged(QString outcome);  // of the last applied plot: "Ok." or the messages
+    void layoutChanged();                  // other heights suit the windows
+    void parametersWanted();               // the column of sliders is to be seen
+
+private:
+    // ApplyHooks
+    void StopAnimation() override;
+    void StoreRows(document::PlotDocument& plot) override;
+    void RowsChecked(const document::PlotDocument& plot) override;
+    void InitSlider(document::ParameterIndex index) override;
+    // ParameterHost
+    void RereadRanges() override;
+    void RefreshCalculator() override;
+    void SetSampleCount(document::SlotIndex slot, int steps) override;
+    document::Bounds DisplayedXRange() const override;
+    // ParameterHost and ViewListener
+    void RedrawGraph() override;
+    // ViewListener
+    void updatex() override;
+    void updatey() override;
+    void updatet() override;
+    void HistoryChanged(bool can_go_back) override;
+    void CollectParameters() override;
+
+    void Connect();
+    void FollowArea();
+    // Applies the document; the windows show what came of it.
+    void Rebuild();
+    void ShowReport(const document::PlotReport& report);
+    void GoTo(const std::optional<document::PlotSnapshot>& snapshot);
+    void ShowChange();  // of looks
+    template <class Change>
+    void ChangeGraph(document::SlotIndex row, Change change);
+    template <class Change>
+    void AsOneStep(Change change);
+
+    Application& application_;
+    PlotWindows windows_;
+    ui::Dialogs& dialogs_;
+    ParameterControl parameters_;
+    AnimationControl animation_;
+    document::PlotUndo undo_;
+    bool rows_are_applied_ = false;  // Apply takes the editor's rows
+};
+
+}  // namespace korvinth::app

@@ -1,0 +1,75 @@
+#include "app/start_up.h"
+
+#include <cstdlib>
+#include <system_error>
+
+namespace korvinth::app {
+namespace {
+
+constexpr LifeStep kStartSteps[] = {
+    {"run the parser once", &LifeCycle::RunParserOnce},
+    {"prepare the interval texts", &LifeCycle::PrepareIntervalTexts},
+    {"put the defaults into the settings", &LifeCycle::SetDefaults},
+    {"load definitions and aliases", &LifeCycle::LoadDefinitions},
+    {"compute the view mapping", &LifeCycle::ComputeMapping},
+    {"arrange the windows", &LifeCycle::ArrangeWindows},
+    {"finish the interval texts", &LifeCycle::FinishIntervalTexts},
+};
+
+constexpr LifeStep kEndSteps[] = {
+    {"stop the timers", &LifeCycle::StopTimers},
+    {"close the sliders", &LifeCycle::CloseSliders},
+    {"close the other windows", &LifeCycle::CloseWindows},
+};
+
+constexpr const char* kFolder = "korvinth";
+
+}  // namespace
+
+std::span<const LifeStep> StartSteps() { return kStartSteps; }
+std::span<const LifeStep> EndSteps() { return kEndSteps; }
+
+void RunSteps(std::span<const LifeStep> steps, LifeCycle& cycle)
+{
+    for (const LifeStep& step : steps) (cycle.*step.run)();
+}
+
+std::filesystem::path ProgramDirectory(const DirectorySurroundings& surroundings)
+{
+    const auto directory = [&](const char* name) -> std::optional<std::filesystem::path> {
+        const std::optional<std::string> value = surroundings.variable(name);
+        if (!value || value->empty()) return std::nullopt;
+        return std::filesystem::path(*value);
+    };
+    if (const auto home = directory("KORVINTH_HOME")) return *home;
+    const std::filesystem::path& executable = surroundings.executable_directory;
+    if (surroundings.exists(executable / "korvinth.portable")) return executable;
+    // A relative path in XDG_DATA_HOME is to be ignored, as its definition says.
+    const auto data = directory("XDG_DATA_HOME");
+    if (data && data->is_absolute()) return *data / kFolder;
+    if (const auto home = directory("HOME")) return *home / ".local" / "share" / kFolder;
+    return executable;
+}
+
+std::filesystem::path UseProgramDirectory(const std::filesystem::path& executable_directory)
+{
+    const DirectorySurroundings surroundings{
+        .variable = [](const std::string& name) -> std::optional<std::string> {
+            const char* value = std::getenv(name.c_str());
+            if (value == nullptr) return std::nullopt;
+            return value;
+        },
+        .exists =
+            [](const std::filesystem::path& file) {
+                std::error_code fault;
+                return std::filesystem::exists(file, fault);
+            },
+        .executable_directory = executable_directory,
+    };
+    std::filesystem::path directory = ProgramDirectory(surroundings);
+    std::error_code fault;  // whoever writes a file there reports it
+    std::filesystem::create_directories(directory, fault);
+    return directory;
+}
+
+}  // namespace korvinth::app

@@ -1,0 +1,58 @@
+// The fixed orders in which the program starts and ends, and the directory of its files.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace korvinth::app {
+
+// What starting and ending consist of. The main function implements it; a test writes down calls.
+class LifeCycle
+{
+public:
+    virtual ~LifeCycle() = default;
+
+    virtual void RunParserOnce() = 0;         // a first evaluation
+    virtual void PrepareIntervalTexts() = 0;  // the term editor's
+    virtual void SetDefaults() = 0;           // the general settings
+    virtual void LoadDefinitions() = 0;       // of the parser: standard functions and aliases
+    virtual void ComputeMapping() = 0;
+    virtual void ArrangeWindows() = 0;
+    virtual void FinishIntervalTexts() = 0;  // "-oo; +oo"
+
+    virtual void StopTimers() = 0;
+    virtual void CloseSliders() = 0;
+    virtual void CloseWindows() = 0;
+};
+
+struct LifeStep
+{
+    std::string_view name;
+    void (LifeCycle::*run)();
+};
+
+// In their order.
+std::span<const LifeStep> StartSteps();
+std::span<const LifeStep> EndSteps();
+void RunSteps(std::span<const LifeStep> steps, LifeCycle& cycle);
+
+// What the choice of the directory looks at.
+struct DirectorySurroundings
+{
+    std::function<std::optional<std::string>(const std::string&)> variable;  // environment
+    std::function<bool(const std::filesystem::path&)> exists;
+    std::filesystem::path executable_directory;
+};
+
+// KORVINTH_HOME if it is set; else the executable's own directory if it holds a file
+// "korvinth.portable"; else the user's data directory.
+std::filesystem::path ProgramDirectory(const DirectorySurroundings& surroundings);
+
+// The same from the real surroundings; created when it does not exist.
+std::filesystem::path UseProgramDirectory(const std::filesystem::path& executable_directory);
+
+}  // namespace korvinth::app

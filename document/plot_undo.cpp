@@ -1,0 +1,133 @@
+#include "document/plot_undo.h"
+
+#include <tuple>
+#include <utility>
+
+namespace korvinth::document {
+namespace {
+
+PlotSnapshot::ParameterState StateOf(const Parameter& parameter)
+{
+    return {parameter.name, parameter.value, parameter.lower, parameter.upper,
+            parameter.step, parameter.mode,  parameter.family};
+}
+
+void PutBack(Parameter& parameter, const PlotSnapshot::ParameterState& state)
+{
+    parameter.name = state.name;
+    parameter.value = state.value;
+    parameter.lower = state.lower;
+    parameter.upper = state.upper;
+    parameter.step = state.step;
+    parameter.mode = state.mode;
+    parameter.family = state.family;
+}
+
+void PutBack(RangeTexts& ranges, const std::vector<std::string>& kept)
+{
+    ranges = {kept[0], kept[1], kept[2], kept[3], kept[4], kept[5]};
+}
+
+// Moves the last of one list out, and `present` to the end of the other.
+std::optional<PlotSnapshot> Exchange(std::vector<PlotSnapshot>& from, std::vector<PlotSnapshot>& to,
+                                     PlotSnapshot present)
+{
+    if (from.empty()) return std::nullopt;
+    PlotSnapshot snapshot = std::move(from.back());
+    from.pop_back();
+    if (snapshot.ranges.empty()) present.ranges.clear();
+    to.push_back(std::move(present));
+    return snapshot;
+}
+
+}  // namespace
+
+bool PlotSnapshot::SamePlot(const PlotSnapshot& other) const
+{
+    const auto plot = [](const PlotSnapshot& s) {
+        return std::tie(s.rows, s.slots, s.ranges, s.lines_text, s.points_text, s.angle_mode,
+                        s.detect_integrals, s.family_step, s.family_count);
+    };
+    return plot(*this) == plot(other);
+}
+
+PlotSnapshot TakeSnapshot(const PlotDocument& document)
+{
+    PlotSnapshot snapshot;
+    snapshot.rows = document.rows;
+    for (const SlotIndex index : AllSlots()) {
+        const FunctionSlot& slot = document.slots[index];
+        snapshot.slots[index] = {
+            slot.name,           slot.lower_bound,  slot.upper_bound,
+            slot.interval,       slot.colour_index, slot.visible,
+            slot.family_allowed, slot.point_radius, document.attributes.slots[index]};
+    }
+    for (const auto& [name, parameter] : document.dormant_parameters) {
+        snapshot.parameters.push_back(StateOf(parameter));
+    }
+    for (const Parameter& parameter : document.parameters) {
+        if (!parameter.name.empty()) snapshot.parameters.push_back(StateOf(parameter));
+    }
+    const RangeTexts& ranges = document.ranges;
+    snapshot.ranges = {ranges.x_lower, ranges.x_upper, ranges.y_lower,
+                       ranges.y_upper, ranges.t_lower, ranges.t_upper};
+    snapshot.lines_text = document.lines_text;
+    snapshot.points_text = document.points_text;
+    snapshot.angle_mode = document.attributes.angle_mode;
+    snapshot.detect_integrals = document.attributes.detect_integrals;
+    snapshot.family_step = document.attributes.family_step;
+    snapshot.family_count = document.attributes.family_count;
+    return snapshot;
+}
+
+void RestoreSnapshot(PlotDocument& document, const PlotSnapshot& snapshot)
+{
+    document.rows = snapshot.rows;
+    for (const SlotIndex index : AllSlots()) {
+        FunctionSlot& slot = document.slots[index];
+        const PlotSnapshot::Slot& kept = snapshot.slots[index];
+        slot.name = kept.name;
+        slot.lower_bound = kept.lower_bound;
+        slot.upper_bound = kept.upper_bound;
+        slot.interval = kept.interval;
+        slot.colour_index = kept.colour_index;
+        slot.visible = kept.visible;
+        slot.family_allowed = kept.family_allowed;
+        slot.point_radius = kept.point_radius;
+        document.attributes.slots[index] = kept.look;
+    }
+    // ApplyPlot takes the values of the names that it meets from the dormant ones.
+    for (Parameter& parameter : document.parameters) parameter = {};
+    for (const PlotSnapshot::ParameterState& state : snapshot.parameters) {
+        PutBack(document.dormant_parameters[state.name], state);
+    }
+    if (!snapshot.ranges.empty()) PutBack(document.ranges, snapshot.ranges);
+    document.lines_text = snapshot.lines_text;
+    document.points_text = snapshot.points_text;
+    document.attributes.angle_mode = snapshot.angle_mode;
+    document.attributes.detect_integrals = snapshot.detect_integrals;
+    document.attributes.family_step = snapshot.family_step;
+    document.attributes.family_count = snapshot.family_count;
+}
+
+void PlotUndo::Push(PlotSnapshot before, const PlotSnapshot& after)
+{
+    if (before.SamePlot(after)) return;
+    // Panning between two steps is no part of either; undoing must not make the view jump.
+    if (before.ranges == after.ranges) before.ranges.clear();
+    later_.clear();
+    earlier_.push_back(std::move(before));
+    if (earlier_.size() > kDepth) earlier_.erase(earlier_.begin());
+}
+
+std::optional<PlotSnapshot> PlotUndo::Undo(PlotSnapshot present)
+{
+    return Exchange(earlier_, later_, std::move(present));
+}
+
+std::optional<PlotSnapshot> PlotUndo::Redo(PlotSnapshot present)
+{
+    return Exchange(later_, earlier_, std::move(present));
+}
+
+}  // namespace korvinth::document

@@ -1,0 +1,201 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "plot_fixture.h"
+#include "render/curve_graph.h"
+#include "render/integral_graph.h"
+#include "render/recording_surface.h"
+#include "render/renderer.h"
+
+namespace korvinth::render {
+namespace {
+
+using document::SlotIndex;
+
+// 200 x 100 pixels, ten a unit; x from -10 to 10, y from -5 to 5.
+struct IntegralAndCurveTest : testing::Test
+{
+    IntegralAndCurveTest()
+    {
+        document::DisplayAttributes& look = plot.document.attributes;
+        look.axes = look.axis_names = look.x_numbers = look.y_numbers = look.help_lines = false;
+        look.graph_names = false;
+    }
+
+    void DefineIntegral(int index, const std::string& integrand, double lower_bound)
+    {
+        plot.Define(index, "g", "integral" + integrand).integral_term = integrand;
+        plot.document.parameters[document::LowerBoundParameter(Slot(index))].value = lower_bound;
+    }
+    static SlotIndex Slot(int index) { return SlotIndex{static_cast<std::int16_t>(index)}; }
+
+    std::vector<StrokeCommand> Redraw()
+    {
+        surface.Forget();
+        renderer.RedrawAll(surface);
+        return surface.All<StrokeCommand>();
+    }
+    // Height of the drawn sum above the x-axis at a column of pixels, in units; NaN where nothing
+    // is.
+    double HeightAt(int column)
+    {
+        for (const StrokeCommand& stroke : Redraw()) {
+            for (const GridPoint& point : stroke.points) {
+                if (point.x == column) return (50 - point.y) / 10.0;
+            }
+        }
+        return std::nan("");
+    }
+
+    TestPlot plot{200, 100};
+    RecordingSurface surface{200, 100, 1};
+    Renderer renderer{plot.document, plot.parser, plot.view, plot.gate};
+};
+
+TEST_F(IntegralAndCurveTest, AConstantGivesALineThroughItsLowerBound)
+{
+    DefineIntegral(0, "(1)", 2);
+    EXPECT_DOUBLE_EQ(HeightAt(120), 0);
+    EXPECT_DOUBLE_EQ(HeightAt(150), 3);
+    EXPECT_DOUBLE_EQ(HeightAt(90), -3);
+    ASSERT_EQ(Redraw().size(), 2U) << "one stroke in each direction";
+}
+
+TEST_F(IntegralAndCurveTest, SumsByTheRectangleRuleOnBothSides)
+{
+    // dx = 0.1: F(1) = 0.1 * (0 + 0.1 + ... + 0.9) to the right, and as many of the other heights
+    // to the left.
+    DefineIntegral(0, "(10*_x)", 0);
+    EXPECT_DOUBLE_EQ(HeightAt(110), 4.5);
+    EXPECT_DOUBLE_EQ(HeightAt(90), 4.5);
+    // A lower bound between two samples shifts the grid.
+    DefineIntegral(0, "(1)", 0.05);
+    EXPECT_DOUBLE_EQ(HeightAt(110), 0.9);
+}
+
+TEST_F(IntegralAndCurveTest, ADirectionEndsWhereTheIntegrandDoes)
+{
+    DefineIntegral(0, "(1/_x)", 1);
+    EXPECT_NEAR(HeightAt(190), std::log(9.0), 0.15);
+    EXPECT_TRUE(std::isnan(HeightAt(95)));
+    DefineIntegral(0, "(1/_x)", 0);
+    EXPECT_TRUE(Redraw().empty()) << "a sum that cannot start draws nothing";
+    plot.document.attributes.integrand_limit = "0.2";  // |g| above 4 counts as infinite
+    DefineIntegral(0, "(_x)", 0);
+    EXPECT_FALSE(std::isnan(HeightAt(139)));
+    EXPECT_TRUE(std::isnan(HeightAt(145)));
+    DefineIntegral(0, "(1)", 1e9);
+    EXPECT_TRUE(Redraw().empty()) << "too long a way to the view";
+    DefineIntegral(0, "(1)", std::nan(""));
+    EXPECT_TRUE(Redraw().empty());
+}
+
+TEST_F(IntegralAndCurveTest, OnlyTheSlotsIntervalIsDrawnButAllIsSummed)
+{
+    DefineIntegral(0, "(1)", -4);
+    plot.document.slots[Slot(0)].lower_bound = "-2";
+    plot.document.slots[Slot(0)].upper_bound = "0";
+    EXPECT_TRUE(std::isnan(HeightAt(70)));
+    EXPECT_DOUBLE_EQ(HeightAt(90), 3);
+    EXPECT_TRUE(std::isnan(HeightAt(110)));
+}
+
+TEST_F(IntegralAndCurveTest, AnIntegrandMayLookAtTheRunningSum)
+{
+    // F' = 1 - F with F(0) = 0, stepped by 0.1.
+    DefineIntegral(0, "(1-qq)", 0);
+    EXPECT_NEAR(HeightAt(110), 1 - std::pow(0.9, 10), 0.051);
+    EXPECT_EQ(plot.parser.VariableValue(plot.document.variables.qq), 0);
+}
+
+TEST_F(IntegralAndCurveTest, ACircleClosesInEveryAngleMode)
+{
+    plot.Define(0, "x", "4*cos(_x)").curve_link = 1;
+    plot.Define(1, "y", "4*sin(_x)").curve_link = document::kCurveYPart;
+    plot.document.slots[Slot(0)].upper_bound = "360";
+    plot.parser.SetTrigMode(term::TrigMode::Degrees);
+    const std::vector<StrokeCommand> strokes = Redraw();
+    ASSERT_EQ(strokes.size(), 1U);
+    EXPECT_EQ(strokes[0].points.front(), strokes[0].points.back());
+    for (const GridPoint& point : strokes[0].points) {
+        EXPECT_NEAR(std::hypot(point.x - 100, point.y - 50), 40, 0.8);
+    }
+}
+
+TEST_F(IntegralAndCurveTest, CurvesBreakAtGapsAndDrawTheirIntegrals)
+{
+    plot.Define(0, "x", "_x").curve_link = 1;
+    plot.Define(1, "y", "sqrt(_x^2-1)").curve_link = document::kCurveYPart;
+    plot.document.slots[Slot(0)].lower_bound = "-3";
+    plot.document.slots[Slot(0)].upper_bound = "3";
+    EXPECT_EQ(Redraw().size(), 2U);
+
+    // x = t, y = integral of 1 from 1: a line, drawn once in one stroke.
+    document::FunctionSlot& y_part = plot.Define(1, "y", "integral(1)");
+    y_part.integral_term = "(1)";
+    plot.document.parameters[document::LowerBoundParameter(Slot(1))].value = 1;
+    const std::vector<StrokeCommand> strokes = Redraw();
+    ASSERT_EQ(strokes.size(), 1U);
+    EXPECT_EQ(strokes[0].points.front(), (GridPoint{70, 90}));
+    EXPECT_EQ(strokes[0].points.back(), (GridPoint{130, 30}));
+    EXPECT_EQ(renderer.Problems(), "");
+}
+
+TEST_F(IntegralAndCurveTest, DeliberateMessageOfACombinationThatCurvesCannotHold)
+{
+    document::FunctionSlot& x_part = plot.Define(0, "x", "integral(1)");
+    x_part.curve_link = 1;
+    x_part.integral_term = "(1)";
+    plot.Define(1, "y", "").curve_link = document::kCurveYPart;
+    EXPECT_TRUE(Redraw().empty());
+    EXPECT_EQ(renderer.Problems(), "Bei Integralfkt im Kurvenmodus unmöglicher Fehler ");
+    plot.Define(1, "y", "_x");
+    Redraw();
+    EXPECT_EQ(renderer.Problems(), "");
+}
+
+TEST(ClipSegment, AgreesWithManySmallPieces)
+{
+    std::mt19937 random(3);
+    std::uniform_real_distribution<double> place(-30, 30);
+    constexpr int kPieces = 4000;
+    for (int round = 0; round < 300; ++round) {
+        const AreaPoint from{place(random), place(random)};
+        const AreaPoint to{place(random), place(random)};
+        double first = 2;
+        double last = -1;
+        for (int i = 0; i <= kPieces; ++i) {
+            const double t = static_cast<double>(i) / kPieces;
+            const double x = from.x + t * (to.x - from.x);
+            const double y = from.y + t * (to.y - from.y);
+            if (std::abs(x) > 10 || std::abs(y) > 5) continue;
+            first = std::min(first, t);
+            last = std::max(last, t);
+        }
+        const auto part = ClipSegment(from, to, 10, 5);
+        const double length = std::hypot(to.x - from.x, to.y - from.y);
+        if (last < 0) {
+            if (!part) continue;
+            EXPECT_LT(std::hypot(part->second.x - part->first.x, part->second.y - part->first.y),
+                      2 * length / kPieces);
+            continue;
+        }
+        ASSERT_TRUE(part.has_value());
+        const double tolerance = 2 * length / kPieces;
+        EXPECT_NEAR(part->first.x, from.x + first * (to.x - from.x), tolerance);
+        EXPECT_NEAR(part->first.y, from.y + first * (to.y - from.y), tolerance);
+        EXPECT_NEAR(part->second.x, from.x + last * (to.x - from.x), tolerance);
+        EXPECT_NEAR(part->second.y, from.y + last * (to.y - from.y), tolerance);
+    }
+    const auto far = ClipSegment({0, 0}, {1e150, 2e150}, 10, 5);
+    ASSERT_TRUE(far.has_value());
+    EXPECT_NEAR(far->second.x, 2.5, 1e-9);
+    EXPECT_NEAR(far->second.y, 5, 1e-9);
+}
+
+}  // namespace
+}  // namespace korvinth::render

@@ -1,0 +1,58 @@
+// Dialogs that answer as a test has written down, and note what was shown.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ui/dialogs.h"
+
+namespace korvinth::ui {
+
+class ScriptedDialogs : public Dialogs
+{
+public:
+    void ShowError(const std::string& title, const std::string& text) override
+    {
+        errors.push_back(title + "|" + text);
+    }
+    void ShowExclamation(const std::string& title, const std::string& text) override
+    {
+        exclamations.push_back(title + "|" + text);
+    }
+    bool AskYesNo(const std::string& title, const std::string& text) override
+    {
+        questions.push_back(title + "|" + text);
+        return yes;
+    }
+    std::optional<std::string> OpenFile(const std::string&, const std::string&) override
+    {
+        return file;
+    }
+    std::optional<std::string> SaveFile(const std::string&, const std::string&) override
+    {
+        return file;
+    }
+    std::optional<document::Colour> ChooseColour(document::Colour initial) override
+    {
+        offered_colours.push_back(initial);
+        return colour;
+    }
+    std::optional<int> AskNumber(const std::string&, const std::string&, int value, int,
+                                 int) override
+    {
+        offered_numbers.push_back(value);
+        return number;
+    }
+
+    bool yes = false;
+    std::optional<std::string> file;
+    std::optional<document::Colour> colour;
+    std::optional<int> number;
+
+    std::vector<std::string> errors, exclamations, questions;  // "title|text"
+    std::vector<document::Colour> offered_colours;
+    std::vector<int> offered_numbers;
+};
+
+}  // namespace korvinth::ui

@@ -1,0 +1,159 @@
+#include "ui/child_window.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QSizeGrip>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace korvinth::ui {
+namespace {
+
+constexpr int kAccentWidth = 3;
+
+// Between the window's colour and that of its text: a bar that shows in light and dark colours.
+QColor BarColour(const QPalette& palette, bool active)
+{
+    const QColor window = palette.color(QPalette::Window);
+    const QColor text = palette.color(QPalette::WindowText);
+    const double share = active ? 0.14 : 0.07;
+    const auto mix = [share](int a, int b) { return static_cast<int>(a + (b - a) * share); };
+    return {mix(window.red(), text.red()), mix(window.green(), text.green()),
+            mix(window.blue(), text.blue())};
+}
+
+}  // namespace
+
+SlimTitleBar::SlimTitleBar(QWidget* parent)
+    : QWidget(parent), title_(new QLabel(this)), close_(new QToolButton(this))
+{
+    title_->setTextFormat(Qt::PlainText);
+    title_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    close_->setText(QStringLiteral("×"));
+    close_->setAutoRaise(true);
+    close_->setFocusPolicy(Qt::NoFocus);  // the keyboard closes with Ctrl+W
+    close_->setToolTip(QStringLiteral("Fenster schließen"));
+    close_->setAccessibleName(QStringLiteral("Fenster schließen"));
+    const int side = fontMetrics().height() + 2;
+    close_->setFixedSize(side, side);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(kAccentWidth + 6, 1, 2, 1);
+    layout->setSpacing(6);
+    layout->addWidget(title_, 1);
+    layout->addWidget(close_);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    connect(close_, &QToolButton::clicked, this, &SlimTitleBar::closeRequested);
+}
+
+void SlimTitleBar::SetTitle(const QString& title) { title_->setText(title); }
+
+void SlimTitleBar::SetActive(bool active)
+{
+    active_ = active;
+    QFont font = title_->font();
+    font.setBold(active);
+    title_->setFont(font);
+    update();
+}
+
+void SlimTitleBar::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), BarColour(palette(), active_));
+    if (active_) {
+        painter.fillRect(0, 0, kAccentWidth, height(), palette().color(QPalette::Highlight));
+    }
+}
+
+void SlimTitleBar::mousePressEvent(QMouseEvent* event)
+{
+    grip_ = event->globalPosition().toPoint();
+    event->ignore();  // the frame becomes the active one
+}
+
+void SlimTitleBar::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!draggable_ || !(event->buttons() & Qt::LeftButton)) return;
+    const QPoint place = event->globalPosition().toPoint();
+    Q_EMIT dragged(place - grip_);
+    grip_ = place;
+}
+
+ChildWindow::ChildWindow(QWidget* content)
+    : content_(content), bar_(new SlimTitleBar(this)), grip_(nullptr)
+{
+    setWindowFlags(Qt::SubWindow | Qt::FramelessWindowHint);
+    setObjectName(content->objectName() + "_frame");
+    setWindowTitle(content->windowTitle());
+    setAccessibleName(content->windowTitle());
+    bar_->SetTitle(content->windowTitle());
+
+    auto* frame = new QWidget(this);
+    frame->setAutoFillBackground(true);
+    auto* layout = new QVBoxLayout(frame);
+    layout->setContentsMargins(0, 0, 1, 1);  // the area behind separates the windows
+    layout->setSpacing(0);
+    layout->addWidget(bar_);
+    layout->addWidget(content, 1);
+    setWidget(frame);
+    grip_ = new QSizeGrip(frame);
+    grip_->hide();
+    setFocusProxy(nullptr);
+
+    connect(bar_, &SlimTitleBar::closeRequested, this, &QWidget::close);
+    connect(bar_, &SlimTitleBar::dragged, this, [this](QPoint by) { move(pos() + by); });
+    connect(content, &QWidget::windowTitleChanged, this, [this](const QString& title) {
+        setWindowTitle(title);
+        setAccessibleName(title);
+        bar_->SetTitle(title);
+    });
+    connect(this, &QMdiSubWindow::windowStateChanged, this,
+            [this](Qt::WindowStates, Qt::WindowStates present) {
+                bar_->SetActive(present.testFlag(Qt::WindowActive));
+            });
+}
+
+void ChildWindow::SetFree(bool free)
+{
+    bar_->SetDraggable(free);
+    bar_->setCursor(free ? Qt::SizeAllCursor : Qt::ArrowCursor);
+    grip_->setVisible(free);
+    grip_->raise();
+}
+
+int ChildWindow::HeightFor(int content_height) const
+{
+    return content_height + bar_->sizeHint().height() + 1;
+}
+
+void ChildWindow::BringToFront()
+{
+    show();
+    raise();
+    if (mdiArea() != nullptr) mdiArea()->setActiveSubWindow(this);
+    QWidget* inner = content_->focusWidget();
+    if (inner == nullptr) inner = content_->nextInFocusChain();
+    if (inner != nullptr && content_->isAncestorOf(inner)) inner->setFocus();
+}
+
+void ChildWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    hide();
+    Q_EMIT hidden();
+}
+
+void ChildWindow::resizeEvent(QResizeEvent* event)
+{
+    QMdiSubWindow::resizeEvent(event);
+    const QSize size = grip_->sizeHint();
+    grip_->resize(size);
+    grip_->move(widget()->width() - size.width(), widget()->height() - size.height());
+}
+
+}  // namespace korvinth::ui

@@ -1,0 +1,70 @@
+// The frame of a child window: a slim title bar with the name and a close button.
+#pragma once
+
+#include <QMdiSubWindow>
+#include <QPoint>
+
+class QLabel;
+class QSizeGrip;
+class QToolButton;
+
+namespace korvinth::ui {
+
+// Shows the name; the window can be dragged by it when it is free.
+class SlimTitleBar : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit SlimTitleBar(QWidget* parent);
+
+    void SetTitle(const QString& title);
+    void SetActive(bool active);
+    void SetDraggable(bool draggable) { draggable_ = draggable; }
+
+Q_SIGNALS:
+    void closeRequested();
+    void dragged(QPoint by);  // in pixels, since the last report
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+
+private:
+    QLabel* title_;
+    QToolButton* close_;
+    bool active_ = false;
+    bool draggable_ = false;
+    QPoint grip_;  // where the pointer took hold, on the screen
+};
+
+// Takes a window's content, title and object name ("termform" stands in "termform_frame").
+// Closing it hides it.
+class ChildWindow : public QMdiSubWindow
+{
+    Q_OBJECT
+public:
+    explicit ChildWindow(QWidget* content);
+
+    QWidget* Content() const { return content_; }
+    // A free window can be moved by its title and sized by its lower right corner.
+    void SetFree(bool free);
+    // Height of the window when its content has the given one.
+    int HeightFor(int content_height) const;
+    // Shows it, brings it to the front and puts the focus into its content.
+    void BringToFront();
+
+Q_SIGNALS:
+    void hidden();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    QWidget* content_;
+    SlimTitleBar* bar_;
+    QSizeGrip* grip_;
+};
+
+}  // namespace korvinth::ui
