@@ -354,4 +354,6 @@ void Session::updatet() { windows_.ranges.updatet(); }
 
 void Session::HistoryChanged(bool) { Q_EMIT stateChanged(); }
 
+void Session::CollectParameters() { Rebuild(); }
+
 }  // namespace korvinth::app
