@@ -11,7 +11,7 @@ constexpr int kCollectionLines = 10;
 constexpr int kLeastCollectionLines = 5;
 
 // In percent of the area.
-constexpr int kWidestColumn = 44;
+constexpr int kWidestColumn = 40;
 constexpr int kNarrowestColumn = 24;
 constexpr int kMostTerms = 70;
 constexpr int kLeastTerms = 30;

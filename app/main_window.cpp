@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMessageBox>
 #include <QShortcut>
@@ -29,12 +30,22 @@ void Place(QWidget* window, const Box& box)
 }  // namespace
 
 MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* parent)
-    : QMainWindow(parent), dialogs_(dialogs), menus_(*this), area_(new QMdiArea(this))
+    : QMainWindow(parent),
+      dialogs_(dialogs),
+      menus_(*this),
+      area_(new QMdiArea(this)),
+      outcome_(new QLabel)
 {
     setObjectName("mother");
     setWindowTitle("Korvinth 2 - Funktionsgraphen und Kurven mit dynamischen Parametern");
     statusBar()->setObjectName("statusbar");
-    statusBar()->setAccessibleName("Ergebnis");
+    // A label of its own: a message of the status bar would go when a menu opens.
+    outcome_->setObjectName("outcome");
+    outcome_->setAccessibleName("Ergebnis");
+    outcome_->setTextFormat(Qt::PlainText);
+    outcome_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    outcome_->setContentsMargins(6, 0, 0, 0);
+    statusBar()->addWidget(outcome_, 1);
     area_->setObjectName("area");
     area_->setFrameShape(QFrame::NoFrame);
     area_->setBackground(palette().brush(QPalette::Mid));
@@ -89,8 +100,10 @@ ui::ChildWindow* MainWindow::MakeChild(QWidget* content)
 
 void MainWindow::ConnectSession()
 {
-    connect(session_.get(), &Session::outcomeChanged, this,
-            [this](const QString& outcome) { statusBar()->showMessage(outcome); });
+    connect(session_.get(), &Session::outcomeChanged, this, [this](const QString& outcome) {
+        outcome_->setText(outcome);
+        outcome_->setToolTip("<p>" + outcome.toHtmlEscaped() + "</p>");
+    });
     connect(session_.get(), &Session::layoutChanged, this, &MainWindow::ArrangeWindows);
     connect(session_.get(), &Session::parametersWanted, this,
             [this] { ShowChild(sliders_frame_); });

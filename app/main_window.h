@@ -11,6 +11,7 @@
 #include "app/session.h"
 #include "ui/dialogs.h"
 
+class QLabel;
 class QMdiArea;
 
 namespace korvinth::ui {
@@ -63,6 +64,7 @@ private:
     ui::Dialogs& dialogs_;
     Menus menus_;
     QMdiArea* area_;
+    QLabel* outcome_;
     // Contents first: the frames take them in.
     ui::TermForm* termform_ = nullptr;
     ui::GraphForm* graphform_ = nullptr;

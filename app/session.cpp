@@ -359,4 +359,6 @@ void Session::updatet() { windows_.ranges.updatet(); }
 
 void Session::HistoryChanged(bool) { Q_EMIT stateChanged(); }
 
+void Session::CollectParameters() { Rebuild(); }
+
 }  // namespace korvinth::app

@@ -100,6 +100,7 @@ private:
     void updatey() override;
     void updatet() override;
     void HistoryChanged(bool can_go_back) override;
+    void CollectParameters() override;
 
     void Connect();
     void FollowArea();

@@ -27,6 +27,9 @@ public:
     virtual void updatet() = 0;
     virtual void RedrawGraph() = 0;
     virtual void HistoryChanged(bool can_go_back) = 0;
+    // A range was typed whose terms name something new: the plot is to be rebuilt, which makes
+    // parameters of such names.
+    virtual void CollectParameters() {}
 };
 
 // Whether one range follows when the other or the area changes, so that both axes keep one scale.
@@ -96,10 +99,9 @@ private:
     {
         render::ViewRange view;
         document::RangeTexts texts;
-        std::vector<unsigned> parameter_states;
     };
 
-    Snapshot TakeSnapshot() const;
+    Snapshot TakeSnapshot() const { return {view_, document_.ranges}; }
     void RestoreRanges(const Snapshot& snapshot);
 
     // What comes after every change of the bounds. False, and the bounds are back at `before`, when
@@ -120,6 +122,8 @@ private:
 
     bool InForce(ui::RangeAxis axis) const;
     void ForgetParameters(unsigned state_bit);
+    void AnnounceTaken(const std::vector<ui::RangeFault>& faults);
+    bool CollectNewNames(const document::RangeTexts& typed);
     std::vector<ui::RangeFault> TakeTyped(const document::RangeTexts& typed);
 
     term::MathParser& parser_;

@@ -3,21 +3,15 @@
 #include <optional>
 #include <utility>
 
+#include "app/view_axes.h"
 #include "app/view_control.h"
 
 namespace korvinth::app {
 namespace {
 
-using render::ViewRange;
-
 constexpr std::chrono::seconds kLongestPauseInRun{1};
 // One step of the wheel: four of them are about one click of factor 2.
 constexpr double kWheelFactor = 1.2;
-
-bool SamePlane(const ViewRange& a, const ViewRange& b)
-{
-    return a.x_min == b.x_min && a.x_max == b.x_max && a.y_min == b.y_min && a.y_max == b.y_max;
-}
 
 // Zooms by factors above 1 in; a factor of 1 leaves its bounds as they are.
 void ZoomAbout(ViewRange& view, double factor_x, double factor_y, double area_x, double area_y)

@@ -8,11 +8,12 @@ namespace {
 
 // The fault of one bound, "" when it is a number that can be displayed.
 std::string ReadBound(term::MathParser& parser, const PlotDocument& document,
-                      const std::string& text, double& value)
+                      const std::string& text, double& value, bool& unknown_name)
 {
     std::string fault;
     const std::string term = document.Translate(text);
     value = parser.EvalText(term);
+    unknown_name = parser.GetError() == term::Error::UndefinedVariable;
     if (parser.GetError() != term::Error::None) {
         fault = parser.ErrorText();
     } else if (term.empty()) {
@@ -30,10 +31,10 @@ RangeBounds ReadRangeBounds(term::MathParser& parser, const PlotDocument& docume
                             const std::string& lower_text, const std::string& upper_text)
 {
     RangeBounds bounds;
-    bounds.fault = ReadBound(parser, document, lower_text, bounds.lower);
+    bounds.fault = ReadBound(parser, document, lower_text, bounds.lower, bounds.unknown_name);
     bounds.faulty = FaultyBound::Lower;
     if (bounds.fault.empty()) {
-        bounds.fault = ReadBound(parser, document, upper_text, bounds.upper);
+        bounds.fault = ReadBound(parser, document, upper_text, bounds.upper, bounds.unknown_name);
         bounds.faulty = FaultyBound::Upper;
     }
     if (!bounds.fault.empty()) return bounds;

@@ -21,6 +21,7 @@ struct RangeBounds
     double upper = 0;
     std::string fault;  // German, "" when the bounds can be displayed
     FaultyBound faulty = FaultyBound::None;
+    bool unknown_name = false;  // the fault is a name that could become a parameter
 };
 
 // Values of two terms at the present values of the parameters. Leaves no error in the parser.

@@ -94,9 +94,14 @@ ChildWindow::ChildWindow(QWidget* content)
     bar_->SetTitle(content->windowTitle());
 
     auto* frame = new QWidget(this);
+    frame->setBackgroundRole(QPalette::Mid);
     frame->setAutoFillBackground(true);
+    bar_->setAutoFillBackground(true);
+    // The line's colour is the frame's alone; it would be passed on to what stands inside.
+    content->setBackgroundRole(QPalette::Window);
+    content->setAutoFillBackground(true);
     auto* layout = new QVBoxLayout(frame);
-    layout->setContentsMargins(0, 0, 1, 1);  // the area behind separates the windows
+    layout->setContentsMargins(0, 0, 1, 1);  // docked windows share their lines
     layout->setSpacing(0);
     layout->addWidget(bar_);
     layout->addWidget(content, 1);
@@ -123,6 +128,7 @@ void ChildWindow::SetFree(bool free)
     bar_->SetDraggable(free);
     bar_->setCursor(free ? Qt::SizeAllCursor : Qt::ArrowCursor);
     grip_->setVisible(free);
+    widget()->layout()->setContentsMargins(free ? 1 : 0, free ? 1 : 0, 1, 1);
     grip_->raise();
 }
 

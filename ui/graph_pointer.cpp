@@ -1,5 +1,6 @@
 #include "ui/graph_pointer.h"
 
+#include <QContextMenuEvent>
 #include <QGestureEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -80,6 +81,7 @@ bool GraphPointer::eventFilter(QObject* watched, QEvent* event)
         case QEvent::KeyPress: return Key(static_cast<const QKeyEvent&>(*event));
         case QEvent::Gesture: return Pinch(static_cast<const QGestureEvent&>(*event));
         case QEvent::NativeGesture: return Pinch(static_cast<const QNativeGestureEvent&>(*event));
+        case QEvent::ContextMenu: return ContextMenu(static_cast<const QContextMenuEvent&>(*event));
         case QEvent::Leave: SetPlace(std::nullopt); return false;
         case QEvent::Hide: Cancel(); return false;
         default: return false;
@@ -157,6 +159,15 @@ void GraphPointer::ReleaseFrame(const QMouseEvent& event)
     } else {
         gestures_.zoom(ButtonOf(event.button()), KeysOf(event.modifiers()), place.x(), place.y());
     }
+}
+
+// The mouse asks for the menu when the button is released; the menu key opens it in the middle.
+bool GraphPointer::ContextMenu(const QContextMenuEvent& event)
+{
+    if (event.reason() != QContextMenuEvent::Keyboard || Busy()) return true;
+    const QPoint centre = area_.rect().center();
+    Q_EMIT menuWanted(area_.mapToGlobal(centre), AreaUnits(centre));
+    return true;
 }
 
 void GraphPointer::EndDrag()

@@ -9,6 +9,7 @@
 #include "render/view_range.h"
 #include "ui/graph_gestures.h"
 
+class QContextMenuEvent;
 class QGestureEvent;
 class QKeyEvent;
 class QMouseEvent;
@@ -40,7 +41,7 @@ Q_SIGNALS:
     void modeChanged(korvinth::ui::PointerMode mode);
     void moved();         // Place() is another one
     void plainClicked();  // left, no key, plain mode
-    // Right button, no key.
+    // Right button, no key; or the menu key.
     void menuWanted(QPoint global, QPointF place);
 
 protected:
@@ -53,6 +54,7 @@ private:
     bool Wheel(const QWheelEvent& event);
     bool Pinch(const QGestureEvent& event);
     bool Pinch(const QNativeGestureEvent& event);
+    bool ContextMenu(const QContextMenuEvent& event);
     bool Key(const QKeyEvent& event);
     bool ScrollKey(const QKeyEvent& event);
     void ReleaseFrame(const QMouseEvent& event);

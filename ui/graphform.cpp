@@ -43,6 +43,20 @@ protected:
     }
 };
 
+// The bars are relative: each move is handed on, and the value rests at 0.
+template <class Scroll>
+void FollowScrollBar(QScrollBar& bar, Scroll scroll)
+{
+    bar.setRange(-kScrollEnd, kScrollEnd);
+    bar.setSingleStep(kScrollStep);
+    bar.setPageStep(kScrollPage);
+    QObject::connect(&bar, &QScrollBar::valueChanged, &bar, [&bar, scroll](int value) {
+        if (value == 0) return;
+        bar.setValue(0);
+        scroll(static_cast<std::int16_t>(value));
+    });
+}
+
 QString Text(const std::string& utf8) { return QString::fromStdString(utf8); }
 
 }  // namespace
@@ -78,10 +92,10 @@ void GraphForm::MakeControls()
 {
     hscroll_->setObjectName("HScroll1");
     hscroll_->setAccessibleName("nach links und rechts verschieben");
-    FollowScrollBar(*hscroll_, &GraphGestures::scrlr);
+    FollowScrollBar(*hscroll_, [this](std::int16_t percent) { gestures_.scrlr(percent); });
     vscroll_->setObjectName("VScroll1");
     vscroll_->setAccessibleName("nach oben und unten verschieben");
-    FollowScrollBar(*vscroll_, &GraphGestures::scrud);
+    FollowScrollBar(*vscroll_, [this](std::int16_t percent) { gestures_.scrud(percent); });
 
     readout_->setObjectName("Label1");
     readout_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -125,19 +139,6 @@ void GraphForm::ArrangeControls()
     layout->addLayout(below, 2, 0, 1, 2);
     layout->setRowStretch(0, 1);
     layout->setColumnStretch(0, 1);
-}
-
-// The bars are relative: each move is handed on, and the value rests at 0.
-void GraphForm::FollowScrollBar(QScrollBar& bar, void (GraphGestures::*handle)(std::int16_t))
-{
-    bar.setRange(-kScrollEnd, kScrollEnd);
-    bar.setSingleStep(kScrollStep);
-    bar.setPageStep(kScrollPage);
-    connect(&bar, &QScrollBar::valueChanged, this, [this, &bar, handle](int value) {
-        if (value == 0) return;
-        bar.setValue(0);
-        (gestures_.*handle)(static_cast<std::int16_t>(value));
-    });
 }
 
 void GraphForm::ClickZoomButton(render::ClickButton button, unsigned keys)

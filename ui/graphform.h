@@ -59,7 +59,6 @@ Q_SIGNALS:
 private:
     void MakeControls();
     void ArrangeControls();
-    void FollowScrollBar(QScrollBar& bar, void (GraphGestures::*handle)(std::int16_t));
     void ClickZoomButton(render::ClickButton button, unsigned keys);
     void FollowPointer();
     void ShowReadout();

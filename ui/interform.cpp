@@ -98,13 +98,14 @@ InterForm::InterForm(const document::PlotDocument& document, const render::ViewR
     status_->setObjectName("interstatus");
     status_->setTextFormat(Qt::PlainText);
     status_->setWordWrap(true);
-    status_->setMargin(4);
+    constexpr int kMargin = 4;
+    constexpr int kLines = 2;  // room for a message, so that nothing jumps when there is one
+    status_->setMargin(kMargin);
+    status_->setMinimumHeight(kLines * fontMetrics().lineSpacing() + 2 * kMargin);
     QPalette colours;
     colours.setColor(QPalette::Window, kErrorBackground);
     colours.setColor(QPalette::WindowText, kErrorText);
     status_->setPalette(colours);
-    status_->setAutoFillBackground(true);
-    status_->hide();
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(rows);
@@ -133,6 +134,7 @@ QLineEdit* InterForm::MakeField(const QString& name, const QString& caption)
     auto* field = new QLineEdit(this);
     field->setObjectName(name);
     field->setAccessibleName(caption);
+    field->setMinimumHeight(field->sizeHint().height());  // also as a faulty one
     field->setMinimumWidth(kCharacters * fontMetrics().horizontalAdvance('0'));
     connect(field, &QLineEdit::returnPressed, this, &InterForm::TakeFields);
     return field;
@@ -169,6 +171,7 @@ QWidget* InterForm::MakeButtons()
 
 void InterForm::ShowAxis(RangeAxis axis)
 {
+    if (taking_) return;
     const AxisBounds& bounds = Bounds(axis);
     const FieldPair& pair = Fields(axis);
     const double resolution = Resolution(view_, axis);
@@ -217,7 +220,9 @@ void InterForm::TakeFields()
         typed.*bounds.upper_text =
             TypedText(*pair.upper, document_.ranges.*bounds.upper_text, view_.*bounds.upper);
     }
+    taking_ = true;
     const std::vector<RangeFault> faults = actions_.TakeRanges(typed);
+    taking_ = false;
     for (const RangeAxis axis : kAxes) {
         const bool refused = std::ranges::any_of(
             faults, [axis](const RangeFault& fault) { return fault.axis == axis; });
@@ -246,7 +251,7 @@ void InterForm::ShowFaults(const std::vector<RangeFault>& faults)
         if (first == nullptr) first = fault.bound == RangeBound::Upper ? pair.upper : pair.lower;
     }
     status_->setText(lines.join('\n'));
-    status_->setHidden(faults.empty());
+    status_->setAutoFillBackground(!faults.empty());
     if (first == nullptr) return;
     first->setFocus();
     first->selectAll();

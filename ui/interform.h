@@ -62,6 +62,7 @@ private:
     RangeActions& actions_;
     std::array<FieldPair, 3> fields_;
     QLabel* status_;
+    bool taking_ = false;  // the typed texts stay until it is known which are refused
 };
 
 }  // namespace korvinth::ui

@@ -14,7 +14,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSlider>
-#include <QStatusBar>
 #include <QTest>
 #include <cmath>
 #include <string>
@@ -53,7 +52,7 @@ protected:
     bool Enabled(const char* entry) { return Find<QAction>(entry)->isEnabled(); }
     bool Checked(const char* entry) { return Find<QAction>(entry)->isChecked(); }
     QString Status() { return Find<QLabel>("status")->text(); }
-    QString Outcome() { return window_.statusBar()->currentMessage(); }
+    QString Outcome() { return Find<QLabel>("outcome")->text(); }
     ui::GraphForm* Graph() { return Find<ui::GraphForm>("graphform"); }
     QSize PictureSize() { return Graph()->AreaSize() * Graph()->devicePixelRatioF(); }
     QImage Picture() { return Graph()->Picture().copy(); }

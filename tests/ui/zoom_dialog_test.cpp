@@ -5,53 +5,34 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <string>
+#include <vector>
+
+#include "scripted_dialogs.h"
 
 namespace korvinth::ui {
 namespace {
 
-class Messages : public Dialogs
-{
-public:
-    void ShowError(const std::string&, const std::string& text) override { texts += text; }
-    void ShowExclamation(const std::string&, const std::string&) override {}
-    bool AskYesNo(const std::string&, const std::string&) override { return false; }
-    std::optional<std::string> OpenFile(const std::string&, const std::string&) override
-    {
-        return {};
-    }
-    std::optional<std::string> SaveFile(const std::string&, const std::string&) override
-    {
-        return {};
-    }
-    std::optional<document::Colour> ChooseColour(document::Colour) override { return {}; }
-    std::optional<int> AskNumber(const std::string&, const std::string&, int, int, int) override
-    {
-        return {};
-    }
-
-    std::string texts;
-};
-
 TEST(ZoomDialog, TakesEachFactorOfAtLeastOneByItself)
 {
-    constexpr const char* kNotX = "ungültiger Zoomfaktor in x-Richtung!";
-    constexpr const char* kNotY = "ungültiger Zoomfaktor in y-Richtung!";
+    constexpr const char* kNotX = "Fehlerhafte Eingabe|ungültiger Zoomfaktor in x-Richtung!";
+    constexpr const char* kNotY = "Fehlerhafte Eingabe|ungültiger Zoomfaktor in y-Richtung!";
     struct Case
     {
         const char *x, *y;
         double x_factor, y_factor;
-        std::string message;
+        std::vector<std::string> messages;
     };
     const Case cases[] = {
-        {"1,5", "2*2", 1.5, 4, ""},     {"0,9", "1", 3, 1, kNotX},
-        {"2", "0,9", 2, 5, kNotY},      {"", "1+", 3, 5, std::string(kNotX) + kNotY},
-        {"-4", "1.25", 3, 1.25, kNotX},
+        {"1,5", "2*2", 1.5, 4, {}},       {"0,9", "1", 3, 1, {kNotX}},
+        {"2", "0,9", 2, 5, {kNotY}},      {"", "1+", 3, 5, {kNotX, kNotY}},
+        {"-4", "1.25", 3, 1.25, {kNotX}},
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.x);
         term::MathParser parser;
-        Messages messages;
-        ZoomDialog dialog(parser, messages);
+        ScriptedDialogs dialogs;
+        ZoomDialog dialog(parser, dialogs);
         dialog.setval({3, 5});
         EXPECT_EQ(dialog.findChild<QLineEdit*>("Text2")->text(), "5");
         render::ZoomFactors taken;
@@ -62,7 +43,7 @@ TEST(ZoomDialog, TakesEachFactorOfAtLeastOneByItself)
         dialog.findChild<QPushButton*>("Command1")->click();
         EXPECT_EQ(taken.x, row.x_factor);
         EXPECT_EQ(taken.y, row.y_factor);
-        EXPECT_EQ(messages.texts, row.message);
+        EXPECT_EQ(dialogs.errors, row.messages);
         EXPECT_EQ(parser.GetError(), term::Error::None);
     }
 }
