@@ -15,6 +15,7 @@ constexpr int kWidestColumn = 40;
 constexpr int kNarrowestColumn = 24;
 constexpr int kMostTerms = 70;
 constexpr int kLeastTerms = 30;
+constexpr int kSureTerms = 40;
 
 int ColumnWidth(const ArrangementRequest& request)
 {
@@ -38,7 +39,9 @@ int TermsHeight(const ArrangementRequest& request, int room)
 {
     if (!request.has_terms) return 0;
     if (!request.has_parameters) return room;
-    const int least = request.height * kLeastTerms / 100;
+    // The rows in use stay in view as far as that leaves the sliders most of the room.
+    const int least = std::clamp(request.terms_height, request.height * kLeastTerms / 100,
+                                 request.height * kSureTerms / 100);
     const int most = std::max(least, room * kMostTerms / 100);
     // Half of the room each. The one that needs more takes what the other one leaves; when there is
     // too little for both, the sliders come first, since they are worked while they are looked at.

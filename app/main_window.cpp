@@ -58,7 +58,6 @@ MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* 
         application, PlotWindows{*termform_, *graphform_, *sliders_, *parameter_list_, *interform_},
         dialogs_);
     commands_ = std::make_unique<PlotCommands>(menus_, *session_, *termform_, *graphform_);
-    zoom_dialog_ = new ui::ZoomDialog(application.Parser(), dialogs_, this);
     ConnectSession();
     ConnectWindowEntries();
     MakeShortcuts();
@@ -79,6 +78,8 @@ void MainWindow::MakeChildren(Application& application)
         [&application](double x, double y) { return application.ProbeGraphs(x, y); });
     parameter_list_ = new ui::ParameterList(this);
     interform_ = new ui::InterForm(application.Document(), view.View(), view, this);
+
+    zoom_dialog_ = new ui::ZoomDialog(application.Parser(), dialogs_, this);
 
     terms_frame_ = MakeChild(termform_);
     sliders_frame_ = MakeChild(sliders_);

@@ -28,6 +28,7 @@ public:
     // Shows the plot that the application holds. Both outlive the window.
     MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* parent = nullptr);
     ~MainWindow() override;
+    Q_DISABLE_COPY_MOVE(MainWindow)
 
     Session& PlotSession() { return *session_; }
 

@@ -294,7 +294,7 @@ void Session::ToggleIntegralDetection()
     });
 }
 
-void Session::CopyTerms(bool with_values)
+void Session::CopyTerms(bool with_values) const
 {
     const std::string text =
         document::TermsText(Document(), with_values ? document::TermsTextMode::WithParameterValues
@@ -328,7 +328,7 @@ void Session::RereadRanges()
 {
     constexpr unsigned kInRanges = document::kInXRange | document::kInYRange | document::kInTRange;
     for (const document::ParameterIndex index : document::AllParameters()) {
-        if (Document().parameters[index].state & kInRanges) View().FollowParameter(index);
+        if ((Document().parameters[index].state & kInRanges) != 0) View().FollowParameter(index);
     }
 }
 

@@ -40,6 +40,7 @@ public:
     // All outlive the session.
     Session(Application& application, const PlotWindows& windows, ui::Dialogs& dialogs);
     ~Session() override;
+    Q_DISABLE_COPY_MOVE(Session)
 
     // Shows a plot that was applied before the windows were there.
     void ShowPlot(std::string_view errors, std::string_view notes);
@@ -68,7 +69,7 @@ public:
     void ToggleSwitch(bool document::DisplayAttributes::*flag);
     void SetAngleMode(term::TrigMode mode);
     void ToggleIntegralDetection();
-    void CopyTerms(bool with_values);  // to the clipboard
+    void CopyTerms(bool with_values) const;  // to the clipboard
 
     const document::PlotDocument& Document() const { return application_.Document(); }
     ViewControl& View() { return application_.Views(); }

@@ -107,7 +107,9 @@ TEST(Arrangement, TermsAndSlidersShareTheColumnByTheirNeeds)
     request.parameters_height = 300;
     EXPECT_EQ(Arrange(request).terms.height, 440) << "the sliders come first";
     request.parameters_height = 2000;
-    EXPECT_EQ(Arrange(request).terms.height, 222) << "terms stay usable";
+    EXPECT_EQ(Arrange(request).terms.height, 296) << "terms stay usable";
+    request.terms_height = 100;
+    EXPECT_EQ(Arrange(request).terms.height, 222);
 }
 
 TEST(Arrangement, WhatIsClosedLeavesItsPlaceToItsNeighbours)

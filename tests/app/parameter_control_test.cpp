@@ -14,6 +14,7 @@
 #include "app/animation_control.h"
 #include "document/apply_plot.h"
 #include "document/number_text.h"
+#include "tests/ui/scripted_dialogs.h"
 #include "ui/para.h"
 #include "ui/parameter_column.h"
 #include "ui/parameter_list.h"
@@ -27,31 +28,7 @@ using document::ParameterIndex;
 using document::SlotIndex;
 using Texts = std::vector<std::string>;
 
-class ScriptedDialogs : public ui::Dialogs
-{
-public:
-    void ShowError(const std::string& title, const std::string& text) override
-    {
-        errors.push_back(title + "|" + text);
-    }
-    void ShowExclamation(const std::string&, const std::string&) override {}
-    bool AskYesNo(const std::string&, const std::string&) override { return false; }
-    std::optional<std::string> OpenFile(const std::string&, const std::string&) override
-    {
-        return {};
-    }
-    std::optional<std::string> SaveFile(const std::string&, const std::string&) override
-    {
-        return {};
-    }
-    std::optional<document::Colour> ChooseColour(document::Colour) override { return {}; }
-    std::optional<int> AskNumber(const std::string&, const std::string&, int, int, int) override
-    {
-        return {};
-    }
-
-    Texts errors;
-};
+using ui::ScriptedDialogs;
 
 // A plot with its parameter windows; `calls` is what they ask of the rest of the program.
 class ParameterWindows : public testing::Test, public document::PlotHost, public ParameterHost

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
@@ -93,6 +95,18 @@ TEST(ProgramDirectory, FollowsTheSurroundings)
         };
         EXPECT_EQ(ProgramDirectory(surroundings), row.directory);
     }
+}
+
+TEST(ProgramDirectory, IsMadeOnFirstUse)
+{
+    const std::filesystem::path home =
+        std::filesystem::path(testing::TempDir()) / "korvinth_start_up" / "home";
+    std::filesystem::remove_all(home.parent_path());
+    ASSERT_EQ(setenv("KORVINTH_HOME", home.c_str(), 1), 0);
+    EXPECT_EQ(UseProgramDirectory("/nowhere"), home);
+    EXPECT_TRUE(std::filesystem::is_directory(home));
+    unsetenv("KORVINTH_HOME");
+    std::filesystem::remove_all(home.parent_path());
 }
 
 }  // namespace
