@@ -132,6 +132,29 @@ TEST_F(MainWindowTest, ANewParameterGetsASliderThatMovesThePicture)
     EXPECT_NEAR(Value("a"), 2, 1e-9) << "the value comes back with the name";
 }
 
+TEST_F(MainWindowTest, ARangeFollowsTheParameterThatItNames)
+{
+    Show();
+    Type(0, "x");
+    auto* lower = Find<QLineEdit>("xu");
+    auto* upper = Find<QLineEdit>("xo");
+    lower->clear();
+    QTest::keyClicks(lower, "-k");
+    upper->clear();
+    QTest::keyClicks(upper, "2*k");
+    QTest::keyClick(upper, Qt::Key_Return);
+    EXPECT_EQ(Find<QLabel>("interstatus")->text().toStdString(), "");
+    EXPECT_EQ(Value("k"), 1);
+    EXPECT_EQ(application_.View().x_min, -1);
+    EXPECT_EQ(application_.View().x_max, 2);
+    EXPECT_EQ(upper->text(), "2*k");
+    auto* slider = Find("para[26]")->findChild<QSlider*>("HScroll1");
+    QTest::keyClick(slider, Qt::Key_PageUp);
+    EXPECT_NEAR(Value("k"), 2, 1e-9);
+    EXPECT_NEAR(application_.View().x_max, 4, 1e-9);
+    EXPECT_EQ(lower->text(), "-k");
+}
+
 TEST_F(MainWindowTest, OneCommandStartsAndStopsAllAnimations)
 {
     Show();
