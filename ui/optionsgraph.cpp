@@ -92,7 +92,6 @@ QFormLayout* MakeForm(QWidget* parent)
     form->setContentsMargins(kGroupMargin, kGroupMargin, kGroupMargin, kGroupMargin);
     form->setSpacing(kSpacing);
     form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
-    form->setRowWrapPolicy(QFormLayout::WrapLongRows);
     return form;
 }
 
@@ -315,6 +314,7 @@ void OptionsGraph::Open(const Attributes& attributes, int samples_in_force)
     session_ = Session{attributes, attributes};
     if (!attributes.constant_sample_count) session_->now.sample_count = samples_in_force;
     Fill();
+    AlignFields();
     if (parentWidget() != nullptr && !isVisible()) {
         // Beside the graph, which shows every change.
         constexpr QPoint kFromCorner(24, 64);
@@ -323,6 +323,16 @@ void OptionsGraph::Open(const Attributes& attributes, int samples_in_force)
     show();
     raise();
     activateWindow();
+}
+
+// All fields begin on one line, whatever the font.
+void OptionsGraph::AlignFields()
+{
+    int widest = 0;
+    for (const QLabel* label : tabs_->findChildren<QLabel*>()) {
+        widest = std::max(widest, label->sizeHint().width());
+    }
+    for (QLabel* label : tabs_->findChildren<QLabel*>()) label->setMinimumWidth(widest);
 }
 
 void OptionsGraph::Fill()
@@ -355,7 +365,7 @@ void OptionsGraph::FillColours()
         painter.drawRect(QRect({0, 0}, button->iconSize()).adjusted(0, 0, -1, -1));
         painter.end();
         button->setIcon(sample);
-        button->setText("Ändern ...");
+        button->setText("Ändern …");
         button->setToolTip(colour.name().toUpper());
         button->setAccessibleName("Farbe: " + WithoutMnemonic(kColourRows[row].caption) + ", " +
                                   colour.name().toUpper());

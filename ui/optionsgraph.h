@@ -64,6 +64,7 @@ private:
     {
         return fields_[static_cast<std::size_t>(setting)];
     }
+    void AlignFields();
     void Fill();
     void FillColours();
     void EnableFields();
