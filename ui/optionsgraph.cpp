@@ -92,6 +92,7 @@ QFormLayout* MakeForm(QWidget* parent)
     form->setContentsMargins(kGroupMargin, kGroupMargin, kGroupMargin, kGroupMargin);
     form->setSpacing(kSpacing);
     form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows);
     return form;
 }
 
@@ -304,7 +305,7 @@ QSize OptionsGraph::sizeHint() const
     constexpr int kScrollBar = 24;
     const QSize wanted(std::max(QDialog::sizeHint().width(), width + frame.width() + kScrollBar),
                        height + frame.height() + tabs_->tabBar()->sizeHint().height() + 8);
-    constexpr double kPartOfScreen = 0.9;
+    constexpr double kPartOfScreen = 0.95;
     const QScreen* screen = this->screen();
     return screen == nullptr ? wanted : wanted.boundedTo(screen->availableSize() * kPartOfScreen);
 }
@@ -315,6 +316,7 @@ void OptionsGraph::Open(const Attributes& attributes, int samples_in_force)
     if (!attributes.constant_sample_count) session_->now.sample_count = samples_in_force;
     Fill();
     AlignFields();
+    if (!isVisible()) resize(sizeHint());
     if (parentWidget() != nullptr && !isVisible()) {
         // Beside the graph, which shows every change.
         constexpr QPoint kFromCorner(24, 64);
