@@ -90,17 +90,24 @@ void AxisTexts::DrawNames()
     }
 }
 
-// Once for both axes, in the corner beside the lines that meet there.
+// Once for both axes, in the corner beside the lines that meet there. A zero of one axis alone lies
+// on the other side of the line, not in the row of the other axis' numbers.
 void AxisTexts::DrawZero()
 {
-    const AxisMarks& x_marks = layout_.XMarks();
-    const AxisMarks& y_marks = layout_.YMarks();
-    const bool on_x = attributes_.x_numbers && x_marks.first <= 0 && x_marks.last >= 0;
-    const bool on_y = attributes_.y_numbers && y_marks.first <= 0 && y_marks.last >= 0;
-    if (!on_x && !on_y) return;
+    const auto shows_zero = [](const AxisMarks& marks) {
+        return marks.first <= 0 && marks.last >= 0;
+    };
+    const bool x_zero = shows_zero(layout_.XMarks());
+    const bool y_zero = shows_zero(layout_.YMarks());
+    if (!(attributes_.x_numbers && x_zero) && !(attributes_.y_numbers && y_zero)) return;
+    const auto beyond = [](NumberBand band, int line) {
+        return NumberBand{2 * line - band.anchor, !band.before};
+    };
+    NumberBand row = layout_.BandOfX();
+    NumberBand column = layout_.BandOfY();
+    if (!x_zero && layout_.XAxisInView()) row = beyond(row, layout_.AxisY());
+    if (!y_zero && layout_.YAxisInView()) column = beyond(column, layout_.AxisX());
     const std::string zero = "0";
-    const NumberBand row = layout_.BandOfX();
-    const NumberBand column = layout_.BandOfY();
     DrawText(zero, column.before ? column.anchor - layout_.TextWidth(zero) : column.anchor,
              row.before ? row.anchor - layout_.TextHeight() : row.anchor);
 }

@@ -157,6 +157,24 @@ TEST_F(AxesTest, LabelsEveryMarkBesideOneAtADeepZoom)
     EXPECT_EQ(texts.count("\u22124\u00B710\u207B\u00B9\u00B9"), 2U);
 }
 
+TEST_F(AxesTest, KeepsAZeroOfOneAxisAloneOutOfTheOthersNumbers)
+{
+    const auto rows_of = [this](const std::string& text) {
+        std::set<int> rows;
+        for (const TextCommand& command : surface->All<TextCommand>()) {
+            if (command.text == text) rows.insert(command.top_left.y);
+        }
+        return rows;
+    };
+    Show(-1, 9, -3, 3);
+    Draw();
+    EXPECT_EQ(rows_of("0"), rows_of("4")) << "the zero of both is in the row of x";
+    Show(1, 9, -3, 3);
+    Draw();
+    ASSERT_EQ(rows_of("0").size(), 1U);
+    EXPECT_LT(*rows_of("0").begin(), *rows_of("4").begin());
+}
+
 TEST_F(AxesTest, PutsAdditionalHelpLinesBetweenTheMarks)
 {
     Show(-10, 10, -10, 10);
