@@ -9,7 +9,8 @@
 namespace korvinth::render {
 namespace {
 
-constexpr int kTick = 3;  // pixels to each side of the axis
+constexpr int kTick = 3;                    // pixels to each side of the axis
+constexpr double kFewestPixelsPerLine = 4;  // closer additional help lines would be an even grey
 
 class CoordinateLines
 {
@@ -65,8 +66,14 @@ void CoordinateLines::DrawHelpLines()
     const AxisMarks& y_marks = layout_.YMarks();
     if (attributes_.extra_help_lines) {
         surface_.SelectPen({attributes_.extra_help_line_colour, width, LineType::Solid});
-        VerticalLines(MarksAt(Subdivision(x_marks.step), view_.x_min, view_.x_max));
-        HorizontalLines(MarksAt(Subdivision(y_marks.step), view_.y_min, view_.y_max));
+        const MarkStep x_step = Subdivision(x_marks.step);
+        const MarkStep y_step = Subdivision(y_marks.step);
+        if (layout_.Spacing(x_step, true) >= kFewestPixelsPerLine) {
+            VerticalLines(MarksAt(x_step, view_.x_min, view_.x_max));
+        }
+        if (layout_.Spacing(y_step, false) >= kFewestPixelsPerLine) {
+            HorizontalLines(MarksAt(y_step, view_.y_min, view_.y_max));
+        }
     }
     if (attributes_.help_lines) {
         surface_.SelectPen({attributes_.help_line_colour, width, LineType::Solid});

@@ -68,6 +68,12 @@ int AxisLayout::PixelY(double y) const
     return RoundToGrid(view_.AreaY(y) / view_.twips_per_pixel_y);
 }
 
+double AxisLayout::Spacing(const MarkStep& step, bool horizontal) const
+{
+    return step.Value() *
+           (horizontal ? view_.xmu / view_.twips_per_pixel_x : view_.ymu / view_.twips_per_pixel_y);
+}
+
 int AxisLayout::TextWidth(const std::string& text) const
 {
     return (surface_.MeasureText(text).width + steps_ - 1) / steps_;
@@ -98,9 +104,7 @@ bool AxisLayout::Apart(const AxisMarks& marks, std::int64_t stride, double spaci
 
 std::int64_t AxisLayout::Stride(const AxisMarks& marks, bool horizontal) const
 {
-    const double pixels_per_unit =
-        horizontal ? view_.xmu / view_.twips_per_pixel_x : view_.ymu / view_.twips_per_pixel_y;
-    const double spacing = marks.step.Value() * pixels_per_unit;
+    const double spacing = Spacing(marks.step, horizontal);
     // Halves, quarters and so on of pi go together by twos.
     const bool by_twos = marks.step.parts > 1;
     constexpr std::int64_t kTens = 10;

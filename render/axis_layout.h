@@ -49,6 +49,9 @@ public:
     int PixelY(double y) const;
     GridPoint At(int x, int y) const { return {x * steps_, y * steps_}; }
 
+    // From one multiple of a step to the next.
+    double Spacing(const MarkStep& step, bool horizontal) const;
+
     int TextHeight() const { return text_height_; }
     int TextWidth(const std::string& text) const;
     // Every how manieth mark has a number, so that neighbours keep apart; more than all marks when

@@ -182,6 +182,9 @@ TEST_F(AxesTest, PutsAdditionalHelpLinesBetweenTheMarks)
     Draw();
     EXPECT_EQ(Lines(attributes.help_line_colour), 2U * 11);
     EXPECT_EQ(Lines(attributes.extra_help_line_colour), 2U * 41);
+    attributes.x_step = {document::StepMode::Fixed, "1e-9"};
+    Draw();
+    EXPECT_EQ(Lines(attributes.extra_help_line_colour), 41U) << "none between lines that are close";
 }
 
 TEST_F(AxesTest, DrawsLinesOnPixelCentres)
