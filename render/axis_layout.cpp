@@ -96,7 +96,8 @@ bool AxisLayout::Apart(const AxisMarks& marks, std::int64_t stride, double spaci
     for (std::int64_t mark = marks.first; mark <= marks.last; ++mark) {
         if ((mark - marks.base) % stride != 0) continue;
         const int width = TextWidth(marks.Label(mark));
-        if (before >= 0 && (before + width + 1) / 2 + kGapBetweenNumbers > spacing) return false;
+        const int needed = (before + width + 1) / 2 + kGapBetweenNumbers;
+        if (before >= 0 && needed > spacing) return false;
         before = width;
     }
     return true;

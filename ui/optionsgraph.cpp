@@ -297,7 +297,7 @@ QSize OptionsGraph::sizeHint() const
     int width = 0;
     int height = 0;
     for (int i = 0; i < tabs_->count(); ++i) {
-        const QSize page = static_cast<QScrollArea*>(tabs_->widget(i))->widget()->sizeHint();
+        const QSize page = qobject_cast<QScrollArea*>(tabs_->widget(i))->widget()->sizeHint();
         width = std::max(width, page.width());
         height = std::max(height, page.height());
     }
