@@ -215,8 +215,8 @@ QComboBox* OptionsGraph::AddStepMode(QFormLayout* form, const char* name, const 
     box->setAccessibleName(WithoutMnemonic(caption));
     box->addItems({"automatisch", "feste Schrittweite", "Vielfache von π"});
     connect(box, &QComboBox::activated, this, [this, step](int mode) {
-        if (!session_) return;
-        Attributes changed = session_->now;
+        if (!edit_) return;
+        Attributes changed = edit_->now;
         (changed.*step).mode = static_cast<document::StepMode>(mode);
         Change(changed);
         EnableFields();
@@ -232,8 +232,8 @@ QCheckBox* OptionsGraph::AddFlag(QFormLayout* form, const char* name, const QStr
     box->setObjectName(name);
     box->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     connect(box, &QCheckBox::clicked, this, [this, flag](bool checked) {
-        if (!session_) return;
-        Attributes changed = session_->now;
+        if (!edit_) return;
+        Attributes changed = edit_->now;
         changed.*flag = checked;
         Change(changed);
         EnableFields();
@@ -312,8 +312,8 @@ QSize OptionsGraph::sizeHint() const
 
 void OptionsGraph::Open(const Attributes& attributes, int samples_in_force)
 {
-    session_ = Session{attributes, attributes};
-    if (!attributes.constant_sample_count) session_->now.sample_count = samples_in_force;
+    edit_ = Edit{attributes, attributes};
+    if (!attributes.constant_sample_count) edit_->now.sample_count = samples_in_force;
     Fill();
     AlignFields();
     if (!isVisible()) resize(sizeHint());
@@ -339,7 +339,7 @@ void OptionsGraph::AlignFields()
 
 void OptionsGraph::Fill()
 {
-    const Attributes& now = session_->now;
+    const Attributes& now = edit_->now;
     for (const FieldRow& row : kFieldRows) {
         QLineEdit* field = FieldOf(row.setting);
         field->setText(Text(document::SettingText(now, row.setting)));
@@ -358,7 +358,7 @@ void OptionsGraph::FillColours()
 {
     for (std::size_t row = 0; row < kColourCount; ++row) {
         QPushButton* button = colours_[row];
-        const QColor colour = ToQt(session_->now.*kColourRows[row].colour);
+        const QColor colour = ToQt(edit_->now.*kColourRows[row].colour);
         QPixmap sample(button->iconSize() * devicePixelRatioF());
         sample.setDevicePixelRatio(devicePixelRatioF());
         sample.fill(colour);
@@ -377,7 +377,7 @@ void OptionsGraph::FillColours()
 // A field that does not count shows what it would count with.
 void OptionsGraph::EnableFields()
 {
-    const Attributes& now = session_->now;
+    const Attributes& now = edit_->now;
     const auto enable = [&](Setting setting, bool enabled) {
         QLineEdit* field = FieldOf(setting);
         field->setEnabled(enabled);
@@ -392,14 +392,14 @@ void OptionsGraph::EnableFields()
 
 void OptionsGraph::Change(const Attributes& attributes)
 {
-    if (attributes == session_->now) return;
-    session_->now = attributes;
+    if (attributes == edit_->now) return;
+    edit_->now = attributes;
     Q_EMIT settingsChanged(attributes);
 }
 
 std::string OptionsGraph::Take(Setting setting)
 {
-    Attributes changed = session_->now;
+    Attributes changed = edit_->now;
     const std::string typed = FieldOf(setting)->text().toStdString();
     std::string refusal = document::TakeSetting(changed, setting, typed, parser_);
     if (refusal.empty()) Change(changed);
@@ -409,14 +409,14 @@ std::string OptionsGraph::Take(Setting setting)
 // What may become a number as one types is not complained about yet.
 void OptionsGraph::Typed(Setting setting)
 {
-    if (!session_) return;
+    if (!edit_) return;
     Unmark(FieldOf(setting));
     Take(setting);
 }
 
 void OptionsGraph::Finished(Setting setting)
 {
-    if (!session_) return;
+    if (!edit_) return;
     const std::string refusal = Take(setting);
     if (!refusal.empty()) Mark(setting, refusal);
 }
@@ -463,11 +463,11 @@ void OptionsGraph::Unmark(QLineEdit* field)
 
 void OptionsGraph::ChooseColour(std::size_t row)
 {
-    if (!session_) return;
+    if (!edit_) return;
     const auto colour = kColourRows[row].colour;
-    const auto chosen = dialogs_.ChooseColour(session_->now.*colour);
-    if (!chosen || !session_) return;
-    Attributes changed = session_->now;
+    const auto chosen = dialogs_.ChooseColour(edit_->now.*colour);
+    if (!chosen || !edit_) return;
+    Attributes changed = edit_->now;
     changed.*colour = *chosen;
     Change(changed);
     FillColours();
@@ -475,8 +475,8 @@ void OptionsGraph::ChooseColour(std::size_t row)
 
 void OptionsGraph::RestoreDefaults()
 {
-    if (!session_) return;
-    Attributes changed = session_->now;
+    if (!edit_) return;
+    Attributes changed = edit_->now;
     document::CopyGeneralSettings(Attributes(), changed);
     Change(changed);
     Fill();
@@ -484,11 +484,11 @@ void OptionsGraph::RestoreDefaults()
 
 void OptionsGraph::done(int result)
 {
-    if (session_) {
-        const Session session = *session_;
-        session_.reset();
-        if (result != Accepted && session.now != session.before) {
-            Q_EMIT settingsChanged(session.before);
+    if (edit_) {
+        const Edit edit = *edit_;
+        edit_.reset();
+        if (result != Accepted && edit.now != edit.before) {
+            Q_EMIT settingsChanged(edit.before);
         }
     }
     QDialog::done(result);

@@ -42,7 +42,7 @@ Q_SIGNALS:
     void settingsChanged(const document::DisplayAttributes& attributes);
 
 private:
-    struct Session
+    struct Edit
     {
         document::DisplayAttributes before;
         document::DisplayAttributes now;
@@ -81,7 +81,7 @@ private:
 
     term::MathParser& parser_;
     Dialogs& dialogs_;
-    std::optional<Session> session_;
+    std::optional<Edit> edit_;
 
     QTabWidget* tabs_;
     QLabel* message_;
