@@ -38,6 +38,20 @@ struct SlotAttributes
     bool operator==(const SlotAttributes&) const = default;
 };
 
+// How the marks of an axis are spaced.
+enum class StepMode : std::int16_t {
+    Automatic = 0,  // 1, 2 or 5 times a power of ten; on the x-axis full parts of a turn in degrees
+    Fixed = 1,      // the value of a term
+    MultiplesOfPi = 2,
+};
+
+struct AxisStep
+{
+    StepMode mode = StepMode::Automatic;
+    std::string fixed = "1";  // a term, read when a picture is drawn
+    bool operator==(const AxisStep&) const = default;
+};
+
 struct DisplayAttributes
 {
     DisplayAttributes();  // the default settings
@@ -57,6 +71,9 @@ struct DisplayAttributes
 
     term::TrigMode angle_mode = term::TrigMode::Radians;
     bool detect_integrals = true;  // upper-case F(x) stands for the antiderivative of f
+    // At most one is set: the range of the one axis follows so that both keep one scale.
+    bool y_follows_x = false;
+    bool x_follows_y = false;
 
     Colour background = MakeColour(0xFF, 0xFF, 0xFF);
     Colour axis_colour = MakeColour(0x40, 0x40, 0x40);
@@ -64,16 +81,25 @@ struct DisplayAttributes
     Colour help_line_colour = MakeColour(0xE4, 0xE7, 0xEB);
     Colour extra_help_line_colour = MakeColour(0xF1, 0xF3, 0xF5);
     Colour line_colour = MakeColour(0x60, 0x60, 0x60);
+    double axis_width = 1.25;  // pixels
+    double help_line_width = 1;
     int font_points = 9;
     std::string x_axis_name = "x";
     std::string y_axis_name = "y";
+    AxisStep x_step;
+    AxisStep y_step;
 
     bool constant_sample_count = false;
+    int sample_count = 1000;  // of every slot while it is held constant
     double family_step = 1;
     int family_count = 0;  // 0 to 21 further members
     // An integrand g counts as infinite where 1 / (1 + |g|) is below this term.
     std::string integrand_limit = "0.0001";
+    double zoom_factor_x = 2;
+    double zoom_factor_y = 2;
     int calculator_places = 3;
+    int timer_milliseconds = 40;
+    int description_points = 10;  // font of an entry's long description
     bool smooth_drawing = true;
 
     bool operator==(const DisplayAttributes&) const = default;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "document/display_attributes.h"
-#include "render/axis_marks.h"
+#include "render/axis_scale.h"
 #include "render/drawing_surface.h"
 #include "render/label_space.h"
 #include "render/view_range.h"
@@ -20,6 +20,7 @@ constexpr double FontPixels(double points)
 // Clears the surface and draws the coordinate system as the attributes' switches have it. The
 // places of numbers and names are taken from `labels`. Draws no marks where a range has none.
 void helpline(DrawingSurface& surface, const ViewRange& view,
-              const document::DisplayAttributes& attributes, LabelSpace& labels);
+              const document::DisplayAttributes& attributes, const AxisScales& scales,
+              LabelSpace& labels);
 
 }  // namespace korvinth::render

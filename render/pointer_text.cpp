@@ -1,7 +1,7 @@
 #include "render/pointer_text.h"
 
 #include "document/number_text.h"
-#include "render/axis_marks.h"
+#include "render/mark_label.h"
 
 namespace korvinth::render {
 namespace {

@@ -65,6 +65,15 @@ void Renderer::FollowArea()
     for (int& count : sample_counts_) count = DefaultSampleCount(view_);
 }
 
+void Renderer::TakeSampleCounts()
+{
+    const bool constant = document_.attributes.constant_sample_count;
+    for (const SlotIndex slot : document::AllSlots()) {
+        SetSampleCount(slot,
+                       constant ? document_.attributes.sample_count : DefaultSampleCount(view_));
+    }
+}
+
 void Renderer::SetSampleCount(SlotIndex slot, int count)
 {
     sample_counts_[slot] = std::clamp(count, kFewestSamples, kMostSamples);
@@ -85,7 +94,8 @@ void Renderer::RedrawAll(DrawingSurface& surface)
     if (!gate_.Open()) return;
     constexpr int kBetweenLabels = 2;  // pixels
     LabelSpace labels(surface.Width(), surface.Height(), kBetweenLabels * surface.StepsPerPixel());
-    helpline(surface, view_, document_.attributes, labels);
+    const document::DisplayAttributes& attributes = document_.attributes;
+    helpline(surface, view_, attributes, ReadAxisScales(attributes, parser_), labels);
 
     problems_.clear();
     const Pen pen = surface.CurrentPen();

@@ -64,6 +64,9 @@ public:
     // After a change of the area: one sample a pixel column in every slot, unless the document
     // holds the counts constant.
     void FollowArea();
+    // After a change of the general settings: their count in every slot while it is held constant,
+    // else one sample a pixel column.
+    void TakeSampleCounts();
     void SetSampleCount(document::SlotIndex slot, int count);
     int SampleCount(document::SlotIndex slot) const { return sample_counts_[slot]; }
 

@@ -3,16 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
+
+#include "render/stroke_path.h"
 
 namespace korvinth::render {
 namespace {
 
-constexpr int kCellBits = 4;
-constexpr int kCell = 1 << kCellBits;
-constexpr int kFlagGroup = sizeof(std::uint64_t);  // cells whose flags are looked at together
-constexpr std::size_t kFlaggedPixels = std::size_t{kCell} * kFlagGroup;
-constexpr int kLanes = 8;  // pixels that are worked out together
+constexpr int kLanes = CoveragePlane::kOverhang;  // pixels that are worked out together
 
 // Eight 16-bit numbers that the compiler keeps in a vector register where there is one.
 using Lanes = std::int16_t __attribute__((vector_size(sizeof(std::int16_t) * kLanes)));
@@ -38,41 +37,6 @@ int FloorWithin(double value, int low, int high)
 {
     return static_cast<int>(std::clamp<double>(value, low, high) + 1) - 1;
 }
-
-// Where a running length stands in a dash pattern.
-class DashCursor
-{
-public:
-    // `shrink` is taken off each dash and added to each gap: what round ends add to a dash.
-    DashCursor(const DashPattern& pattern, double shrink) : pattern_(pattern), shrink_(shrink) {}
-
-    bool Visible() const { return index_ % 2 == 0; }
-    double Left() const { return Length(index_) - done_; }
-    void Advance(double length)
-    {
-        done_ += std::fmod(length, pattern_.Period());
-        while (done_ >= Length(index_)) {
-            done_ -= Length(index_);
-            index_ = (index_ + 1) % pattern_.Lengths().size();
-        }
-    }
-
-private:
-    double Length(std::size_t index) const
-    {
-        // A dot keeps a trace of a length, so that it is met on the way.
-        constexpr double kDot = 1e-3;
-        const double length = pattern_.Lengths()[index];
-        const double dash = pattern_.Lengths()[index & ~std::size_t{1}];
-        const double taken = std::min(shrink_, dash - kDot);
-        return index % 2 == 0 ? length - taken : length + taken;
-    }
-
-    const DashPattern& pattern_;
-    double shrink_;
-    std::size_t index_ = 0;
-    double done_ = 0;
-};
 
 // The part of a segment, as fractions of it, that comes near the rows and columns of the picture.
 struct Part
@@ -111,92 +75,6 @@ void RaiseTo(std::uint8_t* pixel, Lanes coverage)
     const Lanes there = __builtin_convertvector(bytes, Lanes);
     bytes = __builtin_convertvector(there > coverage ? there : coverage, LaneBytes);
     std::memcpy(pixel, &bytes, sizeof bytes);
-}
-
-// Joins points that lie on a straight line but for a tenth of a pixel, in the order of the line.
-class Straightener
-{
-public:
-    explicit Straightener(PixelPoint start) : start_(start), end_(start) {}
-
-    PixelPoint Start() const { return start_; }
-    PixelPoint End() const { return end_; }
-
-    // False when the point lies off the line so far: a new one begins at End().
-    bool Extend(PixelPoint point)
-    {
-        constexpr double kTolerance = 0.1;
-        const PixelPoint to{point.x - start_.x, point.y - start_.y};
-        const double length = std::sqrt(to.x * to.x + to.y * to.y);
-        if (length < length_) return false;
-        if (length > kTolerance) {
-            if (narrowed_ && (Cross(low_, to) < 0 || Cross(to, high_) < 0)) return false;
-            const double aside = kTolerance / length;
-            const PixelPoint low{to.x + to.y * aside, to.y - to.x * aside};
-            const PixelPoint high{to.x - to.y * aside, to.y + to.x * aside};
-            if (!narrowed_ || Cross(low_, low) > 0) low_ = low;
-            if (!narrowed_ || Cross(high, high_) > 0) high_ = high;
-            narrowed_ = true;
-        }
-        length_ = length;
-        end_ = point;
-        return true;
-    }
-
-private:
-    static double Cross(PixelPoint a, PixelPoint b) { return a.x * b.y - a.y * b.x; }
-
-    PixelPoint start_;
-    PixelPoint end_;
-    double length_ = 0;
-    bool narrowed_ = false;
-    PixelPoint low_;  // directions that keep every point so far within the tolerance
-    PixelPoint high_;
-};
-
-// The channels of two pixels; the arithmetic is that of Blend.
-using Channels = std::uint16_t __attribute__((vector_size(sizeof(std::uint16_t) * kLanes)));
-
-void BlendTwo(std::uint32_t* pixels, Channels colour, Channels coverage)
-{
-    LaneBytes bytes{};
-    std::memcpy(&bytes, pixels, sizeof bytes);
-    const Channels under = __builtin_convertvector(bytes, Channels);
-    const Channels sum = under * (255 - coverage) + colour * coverage + 128;
-    bytes = __builtin_convertvector((sum + (sum >> 8)) >> 8, LaneBytes);
-    std::memcpy(pixels, &bytes, sizeof bytes);
-}
-
-// Eight pixels; all are written, those without coverage as they were.
-void BlendEight(std::uint32_t* pixels, Channels colour, LaneBytes coverage)
-{
-    const Channels wide = __builtin_convertvector(coverage, Channels);
-    BlendTwo(pixels, colour, __builtin_shufflevector(wide, wide, 0, 0, 0, 0, 1, 1, 1, 1));
-    BlendTwo(pixels + 2, colour, __builtin_shufflevector(wide, wide, 2, 2, 2, 2, 3, 3, 3, 3));
-    BlendTwo(pixels + 4, colour, __builtin_shufflevector(wide, wide, 4, 4, 4, 4, 5, 5, 5, 5));
-    BlendTwo(pixels + 6, colour, __builtin_shufflevector(wide, wide, 6, 6, 6, 6, 7, 7, 7, 7));
-}
-
-void CompositeCell(std::uint8_t* coverage, std::uint32_t* pixels, Channels colour)
-{
-    for (int i = 0; i < kCell; i += kLanes) {
-        std::uint64_t covered = 0;
-        std::memcpy(&covered, coverage + i, sizeof covered);
-        if (covered == 0) continue;
-        LaneBytes bytes{};
-        std::memcpy(&bytes, coverage + i, sizeof bytes);
-        BlendEight(pixels + i, colour, bytes);
-        std::memset(coverage + i, 0, sizeof covered);
-    }
-}
-
-// The last cell of a row may reach beyond its end, where nothing is covered.
-void CompositeLastCell(std::uint8_t* coverage, std::uint32_t* pixels, std::uint32_t colour)
-{
-    for (int i = 0; i < kCell; ++i) {
-        if (coverage[i] != 0) pixels[i] = Blend(pixels[i], colour, coverage[i]);
-    }
-    std::memset(coverage, 0, kCell);
 }
 
 }  // namespace
@@ -245,28 +123,6 @@ struct StrokeRaster::Segment
     double Bottom() const { return std::max(from.y, to.y) + reach; }
 };
 
-StrokeRaster::StrokeRaster(int width, int height)
-    : width_(std::max(width, 0)),
-      height_(std::max(height, 0)),
-      stride_((static_cast<std::size_t>(width_) + kFlaggedPixels - 1) / kFlaggedPixels *
-              kFlaggedPixels),
-      cells_(stride_ / kCell),
-      coverage_(stride_ * static_cast<std::size_t>(height_) + kLanes),
-      touched_(cells_ * static_cast<std::size_t>(height_)),
-      first_row_(height_)
-{
-}
-
-void StrokeRaster::Touch(int row, int first_x, int last_x)
-{
-    const std::size_t base = static_cast<std::size_t>(row) * cells_;
-    for (int cell = first_x >> kCellBits; cell <= last_x >> kCellBits; ++cell) {
-        touched_[base + static_cast<std::size_t>(cell)] = 1;
-    }
-    first_row_ = std::min(first_row_, row);
-    last_row_ = std::max(last_row_, row);
-}
-
 void StrokeRaster::AddSmooth(std::span<const PixelPoint> points, double width,
                              const DashPattern& dashes)
 {
@@ -305,8 +161,8 @@ void StrokeRaster::AddDashed(std::span<const PixelPoint> points, double width,
         const double length = std::hypot(to.x - from.x, to.y - from.y);
         if (length == 0) continue;
         Part part;
-        ClipPart(part, from.x, to.x, -margin, width_ + margin);
-        ClipPart(part, from.y, to.y, -margin, height_ + margin);
+        ClipPart(part, from.x, to.x, -margin, plane_.Width() + margin);
+        ClipPart(part, from.y, to.y, -margin, plane_.Height() + margin);
         if (part.Empty()) {
             cursor.Advance(length);
             continue;
@@ -332,22 +188,25 @@ void StrokeRaster::AddDashed(std::span<const PixelPoint> points, double width,
 void StrokeRaster::AddSegment(PixelPoint from, PixelPoint to, double width, bool with_start_cap)
 {
     const Segment segment(from, to, width, with_start_cap);
-    if (segment.Right() < 0 || segment.Left() > width_ || segment.Bottom() < 0 ||
-        segment.Top() > height_) {
+    if (segment.Right() < 0 || segment.Left() > plane_.Width() || segment.Bottom() < 0 ||
+        segment.Top() > plane_.Height()) {
         return;
     }
-    int row = FloorWithin(segment.Top(), 0, height_);
-    const int last_row = FloorWithin(segment.Bottom(), -1, height_ - 1);
+    int row = FloorWithin(segment.Top(), 0, plane_.Height());
+    const int last_row = FloorWithin(segment.Bottom(), -1, plane_.Height() - 1);
     constexpr double kWidestSteepRow = kLanes / 2.0 - 0.5;
     if (segment.extent > 0 && segment.extent <= kWidestSteepRow) {
         // Rows in the middle of a steep line, which its ends do not reach.
         const double end = segment.extent * std::abs(segment.along_x * segment.along_y);
         const int first_inner =
-            FloorWithin(std::min(from.y, to.y) + end + 0.5, -1, height_ - 1) + 1;
-        const int last_inner = FloorWithin(std::max(from.y, to.y) - end - 0.5, -1, height_ - 1) - 1;
+            FloorWithin(std::min(from.y, to.y) + end + 0.5, -1, plane_.Height() - 1) + 1;
+        const int last_inner =
+            FloorWithin(std::max(from.y, to.y) - end - 0.5, -1, plane_.Height() - 1) - 1;
         const auto centre = [&](int at) { return from.x + (at + 0.5 - from.y) * segment.slope; };
         const double room = segment.extent + kLanes;
-        const auto inside = [&](int at) { return centre(at) > room && centre(at) < width_ - room; };
+        const auto inside = [&](int at) {
+            return centre(at) > room && centre(at) < plane_.Width() - room;
+        };
         if (first_inner <= last_inner && inside(first_inner) && inside(last_inner)) {
             for (; row < first_inner; ++row) AddRow(segment, row);
             AddSteepRows(segment, first_inner, last_inner);
@@ -368,22 +227,20 @@ void StrokeRaster::AddSteepRows(const Segment& segment, int first_row, int last_
     const double first_centre = segment.from.x + (first_row + 0.5 - segment.from.y) * segment.slope;
     auto centre = static_cast<std::int64_t>(first_centre * kOne * kOne);
     const auto extent = static_cast<std::int64_t>(segment.extent * kOne) + 1;
-    std::uint8_t* coverage = coverage_.data() + Offset(0, first_row);
-    std::uint8_t* flags = touched_.data() + static_cast<std::size_t>(first_row) * cells_;
+    std::uint8_t* coverage = plane_.Row(first_row);
     for (int row = first_row; row <= last_row; ++row) {
         const std::int64_t middle = centre >> kFraction;
         const std::int64_t low = (middle - extent) >> kFraction;
         const std::int64_t from_middle = (low << kFraction) + (1 << (kFraction - 1)) - middle;
         const auto aside = static_cast<std::int16_t>((from_middle * across) >> kFraction);
         RaiseTo(coverage + low, CoverageOf(segment.lane_offsets + aside, reach));
-        flags[low >> kCellBits] = 1;
-        flags[(low + kLanes - 1) >> kCellBits] = 1;
+        const int left = static_cast<int>(low);
+        plane_.TouchCell(row, CoveragePlane::CellOf(left));
+        plane_.TouchCell(row, CoveragePlane::CellOf(left + kLanes - 1));
         centre += slope;
-        coverage += stride_;
-        flags += cells_;
+        coverage += plane_.Stride();
     }
-    first_row_ = std::min(first_row_, first_row);
-    last_row_ = std::max(last_row_, last_row);
+    plane_.TouchRows(first_row, last_row);
 }
 
 // The pixels of a row that lie beside the line get min(1, reach - distance) by eights, those around
@@ -399,10 +256,10 @@ void StrokeRaster::AddRow(const Segment& segment, int row)
         left = std::max(left, centre - segment.extent);
         right = std::min(right, centre + segment.extent);
     }
-    const int low = FloorWithin(left, 0, width_);
-    const int high = FloorWithin(right, -1, width_ - 1);
+    const int low = FloorWithin(left, 0, plane_.Width());
+    const int high = FloorWithin(right, -1, plane_.Width() - 1);
     if (low > high) return;
-    Touch(row, low, high);
+    plane_.Touch(row, low, high);
     // The pixels whose nearest point of the line is not an end.
     int first = low;
     int last = high;
@@ -430,7 +287,7 @@ void StrokeRaster::AddSpan(const Segment& segment, int row, int first, int last)
     const double at_first = (first + 0.5 - segment.from.x) * segment.along_y -
                             (row + 0.5 - segment.from.y) * segment.along_x;
     const auto reach = static_cast<std::int16_t>(segment.reach * kPixel + kHalfCoverage);
-    std::uint8_t* pixel = coverage_.data() + Offset(first, row);
+    std::uint8_t* pixel = plane_.Row(row) + first;
     for (int n = first; n <= last; n += kLanes, pixel += kLanes) {
         const double distance = (at_first + (n - first) * segment.along_y) * kPixel;
         const Lanes aside =
@@ -443,7 +300,7 @@ void StrokeRaster::AddSpan(const Segment& segment, int row, int first, int last)
 
 void StrokeRaster::AddEndPixels(const Segment& segment, int row, int first, int last)
 {
-    std::uint8_t* pixel = coverage_.data() + Offset(0, row);
+    std::uint8_t* pixel = plane_.Row(row);
     for (int n = first; n <= last; ++n) {
         const double x = n + 0.5 - segment.from.x;
         const double y = row + 0.5 - segment.from.y;
@@ -484,8 +341,8 @@ void StrokeRaster::AddHardSegment(PixelIndex from, PixelIndex to, int width,
     const double minor0 = steep ? from.x : from.y;
     const double direction = (steep ? dy : dx) > 0 ? 1 : -1;
     const double slope = (steep ? dx : dy) / steps;
-    const int major_size = steep ? height_ : width_;
-    const int minor_size = steep ? width_ : height_;
+    const int major_size = steep ? plane_.Height() : plane_.Width();
+    const int minor_size = steep ? plane_.Width() : plane_.Height();
 
     // The steps that lie within the picture; the last pixel of the segment is left out.
     const double to_low = direction > 0 ? -major0 : major0 - (major_size - 1);
@@ -505,41 +362,10 @@ void StrokeRaster::AddHardSegment(PixelIndex from, PixelIndex to, int width,
         const int high = FloorWithin(middle + width - 1, -1, minor_size - 1);
         for (int minor = low; minor <= high; ++minor) {
             const PixelIndex at = steep ? PixelIndex{minor, major} : PixelIndex{major, minor};
-            coverage_[Offset(at.x, at.y)] = 255;
-            Touch(at.y, at.x, at.x);
+            plane_.Row(at.y)[at.x] = 255;
+            plane_.Touch(at.y, at.x, at.x);
         }
     }
-}
-
-void StrokeRaster::Composite(const PixelBuffer& target, std::uint32_t colour)
-{
-    LaneBytes bytes{};
-    const std::array both{colour, colour};
-    std::memcpy(&bytes, both.data(), sizeof bytes);
-    const Channels channels = __builtin_convertvector(bytes, Channels);
-    const std::size_t whole_cells = static_cast<std::size_t>(width_ / kCell);
-    for (int row = first_row_; row <= last_row_; ++row) {
-        std::uint8_t* flags = touched_.data() + static_cast<std::size_t>(row) * cells_;
-        for (std::size_t group = 0; group < cells_; group += kFlagGroup) {
-            std::uint64_t flagged = 0;
-            std::memcpy(&flagged, flags + group, sizeof flagged);
-            if (flagged == 0) continue;
-            for (std::size_t cell = group; cell < group + kFlagGroup; ++cell) {
-                if (flags[cell] == 0) continue;
-                std::uint8_t* coverage = coverage_.data() + Offset(0, row) + cell * kCell;
-                std::uint32_t* pixels =
-                    target.pixels + row * target.stride + static_cast<std::ptrdiff_t>(cell * kCell);
-                if (cell < whole_cells) {
-                    CompositeCell(coverage, pixels, channels);
-                } else {
-                    CompositeLastCell(coverage, pixels, colour);
-                }
-            }
-            std::memset(flags + group, 0, sizeof flagged);
-        }
-    }
-    first_row_ = height_;
-    last_row_ = -1;
 }
 
 }  // namespace korvinth::render

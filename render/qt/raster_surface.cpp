@@ -47,8 +47,17 @@ PixelBuffer RasterSurface::Pixels()
             image_.bytesPerLine() / static_cast<std::ptrdiff_t>(sizeof(std::uint32_t))};
 }
 
+// Before anything but a stroke of the same colour is drawn.
+void RasterSurface::LayStrokes()
+{
+    if (!strokes_colour_) return;
+    raster_.Composite(Pixels(), OpaquePixel(*strokes_colour_));
+    strokes_colour_.reset();
+}
+
 QPainter& RasterSurface::Painter()
 {
+    LayStrokes();
     if (!painter_) {
         painter_.emplace(&image_);
         painter_->setRenderHint(QPainter::Antialiasing, Smooth());
@@ -59,6 +68,8 @@ QPainter& RasterSurface::Painter()
 void RasterSurface::DoStroke(std::span<const GridPoint> points, const Pen& pen)
 {
     if (pen.type == LineType::Invisible || image_.isNull()) return;
+    if (strokes_colour_ != pen.colour) LayStrokes();
+    strokes_colour_ = pen.colour;
     if (Smooth()) {
         const double middle = 0.5 * StepsPerPixel();
         points_.clear();
@@ -73,7 +84,6 @@ void RasterSurface::DoStroke(std::span<const GridPoint> points, const Pen& pen)
         for (const GridPoint& point : points) pixels_.push_back({point.x, point.y});
         raster_.AddHard(pixels_, width, DashPattern(pen.type, width));
     }
-    raster_.Composite(Pixels(), OpaquePixel(pen.colour));
 }
 
 void RasterSurface::DoPolygon(std::span<const GridPoint> corners, const Pen* outline,
@@ -139,6 +149,7 @@ const RasterSurface::Disc& RasterSurface::PreparedDisc(int diameter, int phase_x
 
 void RasterSurface::StampDisc(const GridBox& box, Colour colour)
 {
+    LayStrokes();
     const int steps = StepsPerPixel();
     const int left = FloorDivide(box.left, steps);
     const int top = FloorDivide(box.top, steps);
@@ -196,12 +207,17 @@ GridExtent RasterSurface::DoMeasure(std::string_view utf8, const Font& font)
 void RasterSurface::DoClear(Colour colour)
 {
     if (image_.isNull()) return;
+    LayStrokes();
     const PixelBuffer target = Pixels();
     for (int y = 0; y < image_.height(); ++y) {
         std::fill_n(target.pixels + y * target.stride, image_.width(), OpaquePixel(colour));
     }
 }
 
-void RasterSurface::DoRefresh() { painter_.reset(); }
+void RasterSurface::DoRefresh()
+{
+    LayStrokes();
+    painter_.reset();
+}
 
 }  // namespace korvinth::render

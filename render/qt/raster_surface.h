@@ -62,6 +62,7 @@ private:
     bool Smooth() const { return StepsPerPixel() > 1; }
     double ToDots(double grid_steps) const { return grid_steps * scale_ / StepsPerPixel(); }
     PixelBuffer Pixels();
+    void LayStrokes();
     QPainter& Painter();
     const Disc& PreparedDisc(int diameter, int phase_x, int phase_y);
     void StampDisc(const GridBox& box, Colour colour);
@@ -70,6 +71,9 @@ private:
     double scale_;
     QImage image_;
     StrokeRaster raster_;
+    // Of the strokes in the raster that are not laid onto the image yet. Strokes of one colour are
+    // laid together, since that costs more than to draw them: a family's members are.
+    std::optional<Colour> strokes_colour_;
     std::optional<QPainter> painter_;  // open between the first use and Refresh
     std::vector<PixelPoint> points_;
     std::vector<PixelIndex> pixels_;

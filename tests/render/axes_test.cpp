@@ -27,7 +27,7 @@ struct AxesTest : testing::Test
         UpdateDerived(view);
         surface = std::make_unique<RecordingSurface>(width * 5, height * 5, 5);
         LabelSpace labels(surface->Width(), surface->Height(), 5);
-        helpline(*surface, view, attributes, labels);
+        helpline(*surface, view, attributes, ReadAxisScales(attributes, parser), labels);
     }
 
     std::multiset<std::string> Texts()
@@ -55,6 +55,7 @@ struct AxesTest : testing::Test
 
     ViewRange view;
     document::DisplayAttributes attributes;
+    term::MathParser parser;
     std::unique_ptr<RecordingSurface> surface;
 };
 
@@ -114,6 +115,66 @@ TEST_F(AxesTest, KeepsZeroWhenOneAxisHasNoNumbers)
     EXPECT_EQ(Texts().count("0"), 0U);
 }
 
+TEST_F(AxesTest, CountsInTheStepsOfTheSettings)
+{
+    parser.DefineVariable("pi=3.141592653589793");
+    parser.DefineVariable("a=3");
+    Show(-4, 8, 0.5, 7);
+    attributes.x_step = {document::StepMode::Fixed, "a*pi/6"};
+    attributes.y_step = {document::StepMode::MultiplesOfPi, ""};
+    Draw();
+    EXPECT_EQ(Texts(), (std::multiset<std::string>{
+                           "y", "0", "\u2212\u03C0", "\u2212\u03C0/2", "\u03C0/2", "\u03C0",
+                           "3\u03C0/2", "2\u03C0", "\u03C0/4", "\u03C0/2", "3\u03C0/4", "\u03C0",
+                           "5\u03C0/4", "3\u03C0/2", "7\u03C0/4", "2\u03C0"}));
+    attributes.angle_mode = term::TrigMode::Degrees;
+    attributes.x_step.mode = document::StepMode::Automatic;
+    Show(-100, 200, -200, 100);
+    Draw(700, 500);
+    EXPECT_EQ(Texts().count("30") + Texts().count("180"), 2U);
+}
+
+TEST_F(AxesTest, CountsAutomaticallyWhenAFixedStepHasNoValue)
+{
+    Draw();
+    const auto automatic = surface->Commands();
+    for (const std::string term : {"", "0", "-1", "1/0", "gelöscht"}) {
+        SCOPED_TRACE(term);
+        attributes.x_step = {document::StepMode::Fixed, term};
+        attributes.y_step = attributes.x_step;
+        Draw();
+        EXPECT_EQ(surface->Commands(), automatic);
+    }
+}
+
+TEST_F(AxesTest, LabelsEveryMarkBesideOneAtADeepZoom)
+{
+    Show(1 - 5.5e-11, 1 + 5.5e-11, 1 - 5.5e-11, 1 + 5.5e-11);
+    Draw();
+    const auto texts = Texts();
+    EXPECT_EQ(texts.count("1"), 2U);
+    EXPECT_EQ(texts.count("+2\u00B710\u207B\u00B9\u00B9"), 2U);
+    EXPECT_EQ(texts.count("\u22124\u00B710\u207B\u00B9\u00B9"), 2U);
+}
+
+TEST_F(AxesTest, KeepsAZeroOfOneAxisAloneOutOfTheOthersNumbers)
+{
+    const auto rows_of = [this](const std::string& text) {
+        std::set<int> rows;
+        for (const TextCommand& command : surface->All<TextCommand>()) {
+            if (command.text == text) rows.insert(command.top_left.y);
+        }
+        return rows;
+    };
+    Show(-1, 9, -3, 3);
+    Draw();
+    EXPECT_EQ(rows_of("0"), rows_of("4")) << "the zero of both is in the row of x";
+    Show(1, 9, -3, 3);
+    Draw();
+    ASSERT_EQ(rows_of("0").size(), 1U);
+    EXPECT_LT(*rows_of("0").begin(), *rows_of("4").begin());
+}
+
 TEST_F(AxesTest, PutsAdditionalHelpLinesBetweenTheMarks)
 {
     Show(-10, 10, -10, 10);
@@ -121,6 +182,9 @@ TEST_F(AxesTest, PutsAdditionalHelpLinesBetweenTheMarks)
     Draw();
     EXPECT_EQ(Lines(attributes.help_line_colour), 2U * 11);
     EXPECT_EQ(Lines(attributes.extra_help_line_colour), 2U * 41);
+    attributes.x_step = {document::StepMode::Fixed, "1e-9"};
+    Draw();
+    EXPECT_EQ(Lines(attributes.extra_help_line_colour), 41U) << "none between lines that are close";
 }
 
 TEST_F(AxesTest, DrawsLinesOnPixelCentres)
@@ -184,14 +248,18 @@ TEST_F(AxesTest, TextsNeverOverlapNorLeaveTheAreaWhateverTheView)
         const double x = place(random) * width;
         const double y = place(random) * height;
         Show(x, x + width, y, y + height);
+        attributes.x_step = {static_cast<document::StepMode>(i % 3), i % 2 == 0 ? "1/7" : "1e-9"};
+        attributes.y_step = {static_cast<document::StepMode>(i / 3 % 3), "0.123456"};
+        attributes.font_points = 6 + i % 31;
         Draw(size(random), size(random));
+        ASSERT_LE(surface->All<StrokeCommand>().size(), 1000U);
         const auto texts = surface->All<TextCommand>();
         seen += texts.size();
         for (auto one = texts.begin(); one != texts.end(); ++one) {
-            ASSERT_GE(one->top_left.x, 0);
-            ASSERT_GE(one->top_left.y, 0);
-            ASSERT_LE(one->top_left.x + one->extent.width, surface->Width());
-            ASSERT_LE(one->top_left.y + one->extent.height, surface->Height());
+            ASSERT_GT(one->top_left.x, 0);
+            ASSERT_GT(one->top_left.y, 0);
+            ASSERT_LT(one->top_left.x + one->extent.width, surface->Width());
+            ASSERT_LT(one->top_left.y + one->extent.height, surface->Height());
             for (auto other = one + 1; other != texts.end(); ++other) {
                 ASSERT_FALSE(Overlap(*one, *other)) << one->text << " and " << other->text;
             }
@@ -230,7 +298,7 @@ TEST_F(AxesTest, GivesPenAndFontBack)
     other.SelectFont(font);
     LabelSpace labels(4000, 3000, 5);
     UpdateDerived(view);
-    helpline(other, view, attributes, labels);
+    helpline(other, view, attributes, {}, labels);
     EXPECT_EQ(other.CurrentPen(), pen);
     EXPECT_EQ(other.SelectFont({}), font);
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -38,6 +39,42 @@ constexpr LabelCase kLabelCases[] = {
     {"all digits of a number beside 1", {2, -11}, 50000000003, "1,00000000006"},
 };
 
+struct PiLabelCase
+{
+    std::string_view behaviour;
+    int rung;
+    std::int64_t mark;
+    std::string_view label;
+};
+constexpr PiLabelCase kPiLabelCases[] = {
+    {"zero", -1, 0, "0"},
+    {"pi alone", -1, 2, "\u03C0"},
+    {"a half", -1, 1, "\u03C0/2"},
+    {"an odd number of halves", -1, -3, "\u22123\u03C0/2"},
+    {"a fraction in its lowest terms", -2, 6, "3\u03C0/2"},
+    {"minus pi", 0, -1, "\u2212\u03C0"},
+    {"whole multiples", 1, 3, "6\u03C0"},
+    {"decimal multiples below an eighth", -4, 7, "0,35\u03C0"},
+    {"a power of ten beside pi", -30, 2, "2\u00B710\u207B\u00B9\u2070\u00B7\u03C0"},
+};
+
+TEST(AxisMarks, WritesMultiplesOfPi)
+{
+    for (const PiLabelCase& row : kPiLabelCases) {
+        SCOPED_TRACE(row.behaviour);
+        EXPECT_EQ(AxisMarks{Rung(StepLadder::Pi, row.rung)}.Label(row.mark), row.label);
+    }
+}
+
+std::string Labels(const AxisMarks& marks)
+{
+    std::string labels;
+    for (std::int64_t mark = marks.first; mark <= marks.last; ++mark) {
+        labels += (labels.empty() ? "" : " ") + marks.Label(mark);
+    }
+    return labels;
+}
+
 TEST(AxisMarks, WritesLabelsInTheGermanWay)
 {
     for (const LabelCase& row : kLabelCases) {
@@ -54,7 +91,6 @@ void ExpectUsefulMarks(const AxisMarks& marks, double lower, double upper)
     EXPECT_LE(marks.Position(marks.last), upper);
     EXPECT_LT(marks.Position(marks.first - 1), lower);
     EXPECT_GT(marks.Position(marks.last + 1), upper);
-    EXPECT_TRUE(marks.step.digit == 1 || marks.step.digit == 2 || marks.step.digit == 5);
 }
 
 TEST(AxisMarks, AreFiveToTwelveAtEveryZoomAndPlace)
@@ -69,8 +105,11 @@ TEST(AxisMarks, AreFiveToTwelveAtEveryZoomAndPlace)
         const double lower = place(random) * range;
         const double upper = lower + range;
         SCOPED_TRACE(testing::Message() << lower << " to " << upper);
-        ExpectUsefulMarks(CoarseMarks(lower, upper), lower, upper);
-        ExpectUsefulMarks(FineMarks(lower, upper), lower, upper);
+        for (const StepLadder ladder :
+             {StepLadder::Decimal, StepLadder::Degrees, StepLadder::Grads, StepLadder::Pi}) {
+            ExpectUsefulMarks(CoarseMarks(lower, upper, ladder), lower, upper);
+            ExpectUsefulMarks(FineMarks(lower, upper, ladder), lower, upper);
+        }
         if (HasFailure()) return;
     }
 }
@@ -94,16 +133,135 @@ TEST(AxisMarks, KeepTheirStepWhileTheViewMoves)
     }
 }
 
-TEST(AxisMarks, StayApartAtADeepZoomBesideOne)
+struct LadderCase
 {
-    for (const double half : {1e-10, 1e-12}) {
-        const AxisMarks marks = CoarseMarks(1 - half, 1 + half);
-        std::set<std::string> labels;
-        for (std::int64_t mark = marks.first; mark <= marks.last; ++mark) {
-            labels.insert(marks.Label(mark));
+    StepLadder ladder;
+    double range;
+    double step;  // of the widest marks
+};
+constexpr LadderCase kLadderCases[] = {
+    {StepLadder::Degrees, 0.2, 0.02},  {StepLadder::Degrees, 20, 2},
+    {StepLadder::Degrees, 90, 15},     {StepLadder::Degrees, 180, 30},
+    {StepLadder::Degrees, 360, 45},    {StepLadder::Degrees, 720, 90},
+    {StepLadder::Degrees, 1080, 180},  {StepLadder::Degrees, 2000, 360},
+    {StepLadder::Degrees, 4000, 720},  {StepLadder::Degrees, 40000, 7200},
+    {StepLadder::Grads, 30, 5},        {StepLadder::Grads, 400, 50},
+    {StepLadder::Grads, 800, 100},     {StepLadder::Grads, 20000, 4000},
+    {StepLadder::Pi, 2, kPiUnit / 8},  {StepLadder::Pi, 2 * kPiUnit, kPiUnit / 4},
+    {StepLadder::Pi, 20, kPiUnit},     {StepLadder::Pi, 100, 5 * kPiUnit},
+    {StepLadder::Pi, 1, kPiUnit / 20},
+};
+
+TEST(AxisMarks, ClimbTheLadderOfTheirUnit)
+{
+    for (const LadderCase& row : kLadderCases) {
+        SCOPED_TRACE(testing::Message() << row.range);
+        EXPECT_DOUBLE_EQ(CoarseMarks(0, row.range, row.ladder).step.Value(), row.step);
+    }
+}
+
+struct FixedCase
+{
+    std::string_view behaviour;
+    double step, lower, upper;
+    std::string_view labels;
+};
+constexpr FixedCase kFixedCases[] = {
+    {"a short decimal", 0.25, -0.3, 0.6, "\u22120,25 0 0,25 0,5"},
+    {"a third, to a thousandth of it", 1.0 / 3, 0.1, 1.4, "0,3333 0,6667 1 1,3333"},
+    {"a fraction of pi", kPiUnit / 3, 0.1, 5, "\u03C0/3 2\u03C0/3 \u03C0 4\u03C0/3"},
+    {"twice the step where there would be too many", 1, 0, 11, "0 2 4 6 8 10"},
+    {"a thousand times and more", 0.001, 0, 11, "0 2 4 6 8 10"},
+    {"thinned fractions of pi", kPiUnit / 3, 0, 70,
+     "0 10\u03C0/3 20\u03C0/3 10\u03C0 40\u03C0/3 "
+     "50\u03C0/3 20\u03C0"},
+    {"no mark in view", 10, 1, 9, ""},
+};
+
+TEST(AxisMarks, FollowAFixedStep)
+{
+    constexpr int kMost = 8;
+    for (const FixedCase& row : kFixedCases) {
+        SCOPED_TRACE(row.behaviour);
+        EXPECT_EQ(Labels(FixedMarks(row.step, row.lower, row.upper, kMost)), row.labels);
+    }
+}
+
+TEST(AxisMarks, OfAFixedStepAreNeverMany)
+{
+    constexpr unsigned kSeed = 4711;
+    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
+    std::mt19937 random(kSeed);
+    std::uniform_real_distribution<double> exponent(-320, 308);
+    constexpr int kMost = 100;
+    int seen = 0;
+    for (int i = 0; i < 20000; ++i) {
+        const double step = std::pow(10, exponent(random));
+        const double range = std::pow(10, exponent(random) / 25);
+        const AxisMarks marks = FixedMarks(step, -range / 3, range, kMost);
+        ASSERT_LE(marks.Count(), 4 * kMost / 3 + 2) << step << " in " << range;
+        if (marks.Count() > 0) {
+            ++seen;
+            ASSERT_LE(marks.Position(marks.last), range);
+            ASSERT_FALSE(marks.Label(marks.last).empty());
         }
-        EXPECT_GE(marks.Count(), kFewestMarks);
-        EXPECT_EQ(static_cast<std::int64_t>(labels.size()), marks.Count());
+    }
+    EXPECT_GT(seen, 5000);
+    for (const double none : {0.0, -1.0, std::nan(""), HUGE_VAL}) {
+        EXPECT_EQ(FixedMarks(none, 0, 1, kMost).Count(), 0);
+    }
+}
+
+struct CommonPartCase
+{
+    std::string_view behaviour;
+    double lower, upper;
+    std::string_view labels;
+};
+constexpr CommonPartCase kCommonPartCases[] = {
+    {"beside one", 1 - 5.5e-11, 1 + 5.5e-11,
+     "\u22124\u00B710\u207B\u00B9\u00B9 \u22122\u00B710\u207B\u00B9\u00B9 1 "
+     "+2\u00B710\u207B\u00B9\u00B9 +4\u00B710\u207B\u00B9\u00B9"},
+    {"the shortest number is written in full", 3.1415922, 3.1415933,
+     "\u22128\u00B710\u207B\u2077 \u22126\u00B710\u207B\u2077 \u22124\u00B710\u207B\u2077 "
+     "\u22122\u00B710\u207B\u2077 3,141593 +2\u00B710\u207B\u2077"},
+    {"large numbers", 1e7 - 2.5, 1e7 + 3.5, "\u22122 \u22121 1\u00B710\u2077 +1 +2 +3"},
+    {"years are short enough", 2019.5, 2024.5,
+     "2\u2009020 2\u2009021 2\u2009022 2\u2009023 "
+     "2\u2009024"},
+};
+
+TEST(AxisMarks, WriteTheCommonPartOnceAtADeepZoom)
+{
+    for (const CommonPartCase& row : kCommonPartCases) {
+        SCOPED_TRACE(row.behaviour);
+        EXPECT_EQ(Labels(CoarseMarks(row.lower, row.upper)), row.labels);
+    }
+}
+
+TEST(AxisMarks, HaveDifferentLabelsAtEveryZoomAndPlace)
+{
+    constexpr unsigned kSeed = 1618;
+    SCOPED_TRACE(testing::Message() << "seed " << kSeed);
+    std::mt19937 random(kSeed);
+    std::uniform_real_distribution<double> exponent(-12, 12);
+    std::uniform_real_distribution<double> distance(-2, 10);
+    for (int i = 0; i < 5000; ++i) {
+        const double range = std::pow(10, exponent(random));
+        const double lower = (i % 2 == 0 ? 1 : -1) * range * std::pow(10, distance(random));
+        for (const StepLadder ladder : {StepLadder::Decimal, StepLadder::Degrees, StepLadder::Pi}) {
+            const AxisMarks marks = FineMarks(lower, lower + range, ladder);
+            std::set<std::string> labels;
+            std::size_t longest = 0;
+            for (std::int64_t mark = marks.first; mark <= marks.last; ++mark) {
+                const std::string label = marks.Label(mark);
+                if (mark != marks.base || mark == 0) longest = std::max(longest, label.size());
+                labels.insert(label);
+            }
+            ASSERT_EQ(static_cast<std::int64_t>(labels.size()), marks.Count())
+                << lower << " width " << range;
+            ASSERT_LE(longest, 30U) << lower << " width " << range;  // bytes
+        }
     }
 }
 

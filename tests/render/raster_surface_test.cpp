@@ -121,6 +121,46 @@ TEST(RasterSurface, ClearsTheWholePicture)
     EXPECT_EQ(surface.Image(), wanted);
 }
 
+// What is drawn last lies on top, whichever operations come before it.
+TEST(RasterSurface, KeepsTheOrderOfDrawing)
+{
+    constexpr Colour kBlue = document::MakeColour(0, 0, 255);
+    constexpr int kMiddle = 50;  // grid steps
+    const auto stroke = [](RasterSurface& surface, Colour colour) {
+        surface.SelectPen({colour, 3, LineType::Solid});
+        surface.MoveTo({0, kMiddle});
+        surface.LineTo({2 * kMiddle, kMiddle});
+    };
+    using Step = void (*)(RasterSurface&);
+    const Step covers[] = {
+        [](RasterSurface& surface) {
+            surface.SelectPen({kBlue, 3, LineType::Solid});
+            surface.MoveTo({kMiddle, 0});
+            surface.LineTo({kMiddle, 2 * kMiddle});
+        },
+        [](RasterSurface& surface) {
+            const std::array square{GridPoint{25, 25}, GridPoint{75, 25}, GridPoint{75, 75},
+                                    GridPoint{25, 75}};
+            surface.FillRegion(square, {kBlue});
+        },
+        [](RasterSurface& surface) {
+            surface.PaintEllipse({25, 25, 75, 75}, {kBlue});
+        },
+        [](RasterSurface& surface) { surface.Clear(kBlue); },
+    };
+    for (const Step cover : covers) {
+        SCOPED_TRACE(&cover - covers);
+        RasterSurface surface(20, 20, kSmoothSteps);
+        stroke(surface, kOrange);
+        cover(surface);
+        surface.Refresh();
+        EXPECT_EQ(surface.Image().pixel(10, 10), 0xFF0000FF);
+        stroke(surface, kOrange);
+        surface.Refresh();
+        EXPECT_EQ(surface.Image().pixel(10, 10), kOrangePixel);
+    }
+}
+
 TEST(RasterSurface, LeavesACopyOfThePictureAlone)
 {
     RasterSurface surface(20, 20, kSmoothSteps);

@@ -1,0 +1,89 @@
+// Walks along a stroke: joins samples that lie on a line, finds its dashes.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+#include "render/dash_pattern.h"
+#include "render/stroke_raster.h"
+
+namespace korvinth::render {
+
+// Where a running length stands in a dash pattern.
+class DashCursor
+{
+public:
+    // `shrink` is taken off each dash and added to each gap: what round ends add to a dash.
+    DashCursor(const DashPattern& pattern, double shrink) : pattern_(pattern), shrink_(shrink) {}
+
+    bool Visible() const { return index_ % 2 == 0; }
+    double Left() const { return Length(index_) - done_; }
+    void Advance(double length)
+    {
+        done_ += std::fmod(length, pattern_.Period());
+        while (done_ >= Length(index_)) {
+            done_ -= Length(index_);
+            index_ = (index_ + 1) % pattern_.Lengths().size();
+        }
+    }
+
+private:
+    double Length(std::size_t index) const
+    {
+        // A dot keeps a trace of a length, so that it is met on the way.
+        constexpr double kDot = 1e-3;
+        const double length = pattern_.Lengths()[index];
+        const double dash = pattern_.Lengths()[index & ~std::size_t{1}];
+        const double taken = std::min(shrink_, dash - kDot);
+        return index % 2 == 0 ? length - taken : length + taken;
+    }
+
+    const DashPattern& pattern_;
+    double shrink_;
+    std::size_t index_ = 0;
+    double done_ = 0;
+};
+
+// Joins points that lie on a straight line but for a tenth of a pixel, in the order of the line.
+class Straightener
+{
+public:
+    explicit Straightener(PixelPoint start) : start_(start), end_(start) {}
+
+    PixelPoint Start() const { return start_; }
+    PixelPoint End() const { return end_; }
+
+    // False when the point lies off the line so far: a new one begins at End().
+    bool Extend(PixelPoint point)
+    {
+        constexpr double kTolerance = 0.1;
+        const PixelPoint to{point.x - start_.x, point.y - start_.y};
+        const double length = std::sqrt(to.x * to.x + to.y * to.y);
+        if (length < length_) return false;
+        if (length > kTolerance) {
+            if (narrowed_ && (Cross(low_, to) < 0 || Cross(to, high_) < 0)) return false;
+            const double aside = kTolerance / length;
+            const PixelPoint low{to.x + to.y * aside, to.y - to.x * aside};
+            const PixelPoint high{to.x - to.y * aside, to.y + to.x * aside};
+            if (!narrowed_ || Cross(low_, low) > 0) low_ = low;
+            if (!narrowed_ || Cross(high, high_) > 0) high_ = high;
+            narrowed_ = true;
+        }
+        length_ = length;
+        end_ = point;
+        return true;
+    }
+
+private:
+    static double Cross(PixelPoint a, PixelPoint b) { return a.x * b.y - a.y * b.x; }
+
+    PixelPoint start_;
+    PixelPoint end_;
+    double length_ = 0;
+    bool narrowed_ = false;
+    PixelPoint low_;  // directions that keep every point so far within the tolerance
+    PixelPoint high_;
+};
+
+}  // namespace korvinth::render
