@@ -31,19 +31,6 @@ Decimal WithoutZeros(Decimal number)
     return number;
 }
 
-std::string Superscript(int exponent)
-{
-    constexpr std::array<std::string_view, 10> kDigits{"\u2070", "\u00B9", "\u00B2", "\u00B3",
-                                                       "\u2074", "\u2075", "\u2076", "\u2077",
-                                                       "\u2078", "\u2079"};
-    std::string text;
-    if (exponent < 0) text = "\u207B";
-    for (const char digit : std::to_string(std::abs(exponent))) {
-        text += kDigits[static_cast<std::size_t>(digit - '0')];
-    }
-    return text;
-}
-
 std::string Grouped(std::string_view whole)
 {
     std::string text;
@@ -128,6 +115,19 @@ Decimal DecimalOf(const MarkStep& step, std::int64_t count)
 }
 
 }  // namespace
+
+std::string Superscript(int exponent)
+{
+    constexpr std::array<std::string_view, 10> kDigits{"\u2070", "\u00B9", "\u00B2", "\u00B3",
+                                                       "\u2074", "\u2075", "\u2076", "\u2077",
+                                                       "\u2078", "\u2079"};
+    std::string text;
+    if (exponent < 0) text = "\u207B";
+    for (const char digit : std::to_string(std::abs(exponent))) {
+        text += kDigits[static_cast<std::size_t>(digit - '0')];
+    }
+    return text;
+}
 
 std::string MarkLabel(const MarkStep& step, std::int64_t count)
 {
