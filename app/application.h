@@ -49,6 +49,15 @@ public:
 
     // The whole picture; the surface has the area's size.
     void Draw(render::DrawingSurface& surface) { renderer_.RedrawAll(surface); }
+    // What the last drawing could not do.
+    const std::vector<render::Problem>& Problems() const { return renderer_.Problems(); }
+    // The additional point that was drawn at a pixel.
+    std::optional<std::size_t> PointAt(double pixel_x, double pixel_y) const
+    {
+        return renderer_.PointAt(pixel_x, pixel_y);
+    }
+    // The sample counts anew, after the settings for them have changed.
+    void TakeSampleCounts() { renderer_.TakeSampleCounts(); }
 
     // The graph near a place of the area.
     std::optional<render::ProbedPoint> ProbeGraphs(double area_x, double area_y)

@@ -9,11 +9,14 @@
 #include <QStatusBar>
 #include <algorithm>
 
+#include "ui/asymptoten.h"
 #include "ui/child_window.h"
 #include "ui/graphform.h"
 #include "ui/interform.h"
+#include "ui/optionsgraph.h"
 #include "ui/parameter_column.h"
 #include "ui/parameter_list.h"
+#include "ui/punkte.h"
 #include "ui/termform.h"
 #include "ui/zoom_dialog.h"
 
@@ -54,9 +57,11 @@ MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* 
     setCentralWidget(area_);
 
     MakeChildren(application);
-    session_ = std::make_unique<Session>(
-        application, PlotWindows{*termform_, *graphform_, *sliders_, *parameter_list_, *interform_},
-        dialogs_);
+    session_ =
+        std::make_unique<Session>(application,
+                                  PlotWindows{*termform_, *graphform_, *sliders_, *parameter_list_,
+                                              *interform_, *lines_, *points_},
+                                  dialogs_);
     commands_ = std::make_unique<PlotCommands>(menus_, *session_, *termform_, *graphform_);
     ConnectSession();
     ConnectWindowEntries();
@@ -73,21 +78,32 @@ void MainWindow::MakeChildren(Application& application)
     sliders_ = new ui::ParameterColumn(this);
     graphform_ = new ui::GraphForm(
         view.View(), view,
-        [&application](render::DrawingSurface& surface) { application.Draw(surface); }, this);
+        [this, &application](render::DrawingSurface& surface) {
+            application.Draw(surface);
+            if (session_ != nullptr) session_->FollowRedraw();
+        },
+        this);
     graphform_->SetProbe(
         [&application](double x, double y) { return application.ProbeGraphs(x, y); });
     parameter_list_ = new ui::ParameterList(this);
     interform_ = new ui::InterForm(application.Document(), view.View(), view, this);
 
     zoom_dialog_ = new ui::ZoomDialog(application.Parser(), dialogs_, this);
+    settings_ = new ui::OptionsGraph(application.Parser(), dialogs_, this);
+    lines_ = new ui::Asymptoten(dialogs_, this);
+    points_ = new ui::Punkte(dialogs_, this);
 
     terms_frame_ = MakeChild(termform_);
     sliders_frame_ = MakeChild(sliders_);
     graph_frame_ = MakeChild(graphform_);
     list_frame_ = MakeChild(parameter_list_);
     ranges_frame_ = MakeChild(interform_);
-    list_frame_->SetFree(true);
-    list_frame_->hide();
+    lines_frame_ = MakeChild(lines_);
+    points_frame_ = MakeChild(points_);
+    for (ui::ChildWindow* child : {list_frame_, lines_frame_, points_frame_}) {
+        child->SetFree(true);
+        child->hide();
+    }
     ranges_frame_->hide();
 }
 
@@ -114,9 +130,10 @@ void MainWindow::ConnectSession()
             [this](QPoint place, QPointF) { commands_->ShowGraphMenu(place); });
     connect(graphform_, &ui::GraphForm::rangeWindowWanted, this, &MainWindow::ShowRanges);
     connect(graphform_, &ui::GraphForm::zoomFactorsWanted, this, &MainWindow::ShowZoomFactors);
-    connect(
-        zoom_dialog_, &ui::ZoomDialog::applied, this,
-        [this](const render::ZoomFactors& factors) { session_->View().SetZoomFactors(factors); });
+    connect(zoom_dialog_, &ui::ZoomDialog::applied, this,
+            [this](const render::ZoomFactors& factors) { session_->TakeZoomFactors(factors); });
+    connect(settings_, &ui::OptionsGraph::settingsChanged, session_.get(),
+            &Session::TakeGeneralSettings);
 }
 
 void MainWindow::ConnectWindowEntries()
@@ -135,6 +152,10 @@ void MainWindow::ConnectWindowEntries()
         ArrangeWindows();
     });
     on("mn_zoomoptions", [this] { ShowZoomFactors(); });
+    on("mn_groptions", [this] { ShowSettings(); });
+    on("mn_optdef", [this] { session_->UseDefaultSettings(); });
+    on("mn_asy", [this] { ShowBesideGraph(lines_frame_, lines_); });
+    on("mn_punkt", [this] { ShowBesideGraph(points_frame_, points_); });
     on("mn_inter", [this] { ShowRanges(); });
     on("mn_graph", [this] { ShowChild(graph_frame_); });
     on("mn_term", [this] { ShowChild(terms_frame_); });
@@ -187,18 +208,23 @@ void MainWindow::ShowChild(ui::ChildWindow* child)
     if (was_hidden) ArrangeWindows();
 }
 
-// It stands over the graph's right edge, so that the sliders that it chooses stay in view.
+// Free windows stand over the graph's right edge, so that the sliders stay in view.
+void MainWindow::ShowBesideGraph(ui::ChildWindow* child, QWidget* content)
+{
+    if (child->isHidden()) {
+        const QSize room = area_->viewport()->size();
+        const QSize size = content->sizeHint()
+                               .expandedTo({0, child->HeightFor(room.height() / 2)})
+                               .boundedTo(room);
+        child->setGeometry(QRect(QPoint(room.width() - size.width(), 0), size));
+    }
+    child->BringToFront();
+}
+
 void MainWindow::ShowParameterList()
 {
-    if (list_frame_->isHidden()) {
-        const QSize room = area_->viewport()->size();
-        const QSize size = parameter_list_->sizeHint()
-                               .expandedTo({0, list_frame_->HeightFor(room.height() / 2)})
-                               .boundedTo(room);
-        list_frame_->setGeometry(QRect(QPoint(room.width() - size.width(), 0), size));
-    }
     parameter_list_->refpar(session_->Document());
-    list_frame_->BringToFront();
+    ShowBesideGraph(list_frame_, parameter_list_);
 }
 
 void MainWindow::ShowRanges()
@@ -241,8 +267,8 @@ void MainWindow::MaximiseGraph()
 void MainWindow::ActivateNext(int step)
 {
     QList<ui::ChildWindow*> shown;
-    for (ui::ChildWindow* child :
-         {terms_frame_, sliders_frame_, graph_frame_, ranges_frame_, list_frame_}) {
+    for (ui::ChildWindow* child : {terms_frame_, sliders_frame_, graph_frame_, ranges_frame_,
+                                   list_frame_, lines_frame_, points_frame_}) {
         if (!child->isHidden()) shown.append(child);
     }
     if (shown.isEmpty()) return;
@@ -257,6 +283,12 @@ void MainWindow::ShowZoomFactors()
     zoom_dialog_->show();
     zoom_dialog_->raise();
     zoom_dialog_->activateWindow();
+}
+
+void MainWindow::ShowSettings()
+{
+    const document::SlotIndex first_slot = document::AllSlots().front();
+    settings_->Open(session_->Document().attributes, session_->SampleCount(first_slot));
 }
 
 void MainWindow::ShowAbout()
@@ -279,8 +311,9 @@ void MainWindow::CloseSliders() { session_->Parameters().ShowAllWindows(false); 
 void MainWindow::CloseWindows()
 {
     zoom_dialog_->close();
-    for (ui::ChildWindow* child :
-         {terms_frame_, sliders_frame_, graph_frame_, ranges_frame_, list_frame_}) {
+    settings_->close();
+    for (ui::ChildWindow* child : {terms_frame_, sliders_frame_, graph_frame_, ranges_frame_,
+                                   list_frame_, lines_frame_, points_frame_}) {
         child->hide();
     }
 }

@@ -15,7 +15,10 @@ class QLabel;
 class QMdiArea;
 
 namespace korvinth::ui {
+class Asymptoten;
 class ChildWindow;
+class OptionsGraph;
+class Punkte;
 class ZoomDialog;
 }  // namespace korvinth::ui
 
@@ -60,6 +63,8 @@ private:
     void MaximiseGraph();  // mn_ghm
     void ActivateNext(int step);
     void ShowZoomFactors();
+    void ShowSettings();  // mn_groptions
+    void ShowBesideGraph(ui::ChildWindow* child, QWidget* content);
     void ShowAbout();
 
     ui::Dialogs& dialogs_;
@@ -73,11 +78,16 @@ private:
     ui::ParameterList* parameter_list_ = nullptr;
     ui::InterForm* interform_ = nullptr;
     ui::ZoomDialog* zoom_dialog_ = nullptr;
+    ui::OptionsGraph* settings_ = nullptr;
+    ui::Asymptoten* lines_ = nullptr;
+    ui::Punkte* points_ = nullptr;
     ui::ChildWindow* terms_frame_ = nullptr;
     ui::ChildWindow* sliders_frame_ = nullptr;
     ui::ChildWindow* graph_frame_ = nullptr;
     ui::ChildWindow* list_frame_ = nullptr;
     ui::ChildWindow* ranges_frame_ = nullptr;
+    ui::ChildWindow* lines_frame_ = nullptr;
+    ui::ChildWindow* points_frame_ = nullptr;
     std::unique_ptr<Session> session_;
     std::unique_ptr<PlotCommands> commands_;
     GraphPlace graph_place_ = GraphPlace::Docked;

@@ -55,7 +55,7 @@ std::string WritePicture(Application& application, const std::string& file)
     render::RasterSurface surface(
         static_cast<int>(std::lround(view.area_width / view.twips_per_pixel_x)),
         static_cast<int>(std::lround(view.area_height / view.twips_per_pixel_y)),
-        render::kSmoothSteps);
+        render::GridSteps(application.Document().attributes.smooth_drawing));
     if (surface.Image().isNull()) return "Für ein Bild dieser Größe reicht der Speicher nicht";
     application.Draw(surface);
     surface.Refresh();

@@ -7,12 +7,15 @@
 #include <set>
 #include <utility>
 
+#include "document/general_settings.h"
 #include "document/parameters_of.h"
 #include "document/terms_text.h"
+#include "ui/asymptoten.h"
 #include "ui/graphform.h"
 #include "ui/interform.h"
 #include "ui/parameter_column.h"
 #include "ui/parameter_list.h"
+#include "ui/punkte.h"
 #include "ui/termform.h"
 
 namespace korvinth::app {
@@ -41,7 +44,8 @@ Session::Session(Application& application, const PlotWindows& windows, ui::Dialo
       parameters_(application.Document(), application.Parser(), windows.sliders,
                   windows.parameter_list, dialogs, *this),
       animation_(application.Document(), parameters_),
-      coupling_(application.Document(), parameters_)
+      coupling_(application.Document(), parameters_),
+      additions_(application, parameters_, windows.lines, windows.points, dialogs)
 {
     application_.Attach(this);
     View().SetListener(this);
@@ -74,6 +78,21 @@ void Session::Connect()
             &MouseCoupling::FollowPointer);
     connect(&windows_.graph, &ui::GraphForm::plainClicked, &coupling_, &MouseCoupling::parkop);
     connect(&coupling_, &MouseCoupling::changed, this, &Session::stateChanged);
+    connect(&windows_.lines, &ui::Asymptoten::taken, this, [this](const std::string& text) {
+        additions_.LinesTaken();
+        TakeList(&document::PlotDocument::lines_text, text, true);
+    });
+    connect(&windows_.lines, &ui::Asymptoten::restyled, this, [this](const std::string& text) {
+        TakeList(&document::PlotDocument::lines_text, text, false);
+    });
+    connect(&windows_.points, &ui::Punkte::taken, this, [this](const std::string& text) {
+        TakeList(&document::PlotDocument::points_text, text, true);
+    });
+    connect(&windows_.points, &ui::Punkte::restyled, this, [this](const std::string& text) {
+        TakeList(&document::PlotDocument::points_text, text, false);
+    });
+    connect(&additions_, &AdditionsControl::pointMoved, this, &Session::RedrawGraph);
+    windows_.graph.SetPointHandle(&additions_);
     connect(&animation_, &AnimationControl::activeChanged, this, &Session::stateChanged);
 }
 
@@ -155,6 +174,7 @@ void Session::ShowReport(const document::PlotReport& report)
         windows_.terms.MarkFaultyRow(*report.first_faulty_row, WithoutSeparator(fault));
     }
     windows_.ranges.updateall();
+    additions_.FollowPlot();
     RedrawGraph();
     const std::string_view outcome = report.errors.empty() ? report.notes : report.errors;
     Q_EMIT outcomeChanged(outcome.empty() ? QStringLiteral("Ok.")
@@ -265,6 +285,50 @@ void Session::ShowParametersOf(document::SlotIndex row, bool only)
         }
     }
     Q_EMIT parametersWanted();
+}
+
+void Session::TakeList(std::string document::PlotDocument::*list, const std::string& text,
+                       bool apply)
+{
+    AsOneStep([&] {
+        application_.Document().*list = text;
+        if (apply) {
+            Rebuild();
+        } else {
+            RedrawGraph();
+        }
+    });
+}
+
+void Session::TakeGeneralSettings(const document::DisplayAttributes& settings)
+{
+    document::DisplayAttributes& attributes = application_.Document().attributes;
+    const bool counts_change = settings.constant_sample_count != attributes.constant_sample_count ||
+                               settings.sample_count != attributes.sample_count;
+    document::CopyGeneralSettings(settings, attributes);
+    if (counts_change) {
+        application_.TakeSampleCounts();
+        parameters_.ApplySampleCounts();
+    }
+    animation_.SetInterval(attributes.timer_milliseconds);
+    windows_.lines.SetCommonColour(attributes.line_colour);
+    windows_.graph.SetSmooth(attributes.smooth_drawing);  // redraws
+}
+
+void Session::UseDefaultSettings()
+{
+    const document::DisplayAttributes defaults;
+    TakeGeneralSettings(defaults);
+    TakeZoomFactors({defaults.zoom_factor_x, defaults.zoom_factor_y});
+    application_.UpdateMapping();
+}
+
+void Session::TakeZoomFactors(const render::ZoomFactors& factors)
+{
+    document::DisplayAttributes& attributes = application_.Document().attributes;
+    attributes.zoom_factor_x = factors.x;
+    attributes.zoom_factor_y = factors.y;
+    View().SetZoomFactors(factors);
 }
 
 void Session::ToggleSwitch(bool document::DisplayAttributes::*flag)

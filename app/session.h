@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/additions_control.h"
 #include "app/animation_control.h"
 #include "app/application.h"
 #include "app/mouse_coupling.h"
@@ -14,10 +15,12 @@
 #include "ui/dialogs.h"
 
 namespace korvinth::ui {
+class Asymptoten;
 class GraphForm;
 class InterForm;
 class ParameterColumn;
 class ParameterList;
+class Punkte;
 class TermForm;
 }  // namespace korvinth::ui
 
@@ -31,6 +34,8 @@ struct PlotWindows
     ui::ParameterColumn& sliders;
     ui::ParameterList& parameter_list;
     ui::InterForm& ranges;
+    ui::Asymptoten& lines;
+    ui::Punkte& points;
 };
 
 class Session final : public QObject, ApplyHooks, ParameterHost, ViewListener
@@ -71,7 +76,15 @@ public:
     void ToggleIntegralDetection();
     void CopyTerms(bool with_values) const;  // to the clipboard
 
+    // The general settings, as typed in their window or their defaults (mn_optdef).
+    void TakeGeneralSettings(const document::DisplayAttributes& settings);
+    void UseDefaultSettings();
+    void TakeZoomFactors(const render::ZoomFactors& factors);
+    // After the picture was drawn.
+    void FollowRedraw() { additions_.FollowRedraw(); }
+
     const document::PlotDocument& Document() const { return application_.Document(); }
+    int SampleCount(document::SlotIndex slot) const { return application_.SampleCount(slot); }
     ViewControl& View() { return application_.Views(); }
     ParameterControl& Parameters() { return parameters_; }
     AnimationControl& Animation() { return animation_; }
@@ -108,6 +121,7 @@ private:
     // Applies the document; the windows show what came of it.
     void Rebuild();
     void ShowReport(const document::PlotReport& report);
+    void TakeList(std::string document::PlotDocument::*list, const std::string& text, bool apply);
     void GoTo(const std::optional<document::PlotSnapshot>& snapshot);
     void ShowChange();  // of looks
     template <class Change>
@@ -121,6 +135,7 @@ private:
     ParameterControl parameters_;
     AnimationControl animation_;
     MouseCoupling coupling_;
+    AdditionsControl additions_;
     document::PlotUndo undo_;
     bool rows_are_applied_ = false;  // Apply takes the editor's rows
 };

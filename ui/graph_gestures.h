@@ -45,4 +45,15 @@ public:
     virtual void PopView() = 0;
 };
 
+// The additional points as things that a hand takes hold of; places in area units.
+class PointHandle
+{
+public:
+    virtual ~PointHandle() = default;
+    virtual bool GrabPoint(double area_x, double area_y) = 0;  // false when there is none
+    virtual void DragPoint(double area_x, double area_y) = 0;
+    virtual void DropPoint() = 0;
+    virtual void CancelPoint() = 0;  // back to where it was grabbed
+};
+
 }  // namespace korvinth::ui

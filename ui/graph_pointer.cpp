@@ -96,6 +96,12 @@ bool GraphPointer::Press(const QMouseEvent& event)
         frame_start_ = event.position().toPoint();
         return true;
     }
+    const bool plain = left && mode_ == PointerMode::Plain && KeysOf(event.modifiers()) == 0;
+    if (plain && points_ != nullptr) {
+        const QPointF place = AreaUnits(event.position());
+        point_held_ = points_->GrabPoint(place.x(), place.y());
+        if (point_held_) return true;
+    }
     const bool moves = left && mode_ == PointerMode::Move && KeysOf(event.modifiers()) == 0;
     if (moves || event.button() == Qt::MiddleButton) {
         dragging_ = true;
@@ -110,7 +116,9 @@ bool GraphPointer::Press(const QMouseEvent& event)
 bool GraphPointer::Move(const QMouseEvent& event)
 {
     const QPointF place = AreaUnits(event.position());
-    if (dragging_) {
+    if (point_held_) {
+        points_->DragPoint(place.x(), place.y());
+    } else if (dragging_) {
         gestures_.Drag(place.x() - drag_start_.x(), place.y() - drag_start_.y());
     } else if (frame_start_) {
         // Both corners belong to the frame.
@@ -126,6 +134,13 @@ bool GraphPointer::Move(const QMouseEvent& event)
 
 bool GraphPointer::Release(const QMouseEvent& event)
 {
+    if (point_held_) {
+        if (event.button() == Qt::LeftButton) {
+            point_held_ = false;
+            points_->DropPoint();
+        }
+        return true;
+    }
     if (dragging_) {
         if (event.button() == drag_button_) EndDrag();
         return true;
@@ -181,6 +196,7 @@ void GraphPointer::Cancel()
 {
     frame_->hide();
     frame_start_.reset();
+    if (std::exchange(point_held_, false)) points_->CancelPoint();
     if (!std::exchange(dragging_, false)) return;
     gestures_.CancelDrag();
     ShowCursor();

@@ -35,7 +35,9 @@ public:
     // Where the pointer is while it only points, in area units.
     std::optional<QPointF> Place() const { return place_; }
     // While a drag or a frame is on its way.
-    bool Busy() const { return dragging_ || frame_start_; }
+    bool Busy() const { return dragging_ || frame_start_ || point_held_; }
+    // Outlives the pointer; without one there are no points to take hold of.
+    void SetPointHandle(PointHandle* points) { points_ = points; }
 
 Q_SIGNALS:
     void modeChanged(korvinth::ui::PointerMode mode);
@@ -71,6 +73,8 @@ private:
     PointerMode mode_ = PointerMode::Plain;
     std::optional<QPointF> place_;
     bool dragging_ = false;
+    PointHandle* points_ = nullptr;
+    bool point_held_ = false;
     Qt::MouseButton drag_button_ = Qt::NoButton;
     QPointF drag_start_;  // area units
     std::optional<QPoint> frame_start_;

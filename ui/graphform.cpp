@@ -155,6 +155,12 @@ void GraphForm::ClickZoomButton(render::ClickButton button, unsigned keys)
 
 void GraphForm::SetProbe(Probe probe) { probe_ = std::move(probe); }
 
+void GraphForm::SetSmooth(bool smooth)
+{
+    smooth_ = smooth;
+    Redraw();
+}
+
 QSize GraphForm::AreaSize() const { return area_->size().expandedTo({1, 1}); }
 
 void GraphForm::Redraw() { area_->Outdate(); }
@@ -164,8 +170,9 @@ const QImage& GraphForm::Picture() { return area_->Image(); }
 QImage GraphForm::Draw()
 {
     const QSize size = AreaSize();
-    const double scale = area_->devicePixelRatioF();
-    const int steps = render::kSmoothSteps * static_cast<int>(std::ceil(scale));
+    // The exact rules count in the toolkit's pixels, whatever the screen has.
+    const double scale = smooth_ ? area_->devicePixelRatioF() : 1;
+    const int steps = render::GridSteps(smooth_) * static_cast<int>(std::ceil(scale));
     render::RasterSurface surface(size.width(), size.height(), steps, scale);
     drawing_(surface);
     surface.Refresh();

@@ -33,6 +33,10 @@ public:
     GraphForm(const render::ViewRange& view, GraphGestures& gestures, Drawing drawing,
               QWidget* parent = nullptr);
     void SetProbe(Probe probe);
+    // Outlives the window.
+    void SetPointHandle(PointHandle* points) { pointer_->SetPointHandle(points); }
+    // Antialiased, or by the exact pixel rules.
+    void SetSmooth(bool smooth);
 
     // Has the picture drawn anew once the events at hand are done: calls before that are one, and
     // the picture is that of the newest view.
@@ -63,6 +67,8 @@ private:
     void FollowPointer();
     void ShowReadout();
     QImage Draw();
+
+    bool smooth_ = true;
 
     const render::ViewRange& view_;
     GraphGestures& gestures_;

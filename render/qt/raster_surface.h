@@ -19,9 +19,11 @@ namespace korvinth::render {
 inline constexpr int kExactSteps = 1;
 inline constexpr int kSmoothSteps = 5;
 
+constexpr int GridSteps(bool smooth) { return smooth ? kSmoothSteps : kExactSteps; }
+
 // Opaque pixels, white at first. An image for a screen of more dots has `scale` dots to a pixel;
 // everything grows with it. Strokes go through a rasteriser of its own, since the toolkit's
-// antialiased wide polylines are slower by a factor of twenty; texts and areas are the toolkit's.
+// antialiased wide polylines take too long for steep graphs; texts and areas are the toolkit's.
 class RasterSurface final : public DrawingSurface
 {
 public:

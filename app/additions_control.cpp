@@ -1,0 +1,124 @@
+#include "app/additions_control.h"
+
+#include <QTimer>
+
+#include "app/parameter_control.h"
+#include "document/additional_points.h"
+#include "ui/asymptoten.h"
+#include "ui/punkte.h"
+
+namespace korvinth::app {
+namespace {
+
+// A box with a thousand lines would be taller than the screen.
+std::string Shortened(const std::string& text)
+{
+    constexpr int kMostLines = 12;
+    std::size_t end = 0;
+    for (int line = 0; line < kMostLines; ++line) {
+        end = text.find('\n', end);
+        if (end == std::string::npos) return text;
+        ++end;
+    }
+    return end == text.size() ? text : text.substr(0, end) + "...";
+}
+
+}  // namespace
+
+AdditionsControl::AdditionsControl(Application& application, ParameterControl& parameters,
+                                   ui::Asymptoten& lines, ui::Punkte& points, ui::Dialogs& dialogs)
+    : application_(application),
+      parameters_(parameters),
+      lines_(lines),
+      points_(points),
+      dialogs_(dialogs)
+{
+}
+
+void AdditionsControl::FollowPlot()
+{
+    const document::PlotDocument& plot = application_.Document();
+    lines_.text2list(plot.lines_text);
+    lines_.SetCommonColour(plot.attributes.line_colour);
+    points_.text2list(plot.points_text);
+}
+
+void AdditionsControl::LinesTaken()
+{
+    told_.clear();
+    lines_are_taken_ = true;
+}
+
+void AdditionsControl::FollowRedraw()
+{
+    std::string line_problems;
+    std::string point_problems;
+    for (const render::Problem& problem : application_.Problems()) {
+        std::string title(problem.title);
+        if (title == render::kLineProblems) {
+            line_problems = problem.text;
+            if (lines_are_taken_) title = render::kTakenLineProblems;
+        } else if (title == render::kPointProblems) {
+            point_problems = problem.text;
+        }
+        if (told_.insert(problem.text).second) Tell(title, problem.text);
+    }
+    lines_are_taken_ = false;
+    lines_.ShowProblems(line_problems);
+    points_.ShowProblems(point_problems);
+}
+
+// A redraw may run while a window paints; the box comes when that is done.
+void AdditionsControl::Tell(const std::string& title, const std::string& text)
+{
+    QTimer::singleShot(0, this,
+                       [this, title, text] { dialogs_.ShowError(title, Shortened(text)); });
+}
+
+bool AdditionsControl::GrabPoint(double area_x, double area_y)
+{
+    const render::ViewRange& view = application_.View();
+    held_point_ =
+        application_.PointAt(area_x / view.twips_per_pixel_x, area_y / view.twips_per_pixel_y);
+    if (!held_point_) return false;
+    drag_start_x_ = area_x;
+    drag_start_y_ = area_y;
+    dragged_ = false;
+    return true;
+}
+
+void AdditionsControl::DragPoint(double area_x, double area_y)
+{
+    if (!held_point_) return;
+    const render::ViewRange& view = application_.View();
+    document::PlotDocument& plot = application_.Document();
+    const document::WorldPlace place{view.WorldX(area_x), view.WorldY(area_y),
+                                     view.twips_per_pixel_x / view.xmu,
+                                     view.twips_per_pixel_y / view.ymu};
+    const std::optional<document::PointMove> move = document::MovePoint(plot, *held_point_, place);
+    if (!move) return;
+    plot.points_text = move->points_text;
+    {
+        const ParameterControl::Together together(parameters_);
+        for (const document::ParameterChange& change : move->parameters) {
+            parameters_.setpar(change.index, change.value);
+        }
+    }
+    points_.text2list(plot.points_text);
+    dragged_ = true;
+    Q_EMIT pointMoved();
+}
+
+void AdditionsControl::DropPoint()
+{
+    held_point_.reset();
+    if (dragged_) Q_EMIT pointDropped();
+}
+
+void AdditionsControl::CancelPoint()
+{
+    if (dragged_) DragPoint(drag_start_x_, drag_start_y_);
+    held_point_.reset();
+}
+
+}  // namespace korvinth::app

@@ -1,0 +1,63 @@
+// Keeps additional lines and points, their windows and the messages about them in step.
+#pragma once
+
+#include <QObject>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "app/application.h"
+#include "ui/dialogs.h"
+#include "ui/graph_gestures.h"
+
+namespace korvinth::ui {
+class Asymptoten;
+class Punkte;
+}  // namespace korvinth::ui
+
+namespace korvinth::app {
+
+class ParameterControl;
+
+class AdditionsControl : public QObject, public ui::PointHandle
+{
+    Q_OBJECT
+public:
+    // All outlive the control.
+    AdditionsControl(Application& application, ParameterControl& parameters, ui::Asymptoten& lines,
+                     ui::Punkte& points, ui::Dialogs& dialogs);
+
+    // After every change of the plot: the windows show its lists.
+    void FollowPlot();
+    // The list of lines has been taken from its window: its errors are told once more.
+    void LinesTaken();
+    // After a redraw: what it could not draw is told, each text once.
+    void FollowRedraw();
+
+    // ui::PointHandle
+    bool GrabPoint(double area_x, double area_y) override;
+    void DragPoint(double area_x, double area_y) override;
+    void DropPoint() override;
+    void CancelPoint() override;
+
+Q_SIGNALS:
+    void pointMoved();    // the picture is to be drawn anew
+    void pointDropped();  // a drag has changed the plot
+
+private:
+    void Tell(const std::string& title, const std::string& text);
+
+    Application& application_;
+    ParameterControl& parameters_;
+    ui::Asymptoten& lines_;
+    ui::Punkte& points_;
+    ui::Dialogs& dialogs_;
+    std::set<std::string> told_;
+    bool lines_are_taken_ = false;
+    std::optional<std::size_t> held_point_;
+    double drag_start_x_ = 0;
+    double drag_start_y_ = 0;
+    bool dragged_ = false;
+};
+
+}  // namespace korvinth::app
