@@ -1,0 +1,183 @@
+// Additional lines and points, the coupling to the pointer and the general settings, through the
+// controls of the main window.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QImage>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTest>
+#include <cmath>
+
+#include "app/application.h"
+#include "app/main_window.h"
+#include "document/parameter_values.h"
+#include "tests/ui/scripted_dialogs.h"
+#include "ui/graphform.h"
+
+namespace korvinth::app {
+namespace {
+
+class GraphAdditionsTest : public testing::Test
+{
+protected:
+    GraphAdditionsTest()
+    {
+        window_.resize(1280, 800);
+        window_.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window_));
+        QApplication::processEvents();
+    }
+    template <class T = QWidget>
+    T* Find(const QString& name)
+    {
+        return window_.findChild<T*>(name);
+    }
+    void Trigger(const char* entry) { Find<QAction>(entry)->trigger(); }
+    void TypeRow(const char* text)
+    {
+        auto* row = Find<QLineEdit>("fnam[0]");
+        row->clear();
+        QTest::keyClicks(row, text);
+        QTest::keyClick(row, Qt::Key_Return);
+    }
+    void Enter(const char* window, const char* text)
+    {
+        auto* field = Find(window)->findChild<QLineEdit*>("Text1");
+        QTest::keyClicks(field, text);
+        QTest::keyClick(field, Qt::Key_Return);
+        Picture();
+        QApplication::processEvents();
+    }
+    QImage Picture() { return Find<ui::GraphForm>("graphform")->Picture().copy(); }
+    QWidget* Area() { return Find("Picture1"); }
+    QPoint PixelOf(double x, double y)
+    {
+        const render::ViewRange& view = application_.View();
+        return {qRound(view.AreaX(x) / view.twips_per_pixel_x),
+                qRound(view.AreaY(y) / view.twips_per_pixel_y)};
+    }
+    double Value(const char* name) { return application_.Document().FindParameter(name)->value; }
+    document::PlotDocument& Plot() { return application_.Document(); }
+
+    Application application_;
+    ui::ScriptedDialogs dialogs_;
+    MainWindow window_{application_, dialogs_};
+};
+
+TEST_F(GraphAdditionsTest, ALineIsDrawnFollowsItsParameterAndCanBeUndone)
+{
+    TypeRow("f(x)=a*x^2");
+    Trigger("mn_asy");
+    const QImage without = Picture();
+    Enter("Asymptoten", "f(1)+f'(1)*(x-1)");
+    const QImage with_tangent = Picture();
+    EXPECT_NE(with_tangent, without);
+    Trigger("mn_asyvis");
+    EXPECT_EQ(Picture(), without);
+    Trigger("mn_asyvis");
+    EXPECT_EQ(Picture(), with_tangent);
+    Trigger("mn_undo");
+    EXPECT_EQ(Plot().lines_text, "");
+    EXPECT_EQ(Picture(), without);
+    EXPECT_TRUE(dialogs_.errors.empty());
+}
+
+TEST_F(GraphAdditionsTest, AFaultyLineIsToldOnceUntilTheListIsTakenAgain)
+{
+    Trigger("mn_asy");
+    Enter("Asymptoten", "1/0");
+    ASSERT_EQ(dialogs_.errors.size(), 1U);
+    EXPECT_TRUE(dialogs_.errors[0].starts_with("Geradenfenster:|")) << dialogs_.errors[0];
+    TypeRow("x");
+    Picture();
+    QApplication::processEvents();
+    EXPECT_EQ(dialogs_.errors.size(), 1U);
+    Enter("Asymptoten", "2");
+    EXPECT_EQ(dialogs_.errors.size(), 2U);
+}
+
+TEST_F(GraphAdditionsTest, APointIsDraggedWithItsParameter)
+{
+    TypeRow("f(x)=a*x");
+    Trigger("mn_punkt");
+    Enter("Punkte", "(a | 2)");
+    const QPoint start = PixelOf(1, 2);
+    const QPoint end = PixelOf(3, -1);
+    QTest::mousePress(Area(), Qt::LeftButton, {}, start);
+    QTest::mouseMove(Area(), (start + end) / 2);
+    QTest::mouseMove(Area(), end);
+    EXPECT_NEAR(Value("a"), 3, 0.05);
+    QTest::keyClick(Area(), Qt::Key_Escape);
+    EXPECT_NEAR(Value("a"), 1, 0.05) << "Esc puts it back";
+    QTest::mouseRelease(Area(), Qt::LeftButton, {}, end);
+    QTest::mousePress(Area(), Qt::LeftButton, {}, start);
+    QTest::mouseMove(Area(), end);
+    QTest::mouseRelease(Area(), Qt::LeftButton, {}, end);
+    EXPECT_NEAR(Value("a"), 3, 0.05);
+    EXPECT_EQ(application_.View().x_min, -10) << "the view stays";
+}
+
+TEST_F(GraphAdditionsTest, CoupledParametersFollowThePointerUntilAClickHoldsThem)
+{
+    TypeRow("f(x)=a*x+b+c_int");
+    const auto couple = [this](const char* window, const char* entry) {
+        auto* menu = Find(window)->findChild<QMenu*>("mn_pop2");
+        menu->findChild<QAction*>(entry)->trigger();
+    };
+    couple("para[26]", "mnp_x");
+    couple("para[27]", "mnp_winkel");
+    couple("para[28]", "mnp_y");
+    EXPECT_TRUE(Find<QAction>("mnka")->isChecked());
+    QTest::mouseMove(Area(), PixelOf(-3, 3));
+    EXPECT_NEAR(Value("a"), -3, 0.05);
+    EXPECT_NEAR(Value("b"), 3 * 3.14159265 / 4, 0.02);
+    EXPECT_EQ(Value("c_int"), std::trunc(Value("c_int"))) << "whole numbers stay whole";
+    QTest::mouseClick(Area(), Qt::LeftButton, {}, PixelOf(-3, 3));
+    QTest::mouseMove(Area(), PixelOf(5, 1));
+    EXPECT_NEAR(Value("a"), -3, 0.05) << "held by the click";
+    QTest::mouseClick(Area(), Qt::LeftButton, {}, PixelOf(5, 1));
+    QTest::mouseMove(Area(), PixelOf(6, 1));
+    EXPECT_NEAR(Value("a"), 6, 0.05);
+    Trigger("mnkc");
+    EXPECT_FALSE(Find<QAction>("mnka")->isChecked());
+    QTest::mouseMove(Area(), PixelOf(2, 1));
+    EXPECT_NEAR(Value("a"), 6, 0.05);
+}
+
+TEST_F(GraphAdditionsTest, SettingsShowAtOnceAndCancelRestoresThem)
+{
+    TypeRow("f(x)=x");
+    const QImage before = Picture();
+    Trigger("mn_groptions");
+    auto* settings = Find<QDialog>("optionsgraph");
+    ASSERT_TRUE(settings->isVisible());
+    auto* name = settings->findChild<QLineEdit*>("xname");
+    name->clear();
+    QTest::keyClicks(name, "Zeit");
+    EXPECT_EQ(Plot().attributes.x_axis_name, "Zeit");
+    EXPECT_NE(Picture(), before);
+    QTest::keyClick(settings, Qt::Key_Escape);
+    EXPECT_EQ(Plot().attributes.x_axis_name, "x");
+    EXPECT_EQ(Picture(), before);
+    Plot().attributes.font_points = 20;
+    Trigger("mn_optdef");
+    EXPECT_EQ(Plot().attributes.font_points, 9);
+    EXPECT_EQ(Picture(), before);
+}
+
+TEST(MouseCoupling, ValuesOfThePointersPlace)
+{
+    using document::CoupledValue;
+    using document::Coupling;
+    EXPECT_EQ(CoupledValue(Coupling::X, 2, 3, term::TrigMode::Radians), 2);
+    EXPECT_EQ(CoupledValue(Coupling::Y, 2, 3, term::TrigMode::Radians), 3);
+    EXPECT_DOUBLE_EQ(CoupledValue(Coupling::Angle, 0, -1, term::TrigMode::Degrees), 270);
+    EXPECT_DOUBLE_EQ(CoupledValue(Coupling::Angle, -1, 0, term::TrigMode::Grads), 200);
+    EXPECT_EQ(CoupledValue(Coupling::Angle, 0, 0, term::TrigMode::Degrees), 0);
+}
+
+}  // namespace
+}  // namespace korvinth::app
