@@ -105,6 +105,10 @@ void PlotCommands::ConnectRow()
     On("mng_colour", [this] { terms_.showcd(); });
     On("mng_terms", [this] { SetState(document::EditorState::Terms); });
     On("mng_intervals", [this] { SetState(document::EditorState::Intervals); });
+    On("mng_fontvar", [this](bool own) {
+        terms_.SetRowPoints(own ? std::optional(terms_.RowPoints()) : std::nullopt);
+    });
+    On("mng_font", [this] { session_.AskRowFont(); });
     On("mng_width", [this] { session_.AskLineWidth(terms_.CurrentRow()); });
     On("mng_samples", [this] { session_.AskSampleCount(terms_.CurrentRow()); });
     On("mng_onlypara", [this] { session_.ShowParametersOf(terms_.CurrentRow(), true); });
@@ -179,6 +183,7 @@ void PlotCommands::ShowRowState()
     const document::FunctionSlot& slot = session_.Document().slots[session_.DrawnSlot(row)];
     const bool used = !slot.name.empty();
     menus_.SetChecked("mng_vis", slot.visible);
+    menus_.SetChecked("mng_fontvar", terms_.HasOwnRowPoints());
     menus_.SetChecked("mng_family", slot.family_allowed);
     menus_.SetChecked(PointEntry(slot.point_radius), true);
     for (const std::string_view entry :

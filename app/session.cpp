@@ -22,6 +22,8 @@ namespace korvinth::app {
 namespace {
 
 constexpr int kWidestLine = 20;  // pixels
+constexpr int kSmallestRowPoints = 8;
+constexpr int kLargestRowPoints = 36;
 
 // Collected texts end with a separator.
 std::string_view WithoutSeparator(std::string_view text)
@@ -321,6 +323,14 @@ void Session::UseDefaultSettings()
     TakeGeneralSettings(defaults);
     TakeZoomFactors({defaults.zoom_factor_x, defaults.zoom_factor_y});
     application_.UpdateMapping();
+}
+
+void Session::AskRowFont()
+{
+    const std::optional<int> points = dialogs_.AskNumber(
+        "Schriftgröße ändern", "Schriftgröße in Punkten:", windows_.terms.RowPoints(),
+        kSmallestRowPoints, kLargestRowPoints);
+    if (points) windows_.terms.SetRowPoints(points);
 }
 
 void Session::TakeZoomFactors(const render::ZoomFactors& factors)

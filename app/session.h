@@ -79,6 +79,7 @@ public:
     // The general settings, as typed in their window or their defaults (mn_optdef).
     void TakeGeneralSettings(const document::DisplayAttributes& settings);
     void UseDefaultSettings();
+    void AskRowFont();  // of the term editor
     void TakeZoomFactors(const render::ZoomFactors& factors);
     // After the picture was drawn.
     void FollowRedraw() { additions_.FollowRedraw(); }

@@ -184,6 +184,33 @@ void RedrawExactPixels(benchmark::State& state)
 }
 BENCHMARK(RedrawExactPixels)->Unit(benchmark::kMillisecond)->MinTime(1);
 
+void RedrawThirteenIntegrals(benchmark::State& state)
+{
+    Scene scene;
+    for (document::FunctionSlot& slot : scene.document.slots) {
+        slot.integral_term = "(" + slot.parser_term + ")";
+        slot.parser_term = "integral" + slot.integral_term;
+    }
+    MedianSeconds(state, [&] { scene.renderer.RedrawAll(scene.surface); });
+}
+BENCHMARK(RedrawThirteenIntegrals)->Unit(benchmark::kMillisecond)->MinTime(1);
+
+void RedrawCurveOf20000Samples(benchmark::State& state)
+{
+    Scene scene;
+    for (document::FunctionSlot& slot : scene.document.slots) slot = {};
+    const document::SlotIndex x_part{0};
+    const document::SlotIndex y_part{1};
+    scene.document.slots[x_part].parser_term = "9*cos(7*_x)*cos(_x/5)";
+    scene.document.slots[x_part].curve_link = 1;
+    scene.document.slots[x_part].upper_bound = "100";
+    scene.document.slots[y_part].parser_term = "5*sin(8*_x)";
+    scene.document.slots[y_part].curve_link = document::kCurveYPart;
+    scene.renderer.SetSampleCount(x_part, render::kMostSamples);
+    MedianSeconds(state, [&] { scene.renderer.RedrawAll(scene.surface); });
+}
+BENCHMARK(RedrawCurveOf20000Samples)->Unit(benchmark::kMillisecond)->MinTime(1);
+
 }  // namespace
 
 int main(int argc, char** argv)

@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
+#include <vector>
 
+#include "document/integral_sum.h"
+#include "render/curve_graph.h"
 #include "render/pointer_text.h"
 #include "render/renderer.h"
 #include "render/sampling.h"
@@ -18,14 +22,20 @@ class NearGraph
 {
 public:
     NearGraph(const document::PlotDocument& document, term::MathParser& parser,
-              const ViewRange& view, const FunctionSlot& slot)
+              const ViewRange& view, document::SlotIndex index, const FunctionSlot& slot)
         : parser_(parser),
           view_(view),
           argument_(document.variables.x),
           sampling_(checkdef(document, slot, DefaultSampleCount(view), view, parser))
     {
         parser_.SetVariableValue(document.variables.sw, sampling_.dx);
-        term_ = parser_.Parse(slot.parser_term);
+        if (slot.integral_term.empty()) {
+            term_ = parser_.Parse(slot.parser_term);
+        } else {
+            integrand_ = slot.integral_term;
+            lower_bound_ = document.parameters[document::LowerBoundParameter(index)].value;
+            rule_ = document::RuleOf(document.attributes, parser_, 1);
+        }
     }
     ~NearGraph()
     {
@@ -40,6 +50,7 @@ public:
         // Half a pixel more, since the pointer's x is rounded.
         const double margin = PixelWidth(view_) / 2;
         if (x < sampling_.first_x - margin || x > sampling_.last_x + margin) return std::nullopt;
+        if (!integrand_.empty()) return Sum(x);
         parser_.SetVariableValue(argument_, x);
         const double y = parser_.Evaluate(term_);
         if (parser_.GetError() != term::Error::None || !std::isfinite(y)) return std::nullopt;
@@ -63,6 +74,18 @@ public:
     }
 
 private:
+    // The integral to x, in steps as wide as those of the drawing.
+    std::optional<double> Sum(double x)
+    {
+        constexpr double kMostSteps = 100'000;  // a pointer that moves does not wait for more
+        const document::RowGrid place{x, sampling_.dx, 1};
+        if (!(IntegralSteps(place, rule_, lower_bound_) <= kMostSteps)) return std::nullopt;
+        const double sum =
+            SumIntegral(parser_, argument_, integrand_, lower_bound_, place, rule_).front();
+        if (!std::isfinite(sum)) return std::nullopt;
+        return sum;
+    }
+
     // From the origin to the piece between (dx - 1, from) and (dx, to).
     static double DistanceToPiece(double dx, double from, double to)
     {
@@ -76,7 +99,76 @@ private:
     term::VariableHandle argument_;
     Sampling sampling_;
     term::ExprHandle term_{};
+    std::string integrand_;  // of an integral function
+    double lower_bound_ = 0;
+    document::IntegralRule rule_;
 };
+
+// World coordinates of one part of a curve at every sample, NaN where it has none.
+std::vector<double> PartOfCurve(const document::PlotDocument& document, term::MathParser& parser,
+                                document::SlotIndex part, const CurveSampling& sampling)
+{
+    const FunctionSlot& slot = document.slots[part];
+    const auto count = static_cast<std::size_t>(sampling.count) + 1;
+    if (!slot.integral_term.empty() && sampling.step > 0) {
+        const document::RowGrid grid{sampling.first, sampling.step, count};
+        const double bound = document.parameters[document::LowerBoundParameter(part)].value;
+        return SumIntegral(parser, document.variables.x, slot.integral_term, bound, grid,
+                           document::RuleOf(document.attributes, parser, 1));
+    }
+    std::vector<double> values(count);
+    std::vector<term::Error> errors(count);
+    for (std::size_t k = 0; k < count; ++k) {
+        values[k] = sampling.first + static_cast<double>(k) * sampling.step;
+    }
+    const term::ExprHandle handle = parser.Parse(slot.parser_term);
+    parser.EvaluateBlock(handle, document.variables.x, values, values, errors);
+    parser.ReleaseExpr(handle);
+    for (std::size_t k = 0; k < count; ++k) {
+        if (errors[k] != term::Error::None) values[k] = std::numeric_limits<double>::quiet_NaN();
+    }
+    return values;
+}
+
+// The point of a curve nearest to a place, if it is nearer than `nearest` pixels, which becomes its
+// distance.
+std::optional<ProbedPoint> ProbeCurve(const document::PlotDocument& document,
+                                      term::MathParser& parser, const ViewRange& view,
+                                      document::SlotIndex x_part, double area_x, double area_y,
+                                      double& nearest)
+{
+    const FunctionSlot& slot = document.slots[x_part];
+    const document::SlotIndex y_part{slot.curve_link};
+    if (document.slots[y_part].parser_term.empty()) return std::nullopt;
+    const CurveSampling sampling =
+        SampleCurve(document, slot, DefaultSampleCount(view), view, parser);
+    parser.SetVariableValue(document.variables.sw, sampling.step);
+    const std::vector<double> x = PartOfCurve(document, parser, x_part, sampling);
+    const std::vector<double> y = PartOfCurve(document, parser, y_part, sampling);
+    parser.EvalText("");
+
+    std::optional<ProbedPoint> found;
+    for (std::size_t k = 1; k < x.size(); ++k) {
+        const double from_x = (view.AreaX(x[k - 1]) - area_x) / view.twips_per_pixel_x;
+        const double from_y = (view.AreaY(y[k - 1]) - area_y) / view.twips_per_pixel_y;
+        const double dx = (view.AreaX(x[k]) - area_x) / view.twips_per_pixel_x - from_x;
+        const double dy = (view.AreaY(y[k]) - area_y) / view.twips_per_pixel_y - from_y;
+        const double length = dx * dx + dy * dy;
+        const double along =
+            length > 0 ? std::clamp(-(from_x * dx + from_y * dy) / length, 0.0, 1.0) : 0;
+        const double distance = std::hypot(from_x + along * dx, from_y + along * dy);
+        if (!(distance < nearest)) continue;  // nor where a part has no value
+        nearest = distance;
+        found = ProbedPoint{x_part,
+                            slot.name,
+                            x[k - 1] + along * (x[k] - x[k - 1]),
+                            y[k - 1] + along * (y[k] - y[k - 1]),
+                            sampling.first + (static_cast<double>(k - 1) + along) * sampling.step,
+                            sampling.step,
+                            document.slots[y_part].name};
+    }
+    return found;
+}
 
 }  // namespace
 
@@ -92,14 +184,20 @@ std::optional<ProbedPoint> ProbeGraphs(const document::PlotDocument& document,
     for (const document::SlotIndex index : document::AllSlots()) {
         const FunctionSlot& slot = document.slots[index];
         if (!slot.visible || slot.parser_term.empty()) continue;
-        if (KindOf(slot) != GraphKind::Function) continue;
-        NearGraph graph(document, parser, view, slot);
+        const GraphKind kind = KindOf(slot);
+        if (kind == GraphKind::CurveYPart) continue;
+        if (kind == GraphKind::CurveXPart) {
+            const auto point = ProbeCurve(document, parser, view, index, area_x, area_y, nearest);
+            if (point) found = point;
+            continue;
+        }
+        NearGraph graph(document, parser, view, index, slot);
         const std::optional<double> y = graph.Value(x);
         if (!y || *y < view.y_min || *y > view.y_max) continue;
         const double distance = graph.Distance(area_x, area_y);
         if (distance > nearest) continue;
         nearest = distance;
-        found = ProbedPoint{index, slot.name, x, *y};
+        found = ProbedPoint{index, slot.name, x, *y, {}, 0, {}};
     }
     parser.SetVariableValue(document.variables.x, argument);
     parser.SetVariableValue(document.variables.sw, step);

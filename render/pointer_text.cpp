@@ -43,10 +43,15 @@ std::string PointerText(const ViewRange& view, double area_x, double area_y)
            "   y = " + Typeset(view.WorldY(area_y), PixelHeight(view));
 }
 
-std::string ValueText(const ViewRange& view, std::string_view function, double x, double y)
+std::string ValueText(const ViewRange& view, const ProbedPoint& point)
 {
-    return std::string(function) + "(" + Typeset(x, PixelWidth(view)) +
-           ") = " + Typeset(y, PixelHeight(view) / 10);
+    const std::string y = Typeset(point.y, PixelHeight(view) / 10);
+    if (!point.t) {
+        return point.function + "(" + Typeset(point.x, PixelWidth(view)) + ") = " + y;
+    }
+    const std::string t = "(" + Typeset(*point.t, point.t_step) + ") = ";
+    return point.function + t + Typeset(point.x, PixelWidth(view) / 10) + "   " + point.y_function +
+           t + y;
 }
 
 }  // namespace korvinth::render

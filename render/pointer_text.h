@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "render/graph_probe.h"
 #include "render/view_range.h"
 
 namespace korvinth::render {
@@ -18,7 +19,8 @@ double PointedX(const ViewRange& view, double area_x);
 // "x = 1,25   y = −0,5" to the precision of a pixel; "" outside the area.
 std::string PointerText(const ViewRange& view, double area_x, double area_y);
 
-// "f(1,25) = 0,949": the value has one digit more than the picture shows.
-std::string ValueText(const ViewRange& view, std::string_view function, double x, double y);
+// "f(1,25) = 0,949"; of a curve "x(0,5) = 1,756   y(0,5) = 0,959". Values have one digit more than
+// the picture shows.
+std::string ValueText(const ViewRange& view, const ProbedPoint& point);
 
 }  // namespace korvinth::render

@@ -194,7 +194,7 @@ void GraphForm::ShowReadout()
     std::optional<QPointF> mark;
     if (!text.empty() && Mode() == PointerMode::Plain && !pointer_->Busy() && probe_) {
         if (const auto point = probe_(place->x(), place->y())) {
-            text += "   " + render::ValueText(view_, point->function, point->x, point->y);
+            text += "   " + render::ValueText(view_, *point);
             mark = QPointF(view_.AreaX(point->x) / view_.twips_per_pixel_x,
                            view_.AreaY(point->y) / view_.twips_per_pixel_y);
         }

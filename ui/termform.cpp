@@ -139,10 +139,19 @@ void TermForm::MakeButtons()
     status_->setObjectName("status");
 }
 
+void TermForm::SetRowPoints(std::optional<int> points)
+{
+    row_points_ = points;
+    LayoutRows();
+}
+
+int TermForm::RowPoints() const { return qRound(pane_->font().pointSizeF()); }
+
 void TermForm::LayoutRows(bool reset)
 {
     QFont row_font = font();
-    row_font.setPointSizeF(std::max<qreal>(row_font.pointSizeF(), kSmallestPoints));
+    row_font.setPointSizeF(row_points_ ? *row_points_
+                                       : std::max<qreal>(row_font.pointSizeF(), kSmallestPoints));
     pane_->setFont(row_font);
     const int height = fnam_[Row(0)]->sizeHint().height();
     const QFontMetrics metrics(row_font);

@@ -72,6 +72,10 @@ public:
 
     // Fonts, heights and positions from the font; with `reset` also empties every row.
     void LayoutRows(bool reset = false);
+    // The rows' font size in points; without one of its own it follows the window's font.
+    void SetRowPoints(std::optional<int> points);
+    int RowPoints() const;
+    bool HasOwnRowPoints() const { return row_points_.has_value(); }
     // Makes sizeHint the size that shows the rows in use and one more.
     void fitheight();
     QSize sizeHint() const override;
@@ -131,6 +135,7 @@ private:
     QScrollArea* scroll_ = nullptr;
     QPushButton* btback_ = nullptr;
     SymbolBar* symbols_ = nullptr;
+    std::optional<int> row_points_;
     StatusLine* status_ = nullptr;
     int fitted_height_ = 0;
 };

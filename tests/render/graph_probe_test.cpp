@@ -35,8 +35,7 @@ TEST(GraphProbe, FindsTheGraphWithinSixPixels)
         plot.Define(0, "f", row.term);
         const auto point =
             ProbeGraphs(plot.document, plot.parser, plot.view, 15 * row.pixel_x, 15 * row.pixel_y);
-        const std::string text =
-            point ? ValueText(plot.view, point->function, point->x, point->y) : "";
+        const std::string text = point ? ValueText(plot.view, *point) : "";
         EXPECT_EQ(text, row.found);
         EXPECT_EQ(plot.parser.GetError(), term::Error::None);
     }
@@ -59,6 +58,24 @@ TEST(GraphProbe, ChoosesTheNearestVisibleGraphAndLeavesTheParserAlone)
     EXPECT_EQ(plot.parser.VariableValue(plot.document.variables.x), 7);
     EXPECT_EQ(plot.parser.VariableValue(plot.document.variables.sw), 0.5);
     EXPECT_EQ(plot.parser.LivePrograms(), programs);
+}
+
+TEST(GraphProbe, FindsIntegralFunctionsAndCurves)
+{
+    TestPlot plot;
+    const auto text_at = [&](double pixel_x, double pixel_y) {
+        const auto point =
+            ProbeGraphs(plot.document, plot.parser, plot.view, 15 * pixel_x, 15 * pixel_y);
+        return point ? ValueText(plot.view, *point) : "";
+    };
+    plot.Define(0, "g", "integral(1)").integral_term = "(1)";
+    plot.document.parameters[document::LowerBoundParameter(document::SlotIndex{0})].value = 0;
+    EXPECT_EQ(text_at(120, 30), "g(2) = 2");
+    plot.Define(0, "x", "4*cos(_x)").integral_term.clear();
+    plot.document.slots[document::SlotIndex{0}].curve_link = 1;
+    plot.Define(1, "y", "4*sin(_x)").curve_link = document::kCurveYPart;
+    EXPECT_EQ(text_at(100, 12), "x(1,57) = 0   y(1,57) = 4");
+    EXPECT_EQ(text_at(100, 50), "");
 }
 
 TEST(PointerText, TellsPlacesToThePrecisionOfAPixel)

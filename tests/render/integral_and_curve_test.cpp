@@ -77,6 +77,34 @@ TEST_F(IntegralAndCurveTest, SumsByTheRectangleRuleOnBothSides)
     EXPECT_DOUBLE_EQ(HeightAt(110), 0.9);
 }
 
+TEST_F(IntegralAndCurveTest, TheErrorShrinksInProportionToTheStep)
+{
+    struct Antiderivative
+    {
+        const char* integrand;
+        double (*value)(double);
+    };
+    const Antiderivative cases[] = {
+        {"(_x^2/10)", [](double x) { return x * x * x / 30; }},
+        {"(cos(_x))", [](double x) { return std::sin(x); }},
+        {"(exp(_x/3))", [](double x) { return 3 * (std::exp(x / 3) - 1); }},
+    };
+    for (const Antiderivative& row : cases) {
+        SCOPED_TRACE(row.integrand);
+        double former = 0;
+        for (const int steps_per_row : {10, 20, 40, 80}) {
+            const std::vector<double> sums =
+                document::SumIntegral(plot.parser, plot.document.variables.x, row.integrand, 0,
+                                      {1, 1, 2}, {steps_per_row});
+            const double error = std::abs(sums[1] - row.value(2));
+            if (former > 0) {
+                EXPECT_NEAR(error / former, 0.5, 0.03);
+            }
+            former = error;
+        }
+    }
+}
+
 TEST_F(IntegralAndCurveTest, ADirectionEndsWhereTheIntegrandDoes)
 {
     DefineIntegral(0, "(1/_x)", 1);
