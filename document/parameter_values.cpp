@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "document/number_text.h"
+#include "term/builtins.h"
 
 namespace korvinth::document {
 namespace {
@@ -117,11 +118,9 @@ double CoupledValue(Coupling coupling, double x, double y, term::TrigMode mode)
 {
     if (coupling == Coupling::X) return x;
     if (coupling == Coupling::Y) return y;
+    constexpr double kQuarters = 4;
     const double quarters = std::atan2(y, x) / (std::numbers::pi / 2);
-    const double quarter = mode == term::TrigMode::Degrees ? 90
-                           : mode == term::TrigMode::Grads ? 100
-                                                           : std::numbers::pi / 2;
-    return (quarters < 0 ? quarters + 4 : quarters) * quarter;
+    return (quarters < 0 ? quarters + kQuarters : quarters) * term::QuarterTurn(mode);
 }
 
 }  // namespace korvinth::document
