@@ -84,6 +84,7 @@ bool AdditionsControl::GrabPoint(double area_x, double area_y)
     drag_start_x_ = area_x;
     drag_start_y_ = area_y;
     dragged_ = false;
+    Q_EMIT pointGrabbed();
     return true;
 }
 

@@ -41,6 +41,7 @@ public:
     void CancelPoint() override;
 
 Q_SIGNALS:
+    void pointGrabbed();
     void pointMoved();    // the picture is to be drawn anew
     void pointDropped();  // a drag has changed the plot
 

@@ -93,7 +93,13 @@ void Session::Connect()
     connect(&windows_.points, &ui::Punkte::restyled, this, [this](const std::string& text) {
         TakeList(&document::PlotDocument::points_text, text, false);
     });
+    connect(&additions_, &AdditionsControl::pointGrabbed, this,
+            [this] { before_drag_ = document::TakeSnapshot(Document()); });
     connect(&additions_, &AdditionsControl::pointMoved, this, &Session::RedrawGraph);
+    connect(&additions_, &AdditionsControl::pointDropped, this, [this] {
+        undo_.Push(std::move(before_drag_), document::TakeSnapshot(Document()));
+        Q_EMIT stateChanged();
+    });
     windows_.graph.SetPointHandle(&additions_);
     connect(&animation_, &AnimationControl::activeChanged, this, &Session::stateChanged);
 }
@@ -380,10 +386,22 @@ void Session::FollowArea()
 {
     const QSize size = windows_.graph.AreaSize();
     application_.SetAreaSize(size.width(), size.height());
-    parameters_.ApplySampleCounts();
+    TellSampleCounts();
     parameters_.FollowRange();
     windows_.ranges.updateall();
     RedrawGraph();
+}
+
+// An area of another width has set the sample counts anew; integral functions follow.
+void Session::TellSampleCounts()
+{
+    if (Document().attributes.constant_sample_count) return;
+    const ParameterControl::Together together(parameters_);
+    for (const document::SlotIndex slot : document::AllSlots()) {
+        const document::ParameterIndex count = document::SampleCountParameter(slot);
+        if (Document().parameters[count].name.empty()) continue;
+        parameters_.setpar(count, SampleCount(slot) + 1);
+    }
 }
 
 void Session::StopAnimation() { animation_.StopAll(); }

@@ -119,6 +119,7 @@ private:
 
     void Connect();
     void FollowArea();
+    void TellSampleCounts();
     // Applies the document; the windows show what came of it.
     void Rebuild();
     void ShowReport(const document::PlotReport& report);
@@ -138,7 +139,8 @@ private:
     MouseCoupling coupling_;
     AdditionsControl additions_;
     document::PlotUndo undo_;
-    bool rows_are_applied_ = false;  // Apply takes the editor's rows
+    document::PlotSnapshot before_drag_;  // of an additional point
+    bool rows_are_applied_ = false;       // Apply takes the editor's rows
 };
 
 }  // namespace korvinth::app

@@ -118,6 +118,13 @@ TEST_F(GraphAdditionsTest, APointIsDraggedWithItsParameter)
     QTest::mouseRelease(Area(), Qt::LeftButton, {}, end);
     EXPECT_NEAR(Value("a"), 3, 0.05);
     EXPECT_EQ(application_.View().x_min, -10) << "the view stays";
+    Enter("Punkte", "(4 | 4)");
+    QTest::mousePress(Area(), Qt::LeftButton, {}, PixelOf(4, 4));
+    QTest::mouseMove(Area(), PixelOf(5, 2));
+    QTest::mouseRelease(Area(), Qt::LeftButton, {}, PixelOf(5, 2));
+    EXPECT_EQ(Plot().points_text.find("(4)(4)"), std::string::npos) << Plot().points_text;
+    Trigger("mn_undo");
+    EXPECT_NE(Plot().points_text.find("(4)(4)"), std::string::npos) << "a drag is one step";
 }
 
 TEST_F(GraphAdditionsTest, CoupledParametersFollowThePointerUntilAClickHoldsThem)
@@ -145,6 +152,20 @@ TEST_F(GraphAdditionsTest, CoupledParametersFollowThePointerUntilAClickHoldsThem
     EXPECT_FALSE(Find<QAction>("mnka")->isChecked());
     QTest::mouseMove(Area(), PixelOf(2, 1));
     EXPECT_NEAR(Value("a"), 6, 0.05);
+}
+
+TEST_F(GraphAdditionsTest, AnIntegralFunctionTakesTheSampleCountOfAResizedArea)
+{
+    TypeRow("x");
+    QTest::keyClicks(Find<QLineEdit>("fnam[1]"), "F(x)");
+    QTest::keyClick(Find<QLineEdit>("fnam[1]"), Qt::Key_Return);
+    window_.resize(1024, 700);
+    QApplication::processEvents();
+    EXPECT_EQ(Value("ganz"), Area()->width() + 1);
+    Plot().attributes.constant_sample_count = true;
+    window_.resize(1280, 800);
+    QApplication::processEvents();
+    EXPECT_NE(Value("ganz"), Area()->width() + 1);
 }
 
 TEST_F(GraphAdditionsTest, SettingsShowAtOnceAndCancelRestoresThem)
