@@ -129,6 +129,7 @@ PlotRequestReport ApplyRequest(Application& application, const CommandLine& comm
     }
     request.errors += report.errors;
     request.notes = report.notes;
+    request.first_faulty_row = report.first_faulty_row;
 
     for (const ParameterValue& parameter : values) {
         if (plot.FindParameter(parameter.name) != nullptr) continue;

@@ -1,6 +1,7 @@
 // Carries what the command line says about the plot into the application.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "app/application.h"
@@ -12,6 +13,7 @@ struct PlotRequestReport
 {
     std::string errors;  // German, "" when the plot is as asked for
     std::string notes;
+    std::optional<document::SlotIndex> first_faulty_row;
 };
 
 // Fills rows, parameters, intervals, ranges and angle mode, and applies the plot. Parameters that

@@ -18,7 +18,7 @@ void Program::Start(const CommandLine& command)
 {
     RunSteps(StartSteps(), *this);
     const PlotRequestReport request = ApplyRequest(application_, command);
-    window_->PlotSession().ShowPlot(request.errors, request.notes);
+    window_->PlotSession().ShowPlot(request);
     window_->show();
 }
 

@@ -104,11 +104,12 @@ void Session::Connect()
     connect(&animation_, &AnimationControl::activeChanged, this, &Session::stateChanged);
 }
 
-void Session::ShowPlot(std::string_view errors, std::string_view notes)
+void Session::ShowPlot(const PlotRequestReport& request)
 {
     document::PlotReport report;
-    report.errors = errors;
-    report.notes = notes;
+    report.errors = request.errors;
+    report.notes = request.notes;
+    report.first_faulty_row = request.first_faulty_row;
     parameters_.FollowPlot();
     windows_.terms.init();
     ShowReport(report);

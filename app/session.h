@@ -10,6 +10,7 @@
 #include "app/application.h"
 #include "app/mouse_coupling.h"
 #include "app/parameter_control.h"
+#include "app/plot_request.h"
 #include "app/view_control.h"
 #include "document/plot_undo.h"
 #include "ui/dialogs.h"
@@ -48,7 +49,7 @@ public:
     Q_DISABLE_COPY_MOVE(Session)
 
     // Shows a plot that was applied before the windows were there.
-    void ShowPlot(std::string_view errors, std::string_view notes);
+    void ShowPlot(const PlotRequestReport& request);
 
     // The rows or intervals as typed become the plot.
     void ApplyRows();
