@@ -2,10 +2,29 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 namespace korvinth::term {
 
 namespace {
+
+// Registers a multiple of 4096 bytes apart would make the processor take stores to one for stores
+// to the others.
+constexpr std::size_t kRegisterStride = kBlockSize + 40;
+
+// So many registers inside the scratch space, enlarged as needed, on a boundary of cache lines: a
+// vector that straddles two lines costs twice.
+double* AlignedRegisters(std::vector<double>& scratch, std::size_t count)
+{
+    constexpr std::size_t kLine = 64;
+    const std::size_t bytes = count * kRegisterStride * sizeof(double);
+    if (scratch.size() * sizeof(double) < bytes + kLine) {
+        scratch.resize((bytes + kLine) / sizeof(double));
+    }
+    void* start = scratch.data();
+    std::size_t space = scratch.size() * sizeof(double);
+    return static_cast<double*>(std::align(kLine, bytes, start, space));
+}
 
 // Operands of a node as its kernels count them.
 int OperandCount(Op op)
@@ -204,12 +223,11 @@ void BlockCode::Run(std::span<const double> arguments, std::span<double> results
         return;
     }
     // One register more than the code uses takes a padded copy of the arguments.
-    if (scratch.size() < (registers_ + 1) * kBlockSize)
-        scratch.resize((registers_ + 1) * kBlockSize);
+    double* const registers = AlignedRegisters(scratch, registers_ + 1);
     const double* input = arguments.data();
     const bool padded = n % kKernelStep != 0;
     if (padded) {
-        double* const copy = scratch.data() + registers_ * kBlockSize;
+        double* const copy = registers + registers_ * kRegisterStride;
         std::memcpy(copy, input, n * sizeof(double));
         std::fill(copy + n, copy + Rounded(n), arguments[n - 1]);
         input = copy;
@@ -217,13 +235,13 @@ void BlockCode::Run(std::span<const double> arguments, std::span<double> results
     const auto resolve = [&](Source source) -> const double* {
         switch (source.place) {
             case Place::Input: return input;
-            case Place::Register: return scratch.data() + source.index * kBlockSize;
+            case Place::Register: return registers + source.index * kRegisterStride;
             case Place::Uniform: return uniform_values_.data() + source.index;
             default: return nullptr;
         }
     };
     for (const Instruction& instruction : code_) {
-        double* target = scratch.data() + instruction.target * kBlockSize;
+        double* target = registers + instruction.target * kRegisterStride;
         if (instruction.last && !padded) target = results.data();
         instruction.kernel(target, resolve(instruction.operands[0]),
                            resolve(instruction.operands[1]), resolve(instruction.operands[2]),
