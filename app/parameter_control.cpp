@@ -253,6 +253,10 @@ void ParameterControl::OpenTimerDialog(ParameterIndex index)
 {
     if (!InUse(index)) return;
     timer_dialog_->init(index, document_.parameters[index]);
+    // Below the slider that it is for, not over the graph.
+    if (const ui::Para* window = column_.Window(index); window != nullptr && window->isVisible()) {
+        timer_dialog_->move(window->mapToGlobal(window->rect().bottomLeft()));
+    }
     timer_dialog_->open();
 }
 

@@ -71,9 +71,6 @@ struct DisplayAttributes
 
     term::TrigMode angle_mode = term::TrigMode::Radians;
     bool detect_integrals = true;  // upper-case F(x) stands for the antiderivative of f
-    // At most one is set: the range of the one axis follows so that both keep one scale.
-    bool y_follows_x = false;
-    bool x_follows_y = false;
 
     Colour background = MakeColour(0xFF, 0xFF, 0xFF);
     Colour axis_colour = MakeColour(0x40, 0x40, 0x40);
@@ -99,7 +96,6 @@ struct DisplayAttributes
     double zoom_factor_y = 2;
     int calculator_places = 3;
     int timer_milliseconds = 40;
-    int description_points = 10;  // font of an entry's long description
     bool smooth_drawing = true;
 
     bool operator==(const DisplayAttributes&) const = default;
