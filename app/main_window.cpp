@@ -126,8 +126,10 @@ void MainWindow::ConnectSession()
             [this] { ShowChild(sliders_frame_); });
     connect(termform_, &ui::TermForm::rowMenuRequested, this,
             [this](document::SlotIndex, QPoint place) { commands_->ShowRowMenu(place); });
-    connect(graphform_, &ui::GraphForm::menuWanted, this,
-            [this](QPoint place, QPointF) { commands_->ShowGraphMenu(place); });
+    connect(graphform_, &ui::GraphForm::menuWanted, this, [this](QPoint global, QPointF place) {
+        session_->ChooseGraphAt(place.x(), place.y());
+        commands_->ShowGraphMenu(global);
+    });
     connect(graphform_, &ui::GraphForm::rangeWindowWanted, this, &MainWindow::ShowRanges);
     connect(graphform_, &ui::GraphForm::zoomFactorsWanted, this, &MainWindow::ShowZoomFactors);
     connect(zoom_dialog_, &ui::ZoomDialog::applied, this,

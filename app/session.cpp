@@ -192,6 +192,12 @@ void Session::ShowReport(const document::PlotReport& report)
     Q_EMIT stateChanged();
 }
 
+void Session::ChooseGraphAt(double area_x, double area_y)
+{
+    const auto point = application_.ProbeGraphs(area_x, area_y);
+    if (point) windows_.terms.SetCurrentRow(windows_.terms.RowOf(point->slot));
+}
+
 document::SlotIndex Session::DrawnSlot(document::SlotIndex row) const
 {
     const document::SlotIndex slot = windows_.terms.SlotOf(row);

@@ -69,6 +69,8 @@ public:
     void SetFamilyAllowed(document::SlotIndex row, bool allowed);
     // Sliders of the parameters that this function needs, with or without those shown already.
     void ShowParametersOf(document::SlotIndex row, bool only);
+    // Makes the row of the graph near a place of the area, if there is one, the current row.
+    void ChooseGraphAt(double area_x, double area_y);
     // The slot that draws the row's graph: the x-part for both rows of a curve.
     document::SlotIndex DrawnSlot(document::SlotIndex row) const;
 

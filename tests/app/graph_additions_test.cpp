@@ -168,6 +168,23 @@ TEST_F(GraphAdditionsTest, AnIntegralFunctionTakesTheSampleCountOfAResizedArea)
     EXPECT_NE(Value("ganz"), Area()->width() + 1);
 }
 
+TEST_F(GraphAdditionsTest, TheMenuOverAGraphIsForThatGraph)
+{
+    TypeRow("4");
+    QTest::keyClicks(Find<QLineEdit>("fnam[1]"), "-3");
+    QTest::keyClick(Find<QLineEdit>("fnam[1]"), Qt::Key_Return);
+    const auto hide_at = [this](double y) {
+        QTest::mouseClick(Area(), Qt::RightButton, {}, PixelOf(2, y));
+        Trigger("mng_vis");
+        while (QWidget* menu = QApplication::activePopupWidget()) menu->close();
+    };
+    hide_at(4);
+    EXPECT_FALSE(Plot().slots[document::SlotIndex{0}].visible);
+    EXPECT_TRUE(Plot().slots[document::SlotIndex{1}].visible);
+    hide_at(-3);
+    EXPECT_FALSE(Plot().slots[document::SlotIndex{1}].visible);
+}
+
 TEST_F(GraphAdditionsTest, SettingsShowAtOnceAndCancelRestoresThem)
 {
     TypeRow("f(x)=x");
