@@ -45,9 +45,9 @@ void ViewControl::SetAreaSize(int width, int height)
     view_.twips_per_pixel_y = kTwipsPerPixel;
     view_.area_width = std::max(width, 1) * kTwipsPerPixel;
     view_.area_height = std::max(height, 1) * kTwipsPerPixel;
-    if (kept_ratio_ == KeptRatio::Y) {
+    if (document_.attributes.kept_ratio == KeptRatio::Y) {
         ScaleXLikeY();
-    } else if (kept_ratio_ == KeptRatio::X || keeps_scale) {
+    } else if (document_.attributes.kept_ratio == KeptRatio::X || keeps_scale) {
         ScaleYLikeX();
     }
     if (!CanBeDisplayed(view_)) {
@@ -90,11 +90,12 @@ void ViewControl::ScaleXLikeY()
 // The other range follows the one that changed.
 bool ViewControl::KeepRatio(const ViewRange& before)
 {
-    if (kept_ratio_ == KeptRatio::None) return false;
+    if (document_.attributes.kept_ratio == KeptRatio::None) return false;
     const bool x_changed = !SameBounds(RangeAxis::X, before, view_);
     const bool y_changed = !SameBounds(RangeAxis::Y, before, view_);
     if (!x_changed && !y_changed) return false;
-    const bool y_follows = x_changed == y_changed ? kept_ratio_ == KeptRatio::X : x_changed;
+    const bool y_follows =
+        x_changed == y_changed ? document_.attributes.kept_ratio == KeptRatio::X : x_changed;
     if (y_follows) {
         ScaleYLikeX();
     } else {

@@ -32,9 +32,7 @@ public:
     virtual void CollectParameters() {}
 };
 
-// Whether one range follows when the other or the area changes, so that both axes keep one scale.
-// When both ranges changed, X has y follow and Y has x follow.
-enum class KeptRatio { None, X, Y };
+using document::KeptRatio;
 
 // Owns the view and its history. After a change: mapping, texts of the ranges in the document,
 // listener, redraw. A range that a gesture has moved is stated by numbers from then on, no longer
@@ -66,7 +64,7 @@ public:
     void FollowParameter(document::ParameterIndex index);
 
     void SetKeptRatio(KeptRatio kept);  // applied at once
-    KeptRatio Kept() const { return kept_ratio_; }
+    KeptRatio Kept() const { return document_.attributes.kept_ratio; }
     void SetClickZoomLocked(bool locked) { click_zoom_locked_ = locked; }
     bool ClickZoomLocked() const { return click_zoom_locked_; }
     void SetZoomFactors(const render::ZoomFactors& factors) { factors_ = factors; }
@@ -133,7 +131,6 @@ private:
     render::ViewHistory history_;
     render::ZoomFactors factors_;
     ViewListener* listener_ = nullptr;
-    KeptRatio kept_ratio_ = KeptRatio::None;
     bool click_zoom_locked_ = false;
     bool y_is_free_ = true;  // nobody has set the y-range since the standard range: it keeps 1:1
     Run run_ = Run::None;

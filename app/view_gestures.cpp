@@ -76,19 +76,19 @@ void ViewControl::ClearViewHistory()
 
 void ViewControl::SetKeptRatio(KeptRatio kept)
 {
-    kept_ratio_ = kept;
+    document_.attributes.kept_ratio = kept;
     if (kept == KeptRatio::X) einszueins(render::ClickButton::Left);
     if (kept == KeptRatio::Y) einszueins(render::ClickButton::Right);
 }
 
 void ViewControl::einszueins(render::ClickButton button)
 {
-    const KeptRatio kept = std::exchange(kept_ratio_, KeptRatio::None);
+    const KeptRatio kept = std::exchange(document_.attributes.kept_ratio, KeptRatio::None);
     Gesture(Run::None, [this, button](ViewRange&) {
         if (button == render::ClickButton::Left) ScaleYLikeX();
         if (button == render::ClickButton::Right) ScaleXLikeY();
     });
-    kept_ratio_ = kept;
+    document_.attributes.kept_ratio = kept;
 }
 
 void ViewControl::zoom(render::ClickButton button, unsigned keys, double x, double y)

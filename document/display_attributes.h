@@ -52,6 +52,13 @@ struct AxisStep
     bool operator==(const AxisStep&) const = default;
 };
 
+// Whether one range follows when the other or the area changes, so that both axes keep one scale.
+// When both ranges changed, X has y follow and Y has x follow.
+enum class KeptRatio : std::int16_t { None = 0, X = 1, Y = 2 };
+
+inline constexpr int kSmallestDescription = 8;  // points
+inline constexpr int kLargestDescription = 36;
+
 struct DisplayAttributes
 {
     DisplayAttributes();  // the default settings
@@ -97,6 +104,10 @@ struct DisplayAttributes
     int calculator_places = 3;
     int timer_milliseconds = 40;
     bool smooth_drawing = true;
+    KeptRatio kept_ratio = KeptRatio::None;
+    int description_points = 14;             // font of the detailed description
+    bool description_follows_window = true;  // its font grows with the window instead
+    std::string unknown_items;               // of an attributes text, kept for writing
 
     bool operator==(const DisplayAttributes&) const = default;
 };

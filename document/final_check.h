@@ -16,7 +16,7 @@ struct FinalCheck
 {
     std::vector<std::string> errors;
     std::optional<SlotIndex> first_faulty;  // slot with an error
-    std::vector<std::string> notes;  // right terms without a value at any of the samples
+    std::vector<std::string> notes;         // right terms without a value at any of the samples
 };
 
 // A function that has no value at some arguments is right: 1/x is no error. Lines, points and

@@ -39,6 +39,7 @@ struct FunctionSlot
     bool visible = true;
     bool family_allowed = false;
     std::int16_t point_radius = 0;  // 0 draws a line, 1 to 10 draws discs of that radius
+    int support_points = 0;  // of its graph as set by hand, 0 leaves them to the area's width
 
     // Made by ApplyPlot; empty when the slot has nothing to draw.
     std::string parser_term;    // in parser syntax
@@ -110,6 +111,8 @@ public:
     RangeTexts ranges;
     std::string lines_text;   // additional lines, text form in document/additional_lines.h
     std::string points_text;  // additional points, text form in document/additional_points.h
+
+    std::string unknown_lines;  // of the entry that the plot comes from, kept for writing
 
     DisplayAttributes attributes;
     SystemVariables variables{};

@@ -1,0 +1,28 @@
+// The plot as an entry of a collection, and back.
+#pragma once
+
+#include <string>
+
+#include "document/collection.h"
+#include "document/plot_document.h"
+
+namespace korvinth::document {
+
+// The ranges in force, as numbers.
+struct DisplayedRanges
+{
+    double x_lower = -10, x_upper = 10;
+    double y_lower = -10, y_upper = 10;
+    double t_lower = 0, t_upper = 6.283185307179586;
+};
+
+// The columns from 2 on; columns 0 and 1 are the user's. The plot is as ApplyPlot has left it, rows
+// with a fault included.
+CollectionEntry EntryOfPlot(const PlotDocument& plot, const DisplayedRanges& ranges);
+
+// Makes the plot that the entry describes, for ApplyPlot to build: everything that makes up the
+// earlier plot goes; looks and settings that the entry does not state stay. Returns "", or what was
+// wrong with lines of the entry, one German message each; the rest is taken.
+std::string FillPlot(const CollectionEntry& entry, PlotDocument& plot);
+
+}  // namespace korvinth::document

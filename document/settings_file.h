@@ -1,0 +1,38 @@
+// The display attributes from one run to the next, in "Korvinth.ini".
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "document/display_attributes.h"
+#include "files/file_system.h"
+
+namespace korvinth::document {
+
+// Profile texts: sections in brackets, lines "key=value", both found without regard to case. Of a
+// section or key that occurs twice the first counts.
+
+// "" when there is none; at most kLongestProfileValue bytes.
+std::string ProfileValue(std::string_view profile, std::string_view section, std::string_view key);
+// Everything else in the text stays as it is.
+void SetProfileValue(std::string& profile, std::string_view section, std::string_view key,
+                     std::string_view value);
+
+class SettingsFile
+{
+public:
+    // The disk outlives the object.
+    SettingsFile(files::FileSystem& disk, const files::Path& directory);
+
+    // The file is the old or the new one, whatever happens.
+    std::error_code WriteSettings(const DisplayAttributes& attributes);
+    // A missing file or key leaves the attributes as they are.
+    void ReadSettings(DisplayAttributes& attributes);
+
+private:
+    files::FileSystem& disk_;
+    files::Path file_;
+};
+
+}  // namespace korvinth::document
