@@ -21,8 +21,8 @@ struct Room
 
 // From the bottom up: a room includes itself and what stands before it.
 constexpr std::array kRooms = {
-    Room{"term", false},     Room{"document", false}, Room{"render", false},
-    Room{"render/qt", true}, Room{"ui", true},        Room{"app", true},
+    Room{"term", false},     Room{"files", false}, Room{"document", false}, Room{"render", false},
+    Room{"render/qt", true}, Room{"ui", true},     Room{"app", true},
 };
 
 // The room of a file named from the root of the tree; render/qt is none of render's folders.
