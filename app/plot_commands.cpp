@@ -38,6 +38,16 @@ constexpr AngleEntry kAngles[] = {
 
 constexpr int kLargestPoint = 10;
 
+constexpr document::LineType kLineTypes[] = {
+    document::LineType::Solid,      document::LineType::Dash,       document::LineType::Dot,
+    document::LineType::DashDot,    document::LineType::DashDotDot, document::LineType::Invisible,
+    document::LineType::SolidInside};
+
+std::string TypeEntry(document::LineType type)
+{
+    return "mng_line[" + std::to_string(static_cast<int>(type)) + "]";
+}
+
 std::string PointEntry(int radius) { return "mng_point[" + std::to_string(radius) + "]"; }
 
 }  // namespace
@@ -115,6 +125,9 @@ void PlotCommands::ConnectRow()
     On("mng_alsopara", [this] { session_.ShowParametersOf(terms_.CurrentRow(), false); });
     On("mng_family",
        [this](bool allowed) { session_.SetFamilyAllowed(terms_.CurrentRow(), allowed); });
+    for (const document::LineType type : kLineTypes) {
+        On(TypeEntry(type), [this, type] { session_.SetLineType(terms_.CurrentRow(), type); });
+    }
     for (int radius = 0; radius <= kLargestPoint; ++radius) {
         On(PointEntry(radius),
            [this, radius] { session_.SetPointRadius(terms_.CurrentRow(), radius); });
@@ -180,11 +193,13 @@ void PlotCommands::ShowState()
 void PlotCommands::ShowRowState()
 {
     const document::SlotIndex row = terms_.CurrentRow();
-    const document::FunctionSlot& slot = session_.Document().slots[session_.DrawnSlot(row)];
+    const document::SlotIndex drawn = session_.DrawnSlot(row);
+    const document::FunctionSlot& slot = session_.Document().slots[drawn];
     const bool used = !slot.name.empty();
     menus_.SetChecked("mng_vis", slot.visible);
     menus_.SetChecked("mng_fontvar", terms_.HasOwnRowPoints());
     menus_.SetChecked("mng_family", slot.family_allowed);
+    menus_.SetChecked(TypeEntry(session_.Document().attributes.slots[drawn].type), true);
     menus_.SetChecked(PointEntry(slot.point_radius), true);
     for (const std::string_view entry :
          {"mng_vis", "mng_samples", "mng_onlypara", "mng_alsopara", "mng_family"}) {

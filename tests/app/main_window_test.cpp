@@ -301,6 +301,12 @@ TEST_F(MainWindowTest, TheRowMenuChangesItsGraph)
     Trigger("mng_width");
     EXPECT_EQ(dialogs_.offered_numbers.back(), 2);
     EXPECT_EQ(application_.Document().attributes.slots[document::SlotIndex{0}].width, 7);
+    Trigger("mng_point[0]");
+    const int solid = PixelsOfSlot(0);
+    Trigger("mng_line[1]");
+    EXPECT_EQ(application_.Document().attributes.slots[document::SlotIndex{0}].type,
+              document::LineType::Dash);
+    EXPECT_LT(PixelsOfSlot(0), solid * 3 / 4);
     Trigger("mng_family");
     EXPECT_TRUE(slot(0).family_allowed);
     Trigger("mng_vis");
