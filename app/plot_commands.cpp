@@ -150,8 +150,10 @@ void PlotCommands::ToggleMode(ui::PointerMode mode)
 
 void PlotCommands::SetState(document::EditorState state)
 {
+    const document::SlotIndex row = terms_.CurrentRow();
+    menus_.Entry("mn_term").trigger();  // the editor may be closed; goes to the row it was left in
     terms_.setstate(static_cast<int>(state));
-    terms_.FocusRow(terms_.CurrentRow());
+    terms_.FocusRow(row);
 }
 
 void PlotCommands::ShowRowMenu(QPoint place)
@@ -205,9 +207,6 @@ void PlotCommands::ShowRowState()
          {"mng_vis", "mng_samples", "mng_onlypara", "mng_alsopara", "mng_family"}) {
         menus_.SetEnabled(entry, used);
     }
-    const bool terms_shown = terms_.State() == document::EditorState::Terms;
-    menus_.SetEnabled("mng_terms", !terms_shown);
-    menus_.SetEnabled("mng_intervals", terms_shown);
     menus_.SetEnabled("mng_rowafter", row != document::AllSlots().back());
     menus_.SetEnabled("mng_rowbefore", row != document::AllSlots().back());
 }

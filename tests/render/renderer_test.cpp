@@ -147,6 +147,9 @@ TEST_F(RendererTest, NamesTheGraphsInTheirColours)
     EXPECT_EQ(names[0].text, "f");
     EXPECT_EQ(names[1].text, "g");
     EXPECT_EQ(names[1].colour, plot.document.attributes.slots[SlotIndex{4}].colour);
+    plot.document.attributes.slots[SlotIndex{0}].type = LineType::Invisible;
+    Redraw();
+    EXPECT_EQ(surface.All<TextCommand>().size(), 1U);
 }
 
 TEST_F(RendererTest, KeepsTheNumberOfProgramsFromRedrawToRedraw)
