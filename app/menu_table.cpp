@@ -168,9 +168,9 @@ constexpr MenuEntry kGraphPopUp[] = {
 };
 
 constexpr std::string_view kOfRow[] = {
-    "mn_pop1",    "mng_rowafter", "mng_rowbefore", "mng_rowclr",   "mng_vis",
-    "mng_colour", "mng_terms",    "mng_intervals", "mng_width",    "mng_type",
-    "mng_style",  "mng_samples",  "mng_onlypara",  "mng_alsopara", "mng_family",
+    "mn_pop1",     "mng_rowafter",  "mng_rowbefore", "mng_rowclr",   "mng_vis",    "mng_colour",
+    "mng_terms",   "mng_intervals", "mng_width",     "mng_type",     "mng_style",  "mng_samples",
+    "mng_fontvar", "mng_font",      "mng_onlypara",  "mng_alsopara", "mng_family",
 };
 
 }  // namespace

@@ -182,6 +182,7 @@ TEST(Menus, ARowsMenuLeavesOutWhatConcernsTheWholeGraph)
     EXPECT_FALSE(visible(menus.RowMenu(), "mng_back"));
     EXPECT_TRUE(visible(menus.RowMenu(), "mng_point[3]"));
     EXPECT_TRUE(visible(menus.RowMenu(), "mng_width"));
+    EXPECT_TRUE(visible(menus.RowMenu(), "mng_font")) << "of the rows";
 }
 
 TEST(MenuTable, AToolTipIsTheCaptionWithoutItsMarks)
