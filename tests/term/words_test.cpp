@@ -55,19 +55,5 @@ TEST(MatchingGroup, FindsTheBracketThatCloses)
     EXPECT_EQ(MatchingGroup("(a)", 7), "");
 }
 
-TEST(MatchingBrackets, AgreesWithMatchingGroupAtEveryBracket)
-{
-    constexpr std::string_view kTexts[] = {"a(b(c)d)(e", ")((x)", "((((", "()()", "(()))("};
-    for (std::string_view text : kTexts) {
-        const std::vector<std::size_t> matches = MatchingBrackets(text);
-        for (std::size_t i = 0; i < text.size(); ++i) {
-            if (text[i] != '(') continue;
-            const std::string_view group = MatchingGroup(text, i);
-            EXPECT_EQ(matches[i], group.empty() ? std::string_view::npos : i + group.size() - 1)
-                << text << " at " << i;
-        }
-    }
-}
-
 }  // namespace
 }  // namespace korvinth::term
