@@ -155,7 +155,10 @@ void MainWindow::ConnectWindowEntries()
     });
     on("mn_zoomoptions", [this] { ShowZoomFactors(); });
     on("mn_groptions", [this] { ShowSettings(); });
-    on("mn_optdef", [this] { session_->UseDefaultSettings(); });
+    on("mn_optdef", [this] {
+        session_->UseDefaultSettings();
+        if (settings_->isVisible()) ShowSettings();
+    });
     on("mn_asy", [this] { ShowBesideGraph(lines_frame_, lines_); });
     on("mn_punkt", [this] { ShowBesideGraph(points_frame_, points_); });
     on("mn_inter", [this] { ShowRanges(); });

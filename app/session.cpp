@@ -256,6 +256,12 @@ void Session::AskLineWidth(document::SlotIndex row)
     });
 }
 
+void Session::SetLineType(document::SlotIndex row, document::LineType type)
+{
+    document::DisplayAttributes& attributes = application_.Document().attributes;
+    ChangeGraph(row, [&](document::SlotIndex slot) { attributes.slots[slot].type = type; });
+}
+
 void Session::SetPointRadius(document::SlotIndex row, int radius)
 {
     document::PlotDocument& plot = application_.Document();

@@ -64,6 +64,7 @@ public:
     void ToggleVisible(document::SlotIndex row);  // swvis
     void TakeColour(document::SlotIndex row, document::Colour colour);
     void AskLineWidth(document::SlotIndex row);
+    void SetLineType(document::SlotIndex row, document::LineType type);
     void SetPointRadius(document::SlotIndex row, int radius);
     void AskSampleCount(document::SlotIndex row);
     void SetFamilyAllowed(document::SlotIndex row, bool allowed);

@@ -148,11 +148,16 @@ TEST_F(MainWindowTest, ARangeFollowsTheParameterThatItNames)
     EXPECT_EQ(application_.View().x_min, -1);
     EXPECT_EQ(application_.View().x_max, 2);
     EXPECT_EQ(upper->text(), "2*k");
+    ASSERT_TRUE(Find("para[26]")->isVisible());
+    const QImage before = Picture();
     auto* slider = Find("para[26]")->findChild<QSlider*>("HScroll1");
     QTest::keyClick(slider, Qt::Key_PageUp);
     EXPECT_NEAR(Value("k"), 2, 1e-9);
     EXPECT_NEAR(application_.View().x_max, 4, 1e-9);
     EXPECT_EQ(lower->text(), "-k");
+    EXPECT_NE(Picture(), before);
+    Trigger("mng_back");
+    EXPECT_EQ(application_.View().x_min, -10) << "the slider left no trace in the history";
 }
 
 TEST_F(MainWindowTest, OneCommandStartsAndStopsAllAnimations)
@@ -301,6 +306,12 @@ TEST_F(MainWindowTest, TheRowMenuChangesItsGraph)
     Trigger("mng_width");
     EXPECT_EQ(dialogs_.offered_numbers.back(), 2);
     EXPECT_EQ(application_.Document().attributes.slots[document::SlotIndex{0}].width, 7);
+    Trigger("mng_point[0]");
+    const int solid = PixelsOfSlot(0);
+    Trigger("mng_line[1]");
+    EXPECT_EQ(application_.Document().attributes.slots[document::SlotIndex{0}].type,
+              document::LineType::Dash);
+    EXPECT_LT(PixelsOfSlot(0), solid * 3 / 4);
     Trigger("mng_family");
     EXPECT_TRUE(slot(0).family_allowed);
     Trigger("mng_vis");
@@ -324,25 +335,6 @@ TEST_F(MainWindowTest, IntervalsAreAppliedInTheirState)
     EXPECT_LT(PixelsOfSlot(0), whole * 2 / 3);
     Trigger("mn_undo");
     EXPECT_EQ(PixelsOfSlot(0), whole);
-}
-
-TEST_F(MainWindowTest, ARangeMayNameAParameterAndFollowsItsSlider)
-{
-    Show();
-    Trigger("mn_inter");
-    QLineEdit* lower = Find("interform")->findChild<QLineEdit*>("xu");
-    lower->clear();
-    QTest::keyClicks(lower, "-4*k");
-    QTest::keyClick(lower, Qt::Key_Return);
-    ASSERT_TRUE(Find("para[26]") != nullptr && Find("para[26]")->isVisible());
-    EXPECT_EQ(application_.View().x_min, -4);
-    const QImage before = Picture();
-    auto* slider = Find("para[26]")->findChild<QSlider*>("HScroll1");
-    QTest::keyClick(slider, Qt::Key_PageUp);
-    EXPECT_NEAR(application_.View().x_min, -8, 1e-9);
-    EXPECT_NE(Picture(), before);
-    Trigger("mng_back");
-    EXPECT_EQ(application_.View().x_min, -10) << "the slider left no trace in the history";
 }
 
 TEST_F(MainWindowTest, TermsGoToTheClipboard)

@@ -99,6 +99,8 @@ const Expected kExpected[] = {
     {"mn_pop1", "mng_terms", "Funktionsterme ändern"},
     {"mn_pop1", "mng_intervals", "Darstellungsintervall ändern"},
     {"mn_pop1", "mng_width", "Liniendicke ändern"},
+    {"mng_type", "mng_line[0]", "durchgezogen"},
+    {"mng_type", "mng_line[6]", "durchgezogen, innerhalb"},
     {"mng_style", "mng_point[0]", "Linie"},
     {"mng_style", "mng_point[1]", "Punkt 1"},
     {"mng_style", "mng_point[10]", "Punkt 10"},
@@ -124,6 +126,7 @@ const Expected kExpectedMenus[] = {
     {"mn_extra", "mn_zoomum", "Einstellungen für den Zoom"},
     {"mn_extra", "mn_winkum", "Einstellung der Winkelmaße"},
     {"mn_pop1", "mng_left", "Linke Maustaste..."},
+    {"mn_pop1", "mng_type", "Linienart ändern"},
     {"mn_pop1", "mng_style", "Linie oder diskrete Punkte"},
 };
 
@@ -179,6 +182,7 @@ TEST(Menus, ARowsMenuLeavesOutWhatConcernsTheWholeGraph)
     EXPECT_FALSE(visible(menus.RowMenu(), "mng_back"));
     EXPECT_TRUE(visible(menus.RowMenu(), "mng_point[3]"));
     EXPECT_TRUE(visible(menus.RowMenu(), "mng_width"));
+    EXPECT_TRUE(visible(menus.RowMenu(), "mng_font")) << "of the rows";
 }
 
 TEST(MenuTable, AToolTipIsTheCaptionWithoutItsMarks)

@@ -102,6 +102,7 @@ TEST_F(OptionsGraphTest, EveryChangeIsToldAtOnceAndAbbrechenTakesAllBack)
     EXPECT_EQ(attributes.background, document::MakeColour(0, 0, 0));
     QTest::keyClicks(Find<QComboBox>("ystepmode"), "V");
     EXPECT_EQ(attributes.y_step.mode, document::StepMode::MultiplesOfPi);
+    window.Open(attributes, 640);   // from the menu once more
     attributes.help_lines = false;  // from the menu, meanwhile
     QTest::keyClick(&window, Qt::Key_Escape);
     EXPECT_FALSE(window.isVisible());
