@@ -187,6 +187,9 @@ void PlotCommands::ShowState()
     menus_.SetChecked("mng_move", graph_.Mode() == ui::PointerMode::Move);
     menus_.SetChecked("mng_zoom", graph_.Mode() == ui::PointerMode::ZoomFrame);
     menus_.SetEnabled("mng_back", !view.History().Empty());
+    const bool terms_shown = terms_.State() == document::EditorState::Terms;
+    menus_.SetEnabled("mng_terms", !terms_shown);
+    menus_.SetEnabled("mng_intervals", terms_shown);
     menus_.SetEnabled("mn_undo", session_.CanUndo());
     menus_.SetEnabled("mn_redo", session_.CanRedo());
     menus_.SetCaption("mn_timergo", session_.Animation().MenuCaption());

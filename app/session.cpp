@@ -460,6 +460,17 @@ void Session::updatet() { windows_.ranges.updatet(); }
 
 void Session::HistoryChanged(bool) { Q_EMIT stateChanged(); }
 
-void Session::CollectParameters() { Rebuild(); }
+void Session::CollectParameters()
+{
+    before_ranges_ = document::TakeSnapshot(Document());
+    Rebuild();
+}
+
+void Session::ParametersCollected(const document::RangeTexts& before)
+{
+    before_ranges_.TakeRanges(before);
+    undo_.Push(std::move(before_ranges_), document::TakeSnapshot(Document()));
+    Q_EMIT stateChanged();
+}
 
 }  // namespace korvinth::app

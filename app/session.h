@@ -119,6 +119,7 @@ private:
     void updatet() override;
     void HistoryChanged(bool can_go_back) override;
     void CollectParameters() override;
+    void ParametersCollected(const document::RangeTexts& before) override;
 
     void Connect();
     void FollowArea();
@@ -142,8 +143,9 @@ private:
     MouseCoupling coupling_;
     AdditionsControl additions_;
     document::PlotUndo undo_;
-    document::PlotSnapshot before_drag_;  // of an additional point
-    bool rows_are_applied_ = false;       // Apply takes the editor's rows
+    document::PlotSnapshot before_drag_;    // of an additional point
+    document::PlotSnapshot before_ranges_;  // that brought new parameters
+    bool rows_are_applied_ = false;         // Apply takes the editor's rows
 };
 
 }  // namespace korvinth::app

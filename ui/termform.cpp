@@ -150,6 +150,7 @@ int TermForm::RowPoints() const { return qRound(pane_->font().pointSizeF()); }
 void TermForm::LayoutRows(bool reset)
 {
     QFont row_font = font();
+    row_font.setFamily("Arial");
     row_font.setPointSizeF(row_points_ ? *row_points_
                                        : std::max<qreal>(row_font.pointSizeF(), kSmallestPoints));
     pane_->setFont(row_font);
@@ -185,6 +186,8 @@ QSize TermForm::sizeHint() const
     return {std::max(width, minimumSizeHint().width()),
             HeightOf(std::clamp(in_use + 1, kFewestFitted, kSlotCount))};
 }
+
+int TermForm::HeightOfAllRows() const { return HeightOf(kSlotCount); }
 
 QSize TermForm::minimumSizeHint() const
 {

@@ -80,6 +80,7 @@ public:
     void fitheight();
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    int HeightOfAllRows() const;  // pixels
 
 Q_SIGNALS:
     void applied(korvinth::document::EditorState state);        // Enter

@@ -419,45 +419,5 @@ TEST(ApplicationRanges, AParameterOfARangeIsMarkedAfterARebuild)
     EXPECT_EQ(plot.FindParameter("a")->state, document::kInXRange);
 }
 
-// Rebuilds the plot when a range names something new.
-class Rebuilder : public ViewListener
-{
-public:
-    explicit Rebuilder(Application& application) : application_(application)
-    {
-        application.Views().SetListener(this);
-    }
-    void updatex() override {}
-    void updatey() override {}
-    void updatet() override {}
-    void RedrawGraph() override {}
-    void HistoryChanged(bool) override {}
-    void CollectParameters() override { application_.Apply(); }
-
-private:
-    Application& application_;
-};
-
-TEST(ApplicationRanges, ANewNameInATypedRangeBecomesAParameter)
-{
-    Application application;
-    const Rebuilder rebuilder(application);
-    document::PlotDocument& plot = application.Document();
-    document::RangeTexts typed = plot.ranges;
-    typed.x_upper = "5*b";
-    EXPECT_TRUE(application.Views().TakeRanges(typed).empty());
-    ASSERT_NE(plot.FindParameter("b"), nullptr);
-    EXPECT_EQ(plot.FindParameter("b")->state, document::kInXRange);
-    EXPECT_EQ(application.View().x_max, 5);
-    application.Views().PopView();
-    EXPECT_EQ(application.View().x_max, 10) << "the history has the view before";
-
-    typed = plot.ranges;
-    typed.x_lower = "20*c";
-    EXPECT_EQ(application.Views().TakeRanges(typed).size(), 1U) << "not below the upper bound";
-    EXPECT_EQ(plot.FindParameter("c"), nullptr);
-    EXPECT_EQ(application.View().x_min, -10);
-}
-
 }  // namespace
 }  // namespace korvinth::app
