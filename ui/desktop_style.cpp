@@ -11,6 +11,17 @@ bool IsDark(const QPalette& palette) { return palette.color(QPalette::Window).li
 
 }  // namespace
 
+// Desktops that name their colours, but none for hints, leave that of light ones.
+void DesktopStyle::polish(QPalette& palette)
+{
+    QProxyStyle::polish(palette);
+    QColor hint = palette.color(QPalette::PlaceholderText);
+    if (!IsDark(palette) || hint.lightness() > 128) return;
+    hint = palette.color(QPalette::Text);
+    hint.setAlphaF(0.6F);
+    palette.setColor(QPalette::PlaceholderText, hint);
+}
+
 int DesktopStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                             QStyleHintReturn* data) const
 {

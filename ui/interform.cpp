@@ -66,7 +66,7 @@ std::string TypedText(const QLineEdit& field, const std::string& term, double va
 
 void ShowAsFaulty(QLineEdit& field, const QString& fault)
 {
-    field.setToolTip(fault);
+    field.setToolTip(fault.isEmpty() ? field.accessibleName() : fault);
     field.setStyleSheet(fault.isEmpty() ? ""
                                         : "QLineEdit { border: 1px solid #C01C28; "
                                           "background: #FDECEA; color: #7A1016; }");

@@ -147,7 +147,7 @@ void TermForm::SetRowPoints(std::optional<int> points)
 
 int TermForm::RowPoints() const { return qRound(pane_->font().pointSizeF()); }
 
-void TermForm::LayoutRows(bool reset)
+void TermForm::LayoutRows()
 {
     QFont row_font = font();
     row_font.setFamily("Arial");
@@ -163,10 +163,6 @@ void TermForm::LayoutRows(bool reset)
     }
     scroll_->setMaximumHeight(kSlotCount * (height + kSpacing) + kSpacing);
     symbols_->LayoutButtons(row_font, btback_->sizeHint().height());
-    if (reset) {
-        clrall();
-        setstate(0);
-    }
     fitheight();
 }
 
