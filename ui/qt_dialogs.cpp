@@ -106,6 +106,9 @@ std::optional<int> QtDialogs::AskNumber(const std::string& title, const std::str
     QInputDialog dialog(window_);
     dialog.setInputMode(QInputDialog::IntInput);
     dialog.setWindowTitle(QString::fromStdString(title));
+    const QFontMetrics metrics = dialog.fontMetrics();
+    // Wide enough for the title between the window manager's buttons.
+    dialog.setMinimumWidth(metrics.horizontalAdvance(dialog.windowTitle()) + 10 * metrics.height());
     dialog.setLabelText(QString::fromStdString(label));
     dialog.setIntRange(lowest, highest);
     dialog.setIntValue(value);
