@@ -19,6 +19,7 @@ void Application::SetAreaSize(int width, int height)
 document::PlotReport Application::Apply()
 {
     document::PlotReport report = document::ApplyPlot(document_, parser_, *this);
+    renderer_.FollowIntegrals();
     if (!report.errors.empty()) {
         views_.MarkParameters();
         return report;

@@ -111,7 +111,6 @@ void ParameterControl::FollowPlot()
     std::erase_if(shown_names_, [&](const std::string& name) { return !in_use.contains(name); });
     std::erase_if(closed_names_, [&](const std::string& name) { return !in_use.contains(name); });
     FollowRange();
-    ApplySampleCounts();
     list_.refpar(document_);
     ShowButton();
 }
@@ -128,14 +127,6 @@ void ParameterControl::FollowRange()
         }
         const Bounds bounds = IntegralBoundRange(parser_, document_, slot, displayed);
         if (std::exchange(followed_[slot], bounds) != bounds) setparb(index, bounds);
-    }
-}
-
-void ParameterControl::ApplySampleCounts()
-{
-    for (const SlotIndex slot : document::AllSlots()) {
-        const ParameterIndex index = document::SampleCountParameter(slot);
-        if (InUse(index)) ApplySampleCount(index);
     }
 }
 

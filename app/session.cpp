@@ -266,7 +266,7 @@ void Session::SetPointRadius(document::SlotIndex row, int radius)
 
 void Session::AskSampleCount(document::SlotIndex row)
 {
-    const document::SlotIndex slot = DrawnSlot(row);
+    const document::SlotIndex slot = Document().SampledSlot(DrawnSlot(row));
     const std::optional<int> points = dialogs_.AskNumber(
         "Stützstellenanzahl ändern", "Anzahl der Stützstellen:", application_.SampleCount(slot) + 1,
         static_cast<int>(document::kFewestSupportPoints),
@@ -321,10 +321,7 @@ void Session::TakeGeneralSettings(const document::DisplayAttributes& settings)
     const bool counts_change = settings.constant_sample_count != attributes.constant_sample_count ||
                                settings.sample_count != attributes.sample_count;
     document::CopyGeneralSettings(settings, attributes);
-    if (counts_change) {
-        application_.TakeSampleCounts();
-        parameters_.ApplySampleCounts();
-    }
+    if (counts_change) application_.TakeSampleCounts();
     animation_.SetInterval(attributes.timer_milliseconds);
     windows_.lines.SetCommonColour(attributes.line_colour);
     windows_.graph.SetSmooth(attributes.smooth_drawing);  // redraws

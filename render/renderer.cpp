@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "document/hatched_term.h"
 #include "render/axes.h"
 #include "render/hatching.h"
 #include "render/variable_scope.h"
@@ -67,11 +68,28 @@ void Renderer::FollowArea()
 
 void Renderer::TakeSampleCounts()
 {
-    const bool constant = document_.attributes.constant_sample_count;
+    for (const SlotIndex slot : document::AllSlots()) SetSampleCount(slot, UsualSampleCount());
+    FollowIntegrals();
+}
+
+void Renderer::FollowIntegrals()
+{
     for (const SlotIndex slot : document::AllSlots()) {
-        SetSampleCount(slot,
-                       constant ? document_.attributes.sample_count : DefaultSampleCount(view_));
+        const Parameter& points = document_.parameters[document::SampleCountParameter(slot)];
+        const bool counted = !points.name.empty();
+        if (counted) {
+            SetSampleCount(slot, static_cast<int>(points.value) - 1);
+        } else if (counted_by_parameter_[slot]) {
+            SetSampleCount(slot, UsualSampleCount());
+        }
+        counted_by_parameter_[slot] = counted;
     }
+}
+
+int Renderer::UsualSampleCount() const
+{
+    const document::DisplayAttributes& attributes = document_.attributes;
+    return attributes.constant_sample_count ? attributes.sample_count : DefaultSampleCount(view_);
 }
 
 void Renderer::SetSampleCount(SlotIndex slot, int count)
@@ -117,7 +135,7 @@ void Renderer::DrawSlot(DrawingSurface& surface, SlotIndex index)
     surface.SelectPen({look.colour, static_cast<double>(look.width), look.type});
     const GraphStyle style{slot.point_radius, look.colour};
     Sampling sampling = checkdef(document_, slot, sample_counts_[index], view_, parser_);
-    if (IsHatched(document_, index)) {
+    if (document::IsHatched(document_, index)) {
         sampling.shift = HatchShift(sampling.first_x, sampling.dx) * sampling.dx;
     }
     parser_.SetVariableValue(document_.variables.sw, sampling.dx);
@@ -157,8 +175,9 @@ void Renderer::DrawCurve(DrawingSurface& surface, SlotIndex x_part, const GraphS
     const FunctionSlot& slot = document_.slots[x_part];
     const SlotIndex y_part{slot.curve_link};
     const FunctionSlot& partner = document_.slots[y_part];
-    CurveSampling sampling = SampleCurve(document_, slot, sample_counts_[x_part], view_, parser_);
-    if (IsHatched(document_, x_part) || IsHatched(document_, y_part)) {
+    const int count = sample_counts_[document_.SampledSlot(x_part)];
+    CurveSampling sampling = SampleCurve(document_, slot, count, view_, parser_);
+    if (document::IsHatched(document_, x_part) || document::IsHatched(document_, y_part)) {
         sampling.shift = HatchShift(sampling.first, sampling.step) * sampling.step;
     }
     parser_.SetVariableValue(document_.variables.sw, sampling.step);

@@ -67,6 +67,9 @@ public:
     // After a change of the general settings: their count in every slot while it is held constant,
     // else one sample a pixel column.
     void TakeSampleCounts();
+    // After a change of the document: integral functions have the counts that their parameters say,
+    // one fewer than support points; a slot that holds none any more has the usual count again.
+    void FollowIntegrals();
     void SetSampleCount(document::SlotIndex slot, int count);
     int SampleCount(document::SlotIndex slot) const { return sample_counts_[slot]; }
 
@@ -82,6 +85,7 @@ private:
     void DrawNames(DrawingSurface& surface, LabelSpace& labels) const;
     void DrawLinesAndPoints(DrawingSurface& surface, LabelSpace& labels);
     void AddProblem(std::string_view title, const std::string& text);
+    int UsualSampleCount() const;
     document::SlotAttributes LookOf(document::SlotIndex slot) const;
 
     const document::PlotDocument& document_;
@@ -89,6 +93,7 @@ private:
     const ViewRange& view_;
     const RedrawGate& gate_;
     document::SlotTable<int> sample_counts_;
+    document::SlotTable<bool> counted_by_parameter_;
     FunctionGraph function_graph_;
     IntegralGraph integral_graph_;
     CurveGraph curve_graph_;

@@ -140,6 +140,31 @@ TEST_F(IntegralAndCurveTest, AnIntegrandMayLookAtTheRunningSum)
     EXPECT_EQ(plot.parser.VariableValue(plot.document.variables.qq), 0);
 }
 
+TEST_F(IntegralAndCurveTest, SupportPointsSetTheSampleCountOfTheirIntegral)
+{
+    DefineIntegral(0, "(10*_x)", 0);
+    document::Parameter& points = plot.document.parameters[SampleCountParameter(Slot(0))];
+    points.name = "ganz";
+    points.value = 21;
+    renderer.FollowIntegrals();
+    EXPECT_DOUBLE_EQ(HeightAt(110), 0) << "a step of one unit";
+    EXPECT_EQ(renderer.SampleCount(Slot(1)), 200);
+
+    // Of a curve, those of its only integral.
+    document::FunctionSlot& y_part = plot.Define(0, "y", "integral(1)");
+    y_part.curve_link = document::kCurveYPart;
+    y_part.integral_term = "(1)";
+    plot.Define(1, "x", "_x").curve_link = 0;
+    points.value = 5;
+    renderer.FollowIntegrals();
+    ASSERT_EQ(Redraw().size(), 1U);
+    EXPECT_EQ(Redraw()[0].points.size(), 5U);
+
+    points.name.clear();
+    renderer.FollowIntegrals();
+    EXPECT_EQ(renderer.SampleCount(Slot(0)), 200) << "the usual count again";
+}
+
 TEST_F(IntegralAndCurveTest, ACircleClosesInEveryAngleMode)
 {
     plot.Define(0, "x", "4*cos(_x)").curve_link = 1;
