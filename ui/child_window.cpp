@@ -143,8 +143,18 @@ void ChildWindow::BringToFront()
     raise();
     if (mdiArea() != nullptr) mdiArea()->setActiveSubWindow(this);
     QWidget* inner = content_->focusWidget();
-    if (inner == nullptr) inner = content_->nextInFocusChain();
-    if (inner != nullptr && content_->isAncestorOf(inner)) inner->setFocus();
+    if (inner == nullptr) inner = FirstControl();
+    if (inner != nullptr) inner->setFocus();
+}
+
+QWidget* ChildWindow::FirstControl() const
+{
+    for (QWidget* inner = content_->nextInFocusChain(); content_->isAncestorOf(inner);
+         inner = inner->nextInFocusChain()) {
+        const bool takes_keys = (inner->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
+        if (takes_keys && inner->isVisibleTo(content_) && inner->isEnabled()) return inner;
+    }
+    return nullptr;
 }
 
 void ChildWindow::closeEvent(QCloseEvent* event)

@@ -62,6 +62,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    // The first of the content in the order of the tab key, nullptr when it has none.
+    QWidget* FirstControl() const;
+
     QWidget* content_;
     SlimTitleBar* bar_;
     QSizeGrip* grip_;
