@@ -351,17 +351,22 @@ void RunTernary(double* out, const double* a, const double* b, const double* c, 
     }
 }
 
-bool AnyNaN(const double* values, Index n)
+bool ClearErrors(const double* values, Error* errors, Index n)
 {
+    static_assert(static_cast<int>(Error::None) == 0);
     Mask found{};
     Mask found_too{};
     Index i = 0;
     for (; i + 4 * kLanes <= n; i += 4 * kLanes) {
         found |= EitherNaN(Load(values + i), Load(values + i + kLanes));
         found_too |= EitherNaN(Load(values + i + 2 * kLanes), Load(values + i + 3 * kLanes));
+        __builtin_memset(errors + i, 0, 4 * kLanes * sizeof(Error));
     }
     bool any = AnyBits(found | found_too);
-    for (; i < n; ++i) any = any || values[i] != values[i];
+    for (; i < n; ++i) {
+        any = any || values[i] != values[i];
+        errors[i] = Error::None;
+    }
     return any;
 }
 
@@ -431,7 +436,7 @@ const KernelTable KORVINTH_KERNEL_TABLE = {
      KORVINTH_BINARY_ROW(ImpOp),       KORVINTH_BINARY_ROW(GuardOp)},
     {KORVINTH_TERNARY_ROW(MultiplyAddOp), KORVINTH_TERNARY_ROW(MultiplySubtractOp),
      KORVINTH_TERNARY_ROW(SubtractProductOp), KORVINTH_TERNARY_ROW(SelectOp)},
-    AnyNaN,
+    ClearErrors,
 };
 
 }  // namespace korvinth::term
