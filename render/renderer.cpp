@@ -163,7 +163,9 @@ void Renderer::DrawMember(DrawingSurface& surface, SlotIndex index, const Sampli
 void Renderer::DrawIntegral(DrawingSurface& surface, SlotIndex index, const Sampling& sampling,
                             const GraphStyle& style, std::vector<GridPoint>* trace)
 {
-    const double lower_bound = document_.parameters[document::LowerBoundParameter(index)].value;
+    // As the parser knows it: a family may change it.
+    const double lower_bound =
+        parser_.VariableValue(document_.parameters[document::LowerBoundParameter(index)].handle);
     const VariableScope running_sum(parser_, document_.variables.qq);
     integral_graph_.stammf(surface, document_.slots[index].integral_term, lower_bound,
                            document_.attributes.integrand_limit, UsesRunningSum(document_), view_,
