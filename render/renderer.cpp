@@ -134,19 +134,20 @@ void Renderer::DrawSlot(DrawingSurface& surface, SlotIndex index)
     const document::SlotAttributes look = LookOf(index);
     surface.SelectPen({look.colour, static_cast<double>(look.width), look.type});
     const GraphStyle style{slot.point_radius, look.colour};
+    DrawMember(surface, index, style, true);
+    DrawFamily(surface, index, style);
+}
+
+// The slot's interval may use the parameter of the family.
+void Renderer::DrawMember(DrawingSurface& surface, SlotIndex index, const GraphStyle& style,
+                          bool first_member)
+{
+    const FunctionSlot& slot = document_.slots[index];
     Sampling sampling = checkdef(document_, slot, sample_counts_[index], view_, parser_);
     if (document::IsHatched(document_, index)) {
         sampling.shift = HatchShift(sampling.first_x, sampling.dx) * sampling.dx;
     }
     parser_.SetVariableValue(document_.variables.sw, sampling.dx);
-    DrawMember(surface, index, sampling, style, true);
-    DrawFamily(surface, index, sampling, style);
-}
-
-void Renderer::DrawMember(DrawingSurface& surface, SlotIndex index, const Sampling& sampling,
-                          const GraphStyle& style, bool first_member)
-{
-    const FunctionSlot& slot = document_.slots[index];
     switch (KindOf(slot)) {
         case GraphKind::Function:
             function_graph_.drawf(surface, slot.parser_term, view_, sampling, style,
@@ -192,8 +193,7 @@ void Renderer::DrawCurve(DrawingSurface& surface, SlotIndex x_part, const GraphS
     }
 }
 
-void Renderer::DrawFamily(DrawingSurface& surface, SlotIndex index, const Sampling& sampling,
-                          const GraphStyle& style)
+void Renderer::DrawFamily(DrawingSurface& surface, SlotIndex index, const GraphStyle& style)
 {
     const Parameter* parameter = FamilyParameter(document_);
     if (!document_.slots[index].family_allowed || parameter == nullptr) return;
@@ -201,7 +201,7 @@ void Renderer::DrawFamily(DrawingSurface& surface, SlotIndex index, const Sampli
     for (int k = 1; k <= document_.attributes.family_count; ++k) {
         parser_.SetVariableValue(parameter->handle,
                                  scope.Value() + k * document_.attributes.family_step);
-        DrawMember(surface, index, sampling, style, false);
+        DrawMember(surface, index, style, false);
     }
 }
 
