@@ -101,6 +101,8 @@ void Punkte::MakeInput(QVBoxLayout& layout)
     row->addWidget(input_, 1);
     row->addWidget(add);
     layout.addLayout(row);
+    setTabOrder(input_, add);
+    setTabOrder(add, list_);
     connect(input_, &QLineEdit::returnPressed, this, &Punkte::Add);
     connect(add, &QPushButton::clicked, this, &Punkte::Add);
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "document/hatched_term.h"
 #include "document/parameter_use.h"
 #include "plot_fixture.h"
 #include "render/recording_surface.h"
@@ -110,7 +111,7 @@ TEST_F(HatchingTest, OnlyHatchedGraphsAreShifted)
     plot.Define(3, "k", "_x");
     const std::vector hatched{true, true, true, false, false};
     for (std::int16_t slot = 0; slot < 5; ++slot) {
-        EXPECT_EQ(IsHatched(plot.document, SlotIndex{slot}),
+        EXPECT_EQ(document::IsHatched(plot.document, SlotIndex{slot}),
                   hatched[static_cast<std::size_t>(slot)]);
     }
 }

@@ -64,6 +64,7 @@ const LineCase kLineCases[] = {
     {"logic words", "y=wenn(a>1 und a<3; 1; 2)", {{0, 40}, {200, 40}}},
     {"blanks", " y = x / 4 ", {{0, 75}, {200, 25}}},
     {"neither x nor y", "z=x", {}},
+    {"nothing after the sign", "y=", {}},
     {"an endless slope", "y=1e300*x*1e300", {}},
 };
 

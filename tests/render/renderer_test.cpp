@@ -119,6 +119,11 @@ TEST_F(RendererTest, DrawsAFamilyFromThePresentValueUpAndRestoresIt)
     plot.document.attributes.family_step = 1;
     EXPECT_EQ(Heights(), (std::vector{55, 65, 75, 85, 45}));
     EXPECT_DOUBLE_EQ(plot.parser.EvalText("a"), 0.5);
+    plot.document.slots[SlotIndex{0}].upper_bound = "a";
+    const auto strokes = Redraw();
+    EXPECT_EQ(strokes.at(3).points.back().x - strokes.at(0).points.back().x, 30)
+        << "so do the ends of intervals";
+    plot.document.slots[SlotIndex{0}].upper_bound.clear();
     plot.document.parameters[document::ParameterIndex{26}].family = false;
     EXPECT_EQ(Heights(), (std::vector{55, 45})) << "both switches count";
 }
