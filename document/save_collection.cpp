@@ -57,7 +57,10 @@ public:
         const bool working_is_current = BringUpToDate(working);
         if (existed) fault = disk_.Rename(target_, copy_);
         if (!fault && working_is_current) fault = CopyWorking(working, existed);
-        return fault ? fault : WriteThroughCopy(working_is_current);
+        if (fault) return fault;
+        fault = WriteThroughCopy(working_is_current);
+        if (fault && existed && !working_is_current) disk_.Rename(copy_, target_);
+        return fault;
     }
 
     // A sentence for the message when the copy remains.
