@@ -103,11 +103,13 @@ int SaveWithTrouble(const SaveCase& row, Trouble trouble, bool power_cut)
         disk.At(operation, trouble);
         try {
             const std::string message = Save(disk, row);
+            if (power_cut) disk.PowerCut();
             if (message.empty()) {
                 ExpectSaved(disk, row);
             } else if (trouble == Trouble::Once && row.copy.empty()) {
                 // Deliberate: after a failed writing the content is in the copy only.
                 EXPECT_EQ(message.find("„a.txt.tmp“") != std::string::npos, disk.Has(kCopy));
+                EXPECT_TRUE(!disk.Has(kName) || IsComplete(disk.Bytes(kName))) << "half a file";
             } else {
                 EXPECT_TRUE(message.starts_with("Beim Lesen oder Schreiben hat")) << message;
             }
