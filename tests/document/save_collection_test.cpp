@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <random>
 #include <string>
 
 #include "document/collection_file.h"
@@ -198,6 +200,30 @@ TEST(SaveCollection, AnEarlierDamagedFileIsNotOverwrittenByALaterOne)
     EXPECT_EQ(Save(disk, kSaveCases[7]), "");
     EXPECT_EQ(disk.Bytes(kDamaged), kStale);
     EXPECT_EQ(disk.Bytes("folder/a.txt.defekt2"), kOld);
+}
+
+TEST(SaveCollection, KeepsPermissionsAndLinksOfTheSystemsFiles)
+{
+    namespace fs = std::filesystem;
+    const fs::path folder =
+        fs::temp_directory_path() / ("korvinth-" + std::to_string(std::random_device()()));
+    fs::create_directory(folder);
+    files::FileSystem& disk = files::Disk();
+    ASSERT_FALSE(disk.Write(folder / "far.txt", kOld));
+    fs::permissions(folder / "far.txt", fs::perms{0640});
+    fs::create_symlink("far.txt", folder / "link.txt");
+    fs::create_symlink("korvinth.tmp", folder / "working.txt");
+
+    const fs::path working = folder / "korvinth.tmp";
+    EXPECT_EQ(SaveCollection(disk, folder / "link.txt", working, kNew), "");
+    EXPECT_NE(SaveCollection(disk, folder / "working.txt", working, kOld), "");
+    EXPECT_TRUE(fs::is_symlink(folder / "link.txt"));
+    EXPECT_EQ(fs::status(folder / "far.txt").permissions(), fs::perms{0640});
+    std::string bytes;
+    EXPECT_FALSE(disk.Read(folder / "far.txt", bytes));
+    EXPECT_EQ(bytes, kNew);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 4);
+    fs::remove_all(folder);
 }
 
 TEST(CreateEmptyCollection, MakesTheFileOrTellsWhyNot)
