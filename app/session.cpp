@@ -255,6 +255,12 @@ void Session::AskLineWidth(document::SlotIndex row)
     });
 }
 
+void Session::SetLineType(document::SlotIndex row, document::LineType type)
+{
+    document::DisplayAttributes& attributes = application_.Document().attributes;
+    ChangeGraph(row, [&](document::SlotIndex slot) { attributes.slots[slot].type = type; });
+}
+
 void Session::SetPointRadius(document::SlotIndex row, int radius)
 {
     document::PlotDocument& plot = application_.Document();
@@ -453,6 +459,17 @@ void Session::updatet() { windows_.ranges.updatet(); }
 
 void Session::HistoryChanged(bool) { Q_EMIT stateChanged(); }
 
-void Session::CollectParameters() { Rebuild(); }
+void Session::CollectParameters()
+{
+    before_ranges_ = document::TakeSnapshot(Document());
+    Rebuild();
+}
+
+void Session::ParametersCollected(const document::RangeTexts& before)
+{
+    before_ranges_.TakeRanges(before);
+    undo_.Push(std::move(before_ranges_), document::TakeSnapshot(Document()));
+    Q_EMIT stateChanged();
+}
 
 }  // namespace korvinth::app

@@ -44,6 +44,12 @@ GraphKind KindOf(const FunctionSlot& slot)
     return slot.integral_term.empty() ? GraphKind::Function : GraphKind::Integral;
 }
 
+bool HasInk(const document::PlotDocument& document, SlotIndex slot)
+{
+    return document.attributes.slots[slot].type != LineType::Invisible ||
+           document.slots[slot].point_radius > 0;
+}
+
 Renderer::Renderer(const document::PlotDocument& document, term::MathParser& parser,
                    const ViewRange& view, const RedrawGate& gate)
     : document_(document),
@@ -210,7 +216,7 @@ void Renderer::DrawNames(DrawingSurface& surface, LabelSpace& labels) const
         {"Arial", FontPixels(document_.attributes.font_points + kPointsAboveNumbers)});
     for (const SlotIndex slot : document::AllSlots()) {
         const std::string& name = document_.slots[slot].name;
-        if (traces_[slot].empty() || name.empty()) continue;
+        if (traces_[slot].empty() || name.empty() || !HasInk(document_, slot)) continue;
         const std::optional<GridBox> place =
             PlaceGraphName(traces_, slot, surface.MeasureText(name), surface, labels);
         if (!place) continue;

@@ -28,6 +28,9 @@ enum class GraphKind { Function, Integral, CurveXPart, CurveYPart };
 
 GraphKind KindOf(const document::FunctionSlot& slot);
 
+// False for lines without ink: nothing of the graph is to be seen or read off.
+bool HasInk(const document::PlotDocument& document, document::SlotIndex slot);
+
 // A message with the title of its box.
 struct Problem
 {

@@ -83,7 +83,7 @@ void Asymptoten::MakeInput(QVBoxLayout& layout)
     input_->setObjectName("Text1");
     input_->setAccessibleName("Neue Gerade");
     input_->setPlaceholderText("zum Beispiel y=2*x+1");
-    auto* add = new QPushButton("&Hinzufügen", this);
+    auto* add = new QPushButton("Hin&zufügen", this);
     add->setObjectName("hinzu");
     add->setToolTip("Gerade hinzufügen (Eingabetaste)");
     type_field_->setObjectName("Text2");

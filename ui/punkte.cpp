@@ -93,7 +93,7 @@ void Punkte::MakeInput(QVBoxLayout& layout)
     input_->setObjectName("Text1");
     input_->setAccessibleName("Neuer Punkt");
     input_->setPlaceholderText("zum Beispiel P(2 | a)");
-    auto* add = new QPushButton("&Hinzufügen", this);
+    auto* add = new QPushButton("Hin&zufügen", this);
     add->setObjectName("hinzu");
     add->setToolTip("Punkt hinzufügen (Eingabetaste)");
     auto* row = new QHBoxLayout;

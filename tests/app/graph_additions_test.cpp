@@ -178,6 +178,14 @@ TEST_F(GraphAdditionsTest, TheMenuOverAGraphIsForThatGraph)
         Trigger("mng_vis");
         while (QWidget* menu = QApplication::activePopupWidget()) menu->close();
     };
+    QTest::mouseClick(Area(), Qt::RightButton, {}, PixelOf(2, -3));
+    QApplication::activePopupWidget()->close();
+    Find("termform_frame")->close();
+    Trigger("mng_intervals");
+    EXPECT_TRUE(Find<QLineEdit>("fnam[1]")->isVisible()) << "the editor opens at the graph's row";
+    EXPECT_EQ(window_.focusWidget()->objectName(), "fnam[1]");
+    EXPECT_TRUE(Find<QLineEdit>("fnam[1]")->text().contains("-oo"));
+    Trigger("mng_terms");
     hide_at(4);
     EXPECT_FALSE(Plot().slots[document::SlotIndex{0}].visible);
     EXPECT_TRUE(Plot().slots[document::SlotIndex{1}].visible);

@@ -24,9 +24,7 @@ struct HatchingTest : testing::Test
 {
     HatchingTest()
     {
-        document::DisplayAttributes& look = plot.document.attributes;
-        look.axes = look.axis_names = look.x_numbers = look.y_numbers = look.help_lines = false;
-        look.graph_names = false;
+        plot.DrawGraphsAlone();
         plot.Define(0, "f", std::string(kFill) + "*2");
     }
 

@@ -19,12 +19,7 @@ using document::SlotIndex;
 // 200 x 100 pixels, ten a unit; x from -10 to 10, y from -5 to 5.
 struct IntegralAndCurveTest : testing::Test
 {
-    IntegralAndCurveTest()
-    {
-        document::DisplayAttributes& look = plot.document.attributes;
-        look.axes = look.axis_names = look.x_numbers = look.y_numbers = look.help_lines = false;
-        look.graph_names = false;
-    }
+    IntegralAndCurveTest() { plot.DrawGraphsAlone(); }
 
     void DefineIntegral(int index, const std::string& integrand, double lower_bound)
     {
