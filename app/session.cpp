@@ -21,7 +21,6 @@
 namespace korvinth::app {
 namespace {
 
-constexpr int kWidestLine = 20;  // pixels
 constexpr int kSmallestRowPoints = 8;
 constexpr int kLargestRowPoints = 36;
 
@@ -249,7 +248,7 @@ void Session::AskLineWidth(document::SlotIndex row)
     document::DisplayAttributes& attributes = application_.Document().attributes;
     const std::optional<int> width = dialogs_.AskNumber(
         "Liniendicke ändern", "Liniendicke in Bildpunkten:", attributes.slots[DrawnSlot(row)].width,
-        1, kWidestLine);
+        1, document::kWidestLine);
     if (!width) return;
     ChangeGraph(row, [&](document::SlotIndex slot) {
         attributes.slots[slot].width = static_cast<std::int16_t>(*width);

@@ -13,7 +13,6 @@
 
 namespace korvinth::document {
 
-inline constexpr int kLineTypeCount = 7;
 inline constexpr std::string_view kWrongLineTypeTitle = "Fehler:";
 inline constexpr std::string_view kWrongLineType = "Unerlaubter Wert für die Linienart!";
 

@@ -79,7 +79,7 @@ int Renderer::SampleCount(SlotIndex slot) const
 
 document::SlotAttributes Renderer::LookOf(SlotIndex slot) const
 {
-    document::SlotAttributes look = document_.attributes.slots[slot];
+    document::SlotAttributes look = document::Drawable(document_.attributes.slots[slot]);
     const std::int16_t colour = document_.slots[slot].colour_index;
     if (colour >= 0 && colour < document::kSlotCount) {
         look.colour = document_.attributes.slots[SlotIndex{colour}].colour;
