@@ -10,6 +10,8 @@
 #include <optional>
 #include <ranges>
 
+#include "ui/storable_input.h"
+
 namespace korvinth::ui {
 namespace {
 
@@ -46,6 +48,7 @@ Asymptoten::Asymptoten(Dialogs& dialogs, QWidget* parent)
       message_(new MessageLine(this))
 {
     setObjectName("Asymptoten");
+    input_->setValidator(new StorableInput(input_));
     setWindowTitle("Zusätzliche Geraden");
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 12, 12, 12);
