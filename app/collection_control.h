@@ -1,0 +1,117 @@
+// The collection of saved plots while there are windows: its entries, their commands, what its
+// windows show.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "app/menus.h"
+#include "document/collection.h"
+#include "document/collection_editor.h"
+#include "document/display_attributes.h"
+#include "ui/dialogs.h"
+#include "ui/entry_command.h"
+
+class QWidget;
+
+namespace korvinth::ui {
+class Sammlung;
+class SammText;
+}  // namespace korvinth::ui
+
+namespace korvinth::app {
+
+class EntryPreview;
+
+// What the collection asks of the plot.
+class CollectionHost
+{
+public:
+    virtual ~CollectionHost() = default;
+    // The plot as it is drawn, without descriptions.
+    virtual document::CollectionEntry CurrentPlot() = 0;
+    // Makes the entry's plot the current one and draws it.
+    virtual void DrawEntry(const document::CollectionEntry& entry) = 0;
+};
+
+class CollectionControl : public QObject
+{
+    Q_OBJECT
+public:
+    // Makes the windows as children of `parent`. All outlive the control. `attributes` are the
+    // plot's; the description's font is kept there.
+    CollectionControl(CollectionHost& host, document::DisplayAttributes& attributes,
+                      const Menus& menus, ui::Dialogs& dialogs, QWidget* parent);
+    ~CollectionControl() override;
+    Q_DISABLE_COPY_MOVE(CollectionControl)
+
+    // For reading and writing files. Whoever changes the entries past the editor calls ShowEntries.
+    document::Collection& Entries() { return collection_; }
+    document::CollectionEditor& Editor() { return editor_; }
+
+    // The entries are others: nothing of before can be taken back, nothing is selected. Whether
+    // they count as modified is left to the caller.
+    void ShowEntries();
+    // In the caption, without its folder; "" while the collection has no name.
+    void SetFileName(const QString& name);
+    // After the editor's modified flag was set or cleared, and when the attributes have changed.
+    void ShowState();
+    // A name being typed in the list is taken. Call it before saving and ending.
+    void FinishEditing();
+
+    // The one that commands for a single entry work on.
+    std::optional<std::size_t> SelectedEntry() const;
+
+    ui::Sammlung& Window() { return *window_; }
+    ui::SammText& DescriptionWindow() { return *description_; }
+
+Q_SIGNALS:
+    void changed();                 // entries or their order, by the user's hand
+    void entriesReplaced();         // ShowEntries has run
+    void windowWanted();            // `sammlung` is to be seen
+    void descriptionWanted();       // `sammtext` is to be seen
+    void descriptionFontChanged();  // a setting
+
+private:
+    void ConnectMenus();
+    void ConnectWindows();
+
+    void Run(ui::EntryCommand command);
+    void AddEntry(document::CollectionEntry entry);
+    void DrawSelected();
+    void TakePlot();
+    void Copy();
+    bool Remove();
+    void Insert(bool behind);
+    void ToggleProtection();
+    void Rename(std::size_t place, const QString& name);
+    void Move(const std::vector<std::size_t>& places, std::size_t before);
+    void TakeDescription(const QString& text);
+    void GoBack(std::optional<std::size_t> select);
+
+    void FollowChange(const std::vector<std::size_t>& select);
+    void FollowSelection();
+    void ShowCommands();
+    bool MayChange(const std::vector<std::size_t>& places, std::string_view question);
+    void ChooseFont(int points);
+    void SetFontFollowsWindow(bool follows);
+
+    CollectionHost& host_;
+    document::DisplayAttributes& attributes_;
+    const Menus& menus_;
+    ui::Dialogs& dialogs_;
+    document::Collection collection_;
+    document::CollectionEditor editor_{collection_};
+    std::unique_ptr<EntryPreview> previews_;
+    ui::Sammlung* window_;
+    ui::SammText* description_;
+    // A protected entry whose description the user has agreed to change.
+    std::optional<std::size_t> released_entry_;
+};
+
+}  // namespace korvinth::app
