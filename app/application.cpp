@@ -12,8 +12,15 @@ Application::Application()
 
 void Application::SetAreaSize(int width, int height)
 {
+    const double before = View().area_width;
     views_.SetAreaSize(width, height);
-    renderer_.FollowArea();
+    const bool counts_follow = !document_.attributes.constant_sample_count;
+    if (counts_follow && View().area_width != before) ForgetSampleCounts();
+}
+
+void Application::ForgetSampleCounts()
+{
+    for (document::FunctionSlot& slot : document_.slots) slot.support_points = 0;
 }
 
 document::PlotReport Application::Apply()

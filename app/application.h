@@ -40,7 +40,8 @@ public:
     const render::ViewRange& View() const { return views_.View(); }
     ViewControl& Views() { return views_; }
 
-    // The drawing area in pixels of the screen.
+    // The drawing area in pixels of the screen. Another width sets the sample counts anew unless
+    // the settings hold them constant.
     void SetAreaSize(int width, int height);
 
     // Rebuilds the parser's state from the plot and reads the displayed ranges, which may use
@@ -56,8 +57,8 @@ public:
     {
         return renderer_.PointAt(pixel_x, pixel_y);
     }
-    // The sample counts anew, after the settings for them have changed.
-    void TakeSampleCounts() { renderer_.TakeSampleCounts(); }
+    // Sample counts that were set by hand go, after the settings for them have changed.
+    void ForgetSampleCounts();
 
     // The graph near a place of the area.
     std::optional<render::ProbedPoint> ProbeGraphs(double area_x, double area_y)
@@ -65,12 +66,8 @@ public:
         return render::ProbeGraphs(document_, parser_, View(), area_x, area_y);
     }
 
-    // Steps between the samples of a slot's graph, until the area changes.
+    // Steps between the samples of a slot's graph.
     int SampleCount(document::SlotIndex slot) const { return renderer_.SampleCount(slot); }
-    void SetSampleCount(document::SlotIndex slot, int steps)
-    {
-        renderer_.SetSampleCount(slot, steps);
-    }
 
     // The windows, while they are there; nullptr takes them away.
     void Attach(ApplyHooks* windows) { windows_ = windows; }

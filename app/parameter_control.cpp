@@ -111,7 +111,6 @@ void ParameterControl::FollowPlot()
     std::erase_if(shown_names_, [&](const std::string& name) { return !in_use.contains(name); });
     std::erase_if(closed_names_, [&](const std::string& name) { return !in_use.contains(name); });
     FollowRange();
-    ApplySampleCounts();
     list_.refpar(document_);
     ShowButton();
 }
@@ -129,24 +128,6 @@ void ParameterControl::FollowRange()
         const Bounds bounds = IntegralBoundRange(parser_, document_, slot, displayed);
         if (std::exchange(followed_[slot], bounds) != bounds) setparb(index, bounds);
     }
-}
-
-void ParameterControl::ApplySampleCounts()
-{
-    for (const SlotIndex slot : document::AllSlots()) {
-        const ParameterIndex index = document::SampleCountParameter(slot);
-        if (InUse(index)) ApplySampleCount(index);
-    }
-}
-
-// Support points are one more than the steps between them.
-void ParameterControl::ApplySampleCount(ParameterIndex index)
-{
-    const Parameter& parameter = document_.parameters[index];
-    if ((parameter.state & document::kSampleCountState) == 0) return;
-    const int slot = document::Number(index) - document::kFirstSampleCount;
-    host_.SetSampleCount(SlotIndex{static_cast<std::int16_t>(slot)},
-                         static_cast<int>(parameter.value) - 1);
 }
 
 void ParameterControl::ShowWindow(ParameterIndex index, bool visible)
@@ -186,7 +167,6 @@ void ParameterControl::setpar(ParameterIndex index, double value, bool from_slid
     if ((parameter.state & kInAnyRange) != 0) RereadRanges();
     ui::Para* window = column_.Window(index);
     if (window != nullptr && !from_slider) window->PlaceSlider(accepted);
-    ApplySampleCount(index);
     Redraw();
     if (window != nullptr) window->ShowValue(accepted);
 }

@@ -28,7 +28,6 @@ public:
     virtual void RereadRanges() = 0;  // the ranges use a parameter that has changed
     virtual void RedrawGraph() = 0;
     virtual void RefreshCalculator() = 0;  // its variables have changed
-    virtual void SetSampleCount(document::SlotIndex slot, int steps) = 0;
     virtual document::Bounds DisplayedXRange() const = 0;
 };
 
@@ -48,8 +47,6 @@ public:
     void FollowPlot();
     // After a change of the displayed x-range: integral bounds follow it.
     void FollowRange();
-    // After the renderer has reset its sample counts (a resize): integral functions keep theirs.
-    void ApplySampleCounts();
 
     void ShowWindow(document::ParameterIndex index, bool visible);
     void ShowAllWindows(bool visible);  // all slider windows or none
@@ -101,7 +98,6 @@ private:
     void ConfirmTimer(document::ParameterIndex index, const QString& step,
                       document::AnimationMode mode);
     void AllowFamily(document::SlotIndex slot, bool allowed);
-    void ApplySampleCount(document::ParameterIndex index);
     void RereadRanges();
     void Release();
     void Redraw();

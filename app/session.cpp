@@ -274,8 +274,10 @@ void Session::AskSampleCount(document::SlotIndex row)
     if (!points) return;
     const document::ParameterIndex count = document::SampleCountParameter(slot);
     if (Document().parameters[count].name.empty()) {
-        SetSampleCount(slot, *points - 1);
-        RedrawGraph();
+        AsOneStep([&] {
+            application_.Document().slots[slot].support_points = *points;
+            RedrawGraph();
+        });
     } else {
         parameters_.setpar(count, *points);
     }
@@ -322,8 +324,7 @@ void Session::TakeGeneralSettings(const document::DisplayAttributes& settings)
                                settings.sample_count != attributes.sample_count;
     document::CopyGeneralSettings(settings, attributes);
     if (counts_change) {
-        application_.TakeSampleCounts();
-        parameters_.ApplySampleCounts();
+        application_.ForgetSampleCounts();
     }
     animation_.SetInterval(attributes.timer_milliseconds);
     windows_.lines.SetCommonColour(attributes.line_colour);
@@ -432,11 +433,6 @@ void Session::RereadRanges()
 }
 
 void Session::RefreshCalculator() {}  // there is no calculator yet
-
-void Session::SetSampleCount(document::SlotIndex slot, int steps)
-{
-    application_.SetSampleCount(slot, steps);
-}
 
 document::Bounds Session::DisplayedXRange() const
 {

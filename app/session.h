@@ -109,7 +109,6 @@ private:
     // ParameterHost
     void RereadRanges() override;
     void RefreshCalculator() override;
-    void SetSampleCount(document::SlotIndex slot, int steps) override;
     document::Bounds DisplayedXRange() const override;
     // ParameterHost and ViewListener
     void RedrawGraph() override;

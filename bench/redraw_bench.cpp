@@ -206,7 +206,7 @@ void RedrawCurveOf20000Samples(benchmark::State& state)
     scene.document.slots[x_part].upper_bound = "100";
     scene.document.slots[y_part].parser_term = "5*sin(8*_x)";
     scene.document.slots[y_part].curve_link = document::kCurveYPart;
-    scene.renderer.SetSampleCount(x_part, render::kMostSamples);
+    scene.document.slots[x_part].support_points = render::kMostSamples + 1;
     MedianSeconds(state, [&] { scene.renderer.RedrawAll(scene.surface); });
 }
 BENCHMARK(RedrawCurveOf20000Samples)->Unit(benchmark::kMillisecond)->MinTime(1);

@@ -7,6 +7,7 @@
 
 #include "document/list_text.h"
 #include "document/number_text.h"
+#include "document/storable_text.h"
 #include "term/words.h"
 
 namespace korvinth::document {

@@ -21,6 +21,7 @@ void StartAnew(FunctionSlot& slot, const FunctionSlot& row)
     slot.visible = row.visible;
     slot.family_allowed = row.family_allowed;
     slot.point_radius = row.point_radius;
+    slot.support_points = row.support_points;
 }
 
 }  // namespace

@@ -21,6 +21,7 @@ struct PlotSnapshot
         bool visible = true;
         bool family_allowed = false;
         std::int16_t point_radius = 0;
+        int support_points = 0;
         SlotAttributes look;
         bool operator==(const Slot&) const = default;
     };
@@ -29,6 +30,7 @@ struct PlotSnapshot
         std::string name;
         double value = 0, lower = 0, upper = 0, step = 0;
         AnimationMode mode = AnimationMode::Wrap;
+        Coupling coupling = Coupling::None;
         bool family = false;
         bool operator==(const ParameterState&) const = default;
     };
@@ -38,11 +40,13 @@ struct PlotSnapshot
     std::vector<ParameterState> parameters;  // in use or dormant, by name
     // x, y, t: lower, upper each. Empty when a step has not changed them: it leaves them alone.
     std::vector<std::string> ranges;
-    std::string lines_text, points_text;
+    std::string lines_text, points_text, unknown_lines;
     term::TrigMode angle_mode = term::TrigMode::Radians;
     bool detect_integrals = true;
     double family_step = 1;
     int family_count = 0;
+    // The other settings that belong to the picture. Empty like `ranges`.
+    std::optional<DisplayAttributes> settings;
 
     // Parameters do not count here: moving a slider is no step of its own.
     bool SamePlot(const PlotSnapshot& other) const;

@@ -56,27 +56,25 @@ Renderer::Renderer(const document::PlotDocument& document, term::MathParser& par
       line_graph_(parser, document),
       point_graph_(parser, document)
 {
-    for (int& count : sample_counts_) count = DefaultSampleCount(view);
 }
 
-void Renderer::FollowArea()
+int Renderer::SampleCount(SlotIndex slot) const
 {
-    if (document_.attributes.constant_sample_count) return;
-    for (int& count : sample_counts_) count = DefaultSampleCount(view_);
-}
-
-void Renderer::TakeSampleCounts()
-{
-    const bool constant = document_.attributes.constant_sample_count;
-    for (const SlotIndex slot : document::AllSlots()) {
-        SetSampleCount(slot,
-                       constant ? document_.attributes.sample_count : DefaultSampleCount(view_));
+    const auto steps_between = [](int support_points) {
+        return std::clamp(support_points - 1, kFewestSamples, kMostSamples);
+    };
+    const document::Parameter& integral =
+        document_.parameters[document::SampleCountParameter(slot)];
+    if ((integral.state & document::kSampleCountState) != 0 && !integral.name.empty()) {
+        return steps_between(static_cast<int>(integral.value));
     }
-}
-
-void Renderer::SetSampleCount(SlotIndex slot, int count)
-{
-    sample_counts_[slot] = std::clamp(count, kFewestSamples, kMostSamples);
+    if (const int by_hand = document_.slots[slot].support_points; by_hand > 0) {
+        return steps_between(by_hand);
+    }
+    const document::DisplayAttributes& attributes = document_.attributes;
+    return attributes.constant_sample_count
+               ? std::clamp(attributes.sample_count, kFewestSamples, kMostSamples)
+               : DefaultSampleCount(view_);
 }
 
 document::SlotAttributes Renderer::LookOf(SlotIndex slot) const
@@ -116,7 +114,7 @@ void Renderer::DrawSlot(DrawingSurface& surface, SlotIndex index)
     const document::SlotAttributes look = LookOf(index);
     surface.SelectPen({look.colour, static_cast<double>(look.width), look.type});
     const GraphStyle style{slot.point_radius, look.colour};
-    Sampling sampling = checkdef(document_, slot, sample_counts_[index], view_, parser_);
+    Sampling sampling = checkdef(document_, slot, SampleCount(index), view_, parser_);
     if (IsHatched(document_, index)) {
         sampling.shift = HatchShift(sampling.first_x, sampling.dx) * sampling.dx;
     }
@@ -157,7 +155,7 @@ void Renderer::DrawCurve(DrawingSurface& surface, SlotIndex x_part, const GraphS
     const FunctionSlot& slot = document_.slots[x_part];
     const SlotIndex y_part{slot.curve_link};
     const FunctionSlot& partner = document_.slots[y_part];
-    CurveSampling sampling = SampleCurve(document_, slot, sample_counts_[x_part], view_, parser_);
+    CurveSampling sampling = SampleCurve(document_, slot, SampleCount(x_part), view_, parser_);
     if (IsHatched(document_, x_part) || IsHatched(document_, y_part)) {
         sampling.shift = HatchShift(sampling.first, sampling.step) * sampling.step;
     }

@@ -61,14 +61,9 @@ public:
         return point_graph_.PointAt(pixel_x, pixel_y);
     }
 
-    // After a change of the area: one sample a pixel column in every slot, unless the document
-    // holds the counts constant.
-    void FollowArea();
-    // After a change of the general settings: their count in every slot while it is held constant,
-    // else one sample a pixel column.
-    void TakeSampleCounts();
-    void SetSampleCount(document::SlotIndex slot, int count);
-    int SampleCount(document::SlotIndex slot) const { return sample_counts_[slot]; }
+    // Steps between the samples of a slot's graph: those of its integral function, those set by
+    // hand, those of the settings while they hold the counts constant, else one a pixel column.
+    int SampleCount(document::SlotIndex slot) const;
 
 private:
     void DrawSlot(DrawingSurface& surface, document::SlotIndex index);
@@ -88,7 +83,6 @@ private:
     term::MathParser& parser_;
     const ViewRange& view_;
     const RedrawGate& gate_;
-    document::SlotTable<int> sample_counts_;
     FunctionGraph function_graph_;
     IntegralGraph integral_graph_;
     CurveGraph curve_graph_;

@@ -54,10 +54,6 @@ protected:
     }
     void RedrawGraph() override { calls.push_back("redraw"); }
     void RefreshCalculator() override { calls.push_back("calculator"); }
-    void SetSampleCount(SlotIndex slot, int steps) override
-    {
-        calls.push_back("samples " + std::to_string(Number(slot)) + " " + std::to_string(steps));
-    }
     document::Bounds DisplayedXRange() const override { return displayed; }
 
     void Apply(std::initializer_list<const char*> rows)
@@ -188,13 +184,12 @@ TEST_F(ParameterWindows, BoundsAreTakenOrRefusedWithOneMessage)
     EXPECT_EQ(calls, Texts{}) << "bounds change no picture";
 }
 
-TEST_F(ParameterWindows, SampleCountsAreOneLessThanTheirSupportPoints)
+TEST_F(ParameterWindows, SupportPointsAreLimited)
 {
     Apply({"g(x) = x^2", "h(x) = G(x)"});
     Type(Field("hanz", "Text3"), "25000");
     EXPECT_EQ(Field("hanz", "Text3").text(), "20000");
-    control.ApplySampleCounts();
-    EXPECT_EQ(calls, (Texts{"samples 1 19999", "redraw", "calculator", "samples 1 19999"}));
+    EXPECT_EQ(calls, (Texts{"redraw", "calculator"}));
 }
 
 TEST_F(ParameterWindows, IntegralBoundsFollowTheDisplayedRangeUntilTyped)

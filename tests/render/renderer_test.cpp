@@ -117,8 +117,8 @@ TEST_F(RendererTest, SetsTheStepToThatOfTheSlotAndThenOfTheView)
 {
     plot.Define(0, "f", "sw");
     plot.Define(1, "g", "10*sw");
-    renderer.SetSampleCount(SlotIndex{0}, 10);    // sw = 2
-    renderer.SetSampleCount(SlotIndex{1}, 1000);  // sw = 0.02
+    plot.document.slots[SlotIndex{0}].support_points = 11;    // sw = 2
+    plot.document.slots[SlotIndex{1}].support_points = 1001;  // sw = 0.02
     EXPECT_EQ(Heights(), (std::vector{70, 52}));
     EXPECT_DOUBLE_EQ(plot.parser.EvalText("sw"), 20.0 / 200);
 }
@@ -127,12 +127,10 @@ TEST_F(RendererTest, TakesOneSampleAPixelUnlessTheCountsAreHeldConstant)
 {
     EXPECT_EQ(renderer.SampleCount(SlotIndex{5}), 200);
     plot.view.area_width = 300 * 15;
-    renderer.FollowArea();
     EXPECT_EQ(renderer.SampleCount(SlotIndex{5}), 300);
     plot.document.attributes.constant_sample_count = true;
-    plot.view.area_width = 400 * 15;
-    renderer.FollowArea();
-    EXPECT_EQ(renderer.SampleCount(SlotIndex{5}), 300);
+    plot.document.attributes.sample_count = 77;
+    EXPECT_EQ(renderer.SampleCount(SlotIndex{5}), 77);
 }
 
 TEST_F(RendererTest, DrawsAFamilyFromThePresentValueUpAndRestoresIt)
@@ -156,8 +154,9 @@ TEST_F(RendererTest, NeedsBothSwitchesForAFamily)
 
 TEST_F(RendererTest, DrawsMarkersInTheColourOfTheSlot)
 {
-    plot.Define(2, "f", "_x").point_radius = 4;
-    renderer.SetSampleCount(SlotIndex{2}, 10);
+    auto& slot = plot.Define(2, "f", "_x");
+    slot.point_radius = 4;
+    slot.support_points = 11;
     Redraw();
     const auto markers = surface.All<EllipseCommand>();
     ASSERT_EQ(markers.size(), 11U);
