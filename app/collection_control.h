@@ -5,8 +5,8 @@
 #include <QObject>
 #include <QString>
 #include <cstddef>
-#include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -25,8 +25,6 @@ class SammText;
 }  // namespace korvinth::ui
 
 namespace korvinth::app {
-
-class EntryPreview;
 
 // What the collection asks of the plot.
 class CollectionHost
@@ -83,21 +81,24 @@ private:
 
     void Run(ui::EntryCommand command);
     void AddEntry(document::CollectionEntry entry);
-    void DrawSelected();
     void TakePlot();
-    void Copy();
-    bool Remove();
+    void Copy() const;
     void Insert(bool behind);
+    void Cut();
+    void Remove();
+    void RemoveSelected();
     void ToggleProtection();
     void Rename(std::size_t place, const QString& name);
     void Move(const std::vector<std::size_t>& places, std::size_t before);
-    void TakeDescription(const QString& text);
+    void TakeDescription(const std::string& text, document::Typing typing);
     void GoBack(std::optional<std::size_t> select);
 
     void FollowChange(const std::vector<std::size_t>& select);
     void FollowSelection();
     void ShowCommands();
-    bool MayChange(const std::vector<std::size_t>& places, std::string_view question);
+    bool AllProtected(const std::vector<std::size_t>& places) const;
+    // Asks when there are protected entries among them.
+    bool MayChange(const std::vector<std::size_t>& places, std::string_view done);
     void ChooseFont(int points);
     void SetFontFollowsWindow(bool follows);
 
@@ -107,7 +108,7 @@ private:
     ui::Dialogs& dialogs_;
     document::Collection collection_;
     document::CollectionEditor editor_{collection_};
-    std::unique_ptr<EntryPreview> previews_;
+    QString file_name_;
     ui::Sammlung* window_;
     ui::SammText* description_;
     // A protected entry whose description the user has agreed to change.
