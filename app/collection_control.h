@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/collection_host.h"
 #include "app/menus.h"
 #include "document/collection.h"
 #include "document/collection_editor.h"
@@ -25,17 +26,6 @@ class SammText;
 }  // namespace korvinth::ui
 
 namespace korvinth::app {
-
-// What the collection asks of the plot.
-class CollectionHost
-{
-public:
-    virtual ~CollectionHost() = default;
-    // The plot as it is drawn, without descriptions.
-    virtual document::CollectionEntry CurrentPlot() = 0;
-    // Makes the entry's plot the current one and draws it.
-    virtual void DrawEntry(const document::CollectionEntry& entry) = 0;
-};
 
 class CollectionControl : public QObject
 {

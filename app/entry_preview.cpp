@@ -41,9 +41,18 @@ void Simplify(PlotDocument& plot)
     attributes.constant_sample_count = true;
     attributes.sample_count = kSamples;
     attributes.family_count = std::min(attributes.family_count, kMostMembers);
-    for (document::FunctionSlot& slot : plot.slots) slot.support_points = 0;
     CutList(plot.lines_text);
     CutList(plot.points_text);
+}
+
+// The counts that graphs have of their own: set by hand, or the parameter of an integral.
+void LimitSamples(PlotDocument& plot)
+{
+    for (document::FunctionSlot& slot : plot.slots) slot.support_points = 0;
+    for (const document::SlotIndex slot : document::AllSlots()) {
+        document::Parameter& count = plot.parameters[document::SampleCountParameter(slot)];
+        count.value = std::min<double>(count.value, kSamples);
+    }
 }
 
 // An estimate from one value of each graph. An integral function is summed up from its lower bound,
@@ -82,7 +91,7 @@ QImage DrawPreview(const document::CollectionEntry& entry, QSize size)
     const QSize drawn = size * kReduction;
     application.SetAreaSize(drawn.width(), drawn.height());
     application.Apply();
-    application.TakeSampleCounts();
+    LimitSamples(application.Document());
     if (TakesLong(application)) return paper;
     render::RasterSurface surface(drawn.width(), drawn.height(), render::kSmoothSteps,
                                   1.0 / kReduction);

@@ -14,12 +14,12 @@
 namespace korvinth::ui {
 namespace {
 
-constexpr int kBetweenRows = 4;        // pixels
-constexpr int kPictureMargin = 3;      // around a picture, pixels
-constexpr int kPause = 20;             // between two pictures, milliseconds
-constexpr double kPictureLines = 1.5;  // its height in lines of text
-constexpr double kPictureShape = 1.5;  // width by height
-constexpr int kSmallestList = 2;       // rows
+constexpr int kBetweenRows = 4;         // pixels
+constexpr int kPictureMargin = 3;       // around a picture, pixels
+constexpr int kPause = 20;              // between two pictures, milliseconds
+constexpr double kPictureLines = 1.75;  // its height in lines of text
+constexpr double kPictureShape = 1.5;   // width by height
+constexpr int kSmallestList = 2;        // rows
 constexpr int kUsualList = 3;
 
 struct ListKey
@@ -286,8 +286,10 @@ bool EntryList::event(QEvent* event)
 
 void EntryList::keyPressEvent(QKeyEvent* event)
 {
+    // A key that ends the editing of a name comes here as well.
+    const bool editing = state() == EditingState;
     const std::optional<EntryCommand> command = CommandOf(*event);
-    if (command) {
+    if (command && !editing) {
         Q_EMIT commandWanted(*command);
     } else {
         QListView::keyPressEvent(event);
@@ -346,9 +348,9 @@ void EntryList::DrawNextPicture()
     picture_timer_.start();
 }
 
+// What comes from elsewhere has not been let in.
 void EntryList::dropEvent(QDropEvent* event)
 {
-    if (event->source() != this) return;
     const QPoint place = event->position().toPoint();
     const QModelIndex target = indexAt(place);
     std::size_t before = 0;
@@ -359,7 +361,7 @@ void EntryList::dropEvent(QDropEvent* event)
         before = model_.Place(model_.rowCount() - 1) + 1;
     }
     // Moving is done by whoever hears of it; the view is not to take rows out by itself.
-    event->setDropAction(Qt::CopyAction);
+    event->setDropAction(Qt::IgnoreAction);
     event->accept();
     stopAutoScroll();
     setState(NoState);
