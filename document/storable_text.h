@@ -18,4 +18,7 @@ std::string StorableLongText(std::string_view typed);
 // It means the same. Blanks at the ends stay.
 std::string StorableTerm(std::string_view term);
 
+// What the fields for terms take at most, in UTF-16 units, which are no fewer than characters.
+inline constexpr int kLongestTerm = 100'000;
+
 }  // namespace korvinth::document

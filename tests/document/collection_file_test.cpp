@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "shown_entry.h"
 #include "term/words.h"
 
 namespace korvinth::document {
@@ -16,29 +17,6 @@ using term::ReplaceAll;
 constexpr std::string_view kHead = "[Funktionenplotter]\r\n";
 constexpr std::string_view kNoIdentification = "In der Sammlungsdatei fehlt die Kennungszeile!";
 constexpr std::string_view kBrokenOff = "Die Sammlungsdatei bricht unerwartet ab!";
-
-// The columns of an entry that have a text: "0 Parabel|2 f(x)=x^2", line breaks as "/".
-std::string Shown(const CollectionEntry& entry)
-{
-    std::string text = entry.is_protected ? "*" : "";
-    for (int number = 0; number < kColumnCount; ++number) {
-        const std::string_view column = entry[Column{number}];
-        if (column.empty()) continue;
-        if (text.size() > 1) text += "|";
-        text += std::to_string(number) + " " + ReplaceAll(column, kLineBreak, "/");
-    }
-    return text;
-}
-
-std::string Shown(const Collection& collection)
-{
-    std::string text;
-    for (const CollectionEntry& entry : collection.entries) {
-        if (!text.empty()) text += " & ";
-        text += Shown(entry);
-    }
-    return text;
-}
 
 struct ReadCase
 {
