@@ -271,12 +271,11 @@ void CollectionControl::TakeDescription(const std::string& text, document::Typin
 {
     const std::optional<std::size_t> selected = SelectedEntry();
     if (!selected || editor_.Entries()[*selected][Column::LongText] == text) return;
-    if (released_entry_ != selected) {
-        if (!MayChange({*selected}, "geändert")) {
-            description_->ShowText(editor_.Entries()[*selected][Column::LongText]);
-            return;
-        }
-        released_entry_ = selected;
+    // Asked once: a refusal makes the text unchangeable, so that typing on asks nothing more.
+    if (!answer_) answer_ = Answer{*selected, MayChange({*selected}, "geändert")};
+    if (!answer_->may_change) {
+        FollowSelection();
+        return;
     }
     editor_.SetText(*selected, Column::LongText, text, typing);
     ShowState();
@@ -300,9 +299,10 @@ void CollectionControl::FollowChange(const std::vector<std::size_t>& select)
 void CollectionControl::FollowSelection()
 {
     const std::optional<std::size_t> selected = SelectedEntry();
-    if (released_entry_ != selected) released_entry_.reset();
+    if (answer_ && answer_->place != selected) answer_.reset();
     if (selected) {
-        description_->ShowText(editor_.Entries()[*selected][Column::LongText]);
+        description_->ShowText(editor_.Entries()[*selected][Column::LongText],
+                               !answer_ || answer_->may_change);
     } else {
         description_->ShowNothing();
     }

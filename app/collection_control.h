@@ -101,8 +101,13 @@ private:
     QString file_name_;
     ui::Sammlung* window_;
     ui::SammText* description_;
-    // A protected entry whose description the user has agreed to change.
-    std::optional<std::size_t> released_entry_;
+    // Whether the description of a protected entry may change: what the user has answered for it.
+    struct Answer
+    {
+        std::size_t place;
+        bool may_change;
+    };
+    std::optional<Answer> answer_;
 };
 
 }  // namespace korvinth::app

@@ -37,6 +37,7 @@ void Simplify(PlotDocument& plot)
     attributes.x_numbers = attributes.y_numbers = attributes.axis_names = false;
     attributes.help_lines = attributes.extra_help_lines = attributes.graph_names = false;
     attributes.axis_width = 2;
+    attributes.x_step = attributes.y_step = {document::StepMode::Fixed, "10^9"};  // no marks
     for (document::SlotAttributes& slot : attributes.slots) slot.width = kLineWidth;
     attributes.constant_sample_count = true;
     attributes.sample_count = kSamples;

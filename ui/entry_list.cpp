@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <utility>
@@ -84,17 +85,20 @@ public:
         QStyle* style = item.widget->style();
         style->drawPrimitive(QStyle::PE_PanelItemViewItem, &item, painter, item.widget);
         PaintPicture(*painter, item.rect, index.data(Qt::DecorationRole).value<QPixmap>());
-        item.rect.setLeft(TextLeft(item.rect));
+        const bool selected = item.state.testFlag(QStyle::State_Selected);
+        const auto ink = selected ? QPalette::HighlightedText : QPalette::Text;
+        QRect text = item.rect;
+        text.setLeft(TextLeft(text));
+        text.setRight(text.right() - kPictureMargin);
         if (index.data(EntryModel::kProtectedRole).toBool()) {
             const int side = item.fontMetrics.ascent();
-            const QRectF box(item.rect.right() - side - kPictureMargin,
-                             item.rect.center().y() - side / 2.0, side, side);
-            const bool selected = item.state.testFlag(QStyle::State_Selected);
-            const auto role = selected ? QPalette::HighlightedText : QPalette::Text;
-            PaintLock(*painter, box, item.palette.color(role));
-            item.rect.setRight(static_cast<int>(box.left()));
+            const QRectF box(text.right() - side, text.center().y() - side / 2.0, side, side);
+            PaintLock(*painter, box, item.palette.color(ink));
+            text.setRight(text.right() - side - kPictureMargin);
         }
-        style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+        const QString name = item.fontMetrics.elidedText(item.text, Qt::ElideRight, text.width());
+        style->drawItemText(painter, text, Qt::AlignVCenter | Qt::AlignLeft, item.palette,
+                            item.state.testFlag(QStyle::State_Enabled), name, ink);
     }
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override
@@ -127,14 +131,6 @@ public:
         QRect box = option.rect;
         box.setLeft(TextLeft(box));
         editor->setGeometry(box);
-    }
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* item, const QModelIndex& index) const override
-    {
-        QStyledItemDelegate::initStyleOption(item, index);
-        item->features &= ~QStyleOptionViewItem::HasDecoration;
-        item->icon = {};
     }
 
 private:
@@ -170,9 +166,8 @@ EntryList::EntryList(const document::CollectionEditor& editor, PreviewSource pre
     setEditTriggers(NoEditTriggers);
     setDragDropMode(InternalMove);
     setDragDropOverwriteMode(false);
-    setTextElideMode(Qt::ElideRight);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollMode(ScrollPerItem);
+    setVerticalScrollMode(ScrollPerPixel);
     picture_timer_.setSingleShot(true);
     picture_timer_.setInterval(kPause);
     connect(&picture_timer_, &QTimer::timeout, this, &EntryList::DrawNextPicture);
@@ -190,6 +185,7 @@ void EntryList::FollowFont()
     const QAbstractItemDelegate* const former = itemDelegate();
     setItemDelegate(new EntryDelegate(PictureSize(), this));
     delete former;
+    verticalScrollBar()->setSingleStep(RowHeight());
     updateGeometry();
 }
 
@@ -261,13 +257,14 @@ void EntryList::EditName(std::size_t place)
     const std::optional<int> row = model_.Row(place);
     if (!row) return;
     setFocus();
-    edit(model_.index(*row));
+    selectionModel()->setCurrentIndex(model_.index(*row), QItemSelectionModel::NoUpdate);
+    edit(currentIndex());
 }
 
 void EntryList::FinishEditing()
 {
     if (state() != EditingState) return;
-    auto* editor = viewport()->findChild<QLineEdit*>("samml_name");
+    QWidget* editor = indexWidget(currentIndex());
     if (editor == nullptr) return;
     commitData(editor);
     closeEditor(editor, QAbstractItemDelegate::NoHint);

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
 #include <QScrollArea>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -72,6 +73,22 @@ constexpr MenuRow kMenu[] = {
 
 const char* const kNothingSelected = " (kein Eintrag angewählt)";
 
+// What does not fit ends in dots.
+class ElidedLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+        style()->drawItemText(&painter, rect(), Qt::AlignVCenter | Qt::AlignLeft, palette(),
+                              isEnabled(), shown, foregroundRole());
+    }
+};
+
 }  // namespace
 
 Sammlung::Sammlung(const document::CollectionEditor& editor, PreviewSource previews,
@@ -79,7 +96,7 @@ Sammlung::Sammlung(const document::CollectionEditor& editor, PreviewSource previ
     : QWidget(parent),
       editor_(editor),
       unfold_(new QToolButton(this)),
-      selected_(new QLabel(this)),
+      selected_(new ElidedLabel(this)),
       search_(new QLineEdit(this)),
       list_(new EntryList(editor, std::move(previews), this)),
       details_(new QScrollArea(this)),
@@ -159,6 +176,7 @@ void Sammlung::MakeDetails()
     fields_->setHorizontalSpacing(12);
     fields_->setVerticalSpacing(kSpacing);
     fields_->setRowWrapPolicy(QFormLayout::DontWrapRows);
+    fields_->setLabelAlignment(Qt::AlignLeft | Qt::AlignTop);
     for (const Detail& detail : kDetails) {
         auto* content = new QLabel(sheet);
         content->setObjectName(
@@ -166,14 +184,11 @@ void Sammlung::MakeDetails()
         content->setAccessibleName(detail.label);
         content->setTextFormat(Qt::PlainText);
         content->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-        content->setWordWrap(true);
-        content->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         fields_->addRow(QString::fromUtf8(detail.label) + ":", content);
         contents_[detail.column] = content;
     }
     details_->setObjectName("samml_details");
     details_->setWidgetResizable(true);
-    details_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     details_->setWidget(sheet);
     details_->setMinimumHeight(2 * fontMetrics().height());
     details_->hide();

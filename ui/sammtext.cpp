@@ -40,12 +40,12 @@ SammText::SammText(QWidget* parent) : QWidget(parent), text_(new QPlainTextEdit(
 
 QSize SammText::sizeHint() const
 {
-    return {34 * fontMetrics().height(), 14 * fontMetrics().height()};
+    return {28 * fontMetrics().height(), 12 * fontMetrics().height()};
 }
 
-void SammText::ShowText(std::string_view stored)
+void SammText::ShowText(std::string_view stored, bool writable)
 {
-    text_->setReadOnly(false);
+    text_->setReadOnly(!writable);
     text_->setPlaceholderText("Noch keine Beschreibung");
     if (StoredText(*text_) != stored) Show(stored);
 }

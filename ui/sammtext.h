@@ -20,7 +20,7 @@ public:
     explicit SammText(QWidget* parent = nullptr);
 
     // A stored description; nothing is told.
-    void ShowText(std::string_view stored);
+    void ShowText(std::string_view stored, bool writable);
     void ShowNothing();  // no entry is selected: nothing can be typed
 
     // In points; nothing lets the font follow the window's width.

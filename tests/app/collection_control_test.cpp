@@ -197,9 +197,11 @@ TEST_F(CollectionControlTest, ProtectedEntriesChangeOnlyAfterAQuestion)
         row.action();
         EXPECT_EQ(control_.Entries(), before);
         EXPECT_EQ(Description()->toPlainText(), "");
-        EXPECT_FALSE(dialogs_.questions.empty());
+        EXPECT_EQ(dialogs_.questions.size(), 1U);
         dialogs_.yes = true;
         dialogs_.questions.clear();
+        Select({0});
+        Select({1});
         row.action();
         EXPECT_EQ(Names(), row.names);
         EXPECT_NE(control_.Entries(), before);
