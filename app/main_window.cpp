@@ -164,6 +164,7 @@ void MainWindow::ConnectSession()
             [this](const render::ZoomFactors& factors) { session_->TakeZoomFactors(factors); });
     connect(settings_, &ui::OptionsGraph::settingsChanged, session_.get(),
             &Session::TakeGeneralSettings);
+    connect(settings_, &QDialog::finished, session_.get(), &Session::settingsTouched);
 }
 
 void MainWindow::ConnectWindowEntries()

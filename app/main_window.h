@@ -36,6 +36,7 @@ public:
 
     Session& PlotSession() { return *session_; }
     CollectionControl& Entries() { return *collection_; }
+    QAction& MenuEntry(std::string_view name) { return menus_.Entry(name); }
 
     void ArrangeWindows();
     void CloseSliders();
