@@ -428,9 +428,10 @@ private:
         }
     }
 
+    // The lines not in the form of TakeLines, which changes a name that ends in x at each pass.
     void TakeLists()
     {
-        plot_.lines_text = TakeLines(Text2List(ItemsOf(Column::Lines)));
+        plot_.lines_text = ReadList(Text2List(ItemsOf(Column::Lines)));
         plot_.points_text = ReadPoints(Text2Points(ItemsOf(Column::Points)));
     }
 

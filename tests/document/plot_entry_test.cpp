@@ -133,7 +133,7 @@ protected:
         }
         settings.slots = before.attributes.slots;
         EXPECT_TRUE(settings == before.attributes);
-        EXPECT_EQ(document.lines_text, before.lines_text);
+        EXPECT_EQ(Text2List(document.lines_text), Text2List(before.lines_text));
         EXPECT_EQ(Text2Points(document.points_text), Text2Points(before.points_text));
         for (const auto text : {&RangeTexts::x_lower, &RangeTexts::x_upper, &RangeTexts::y_lower,
                                 &RangeTexts::y_upper, &RangeTexts::t_lower, &RangeTexts::t_upper}) {
