@@ -105,13 +105,19 @@ void MainWindow::MakeChildren(Application& application)
         child->hide();
     }
     ranges_frame_->hide();
+    for (ui::ChildWindow* child : {list_frame_, ranges_frame_, lines_frame_, points_frame_}) {
+        child->SetClosedByEsc();
+    }
 }
 
 ui::ChildWindow* MainWindow::MakeChild(QWidget* content)
 {
     auto* child = new ui::ChildWindow(content);
     area_->addSubWindow(child, child->windowFlags());
-    connect(child, &ui::ChildWindow::hidden, this, &MainWindow::ArrangeWindows);
+    connect(child, &ui::ChildWindow::hidden, this, [this] {
+        ArrangeWindows();
+        ActivateFormer();
+    });
     return child;
 }
 
@@ -155,7 +161,10 @@ void MainWindow::ConnectWindowEntries()
     });
     on("mn_zoomoptions", [this] { ShowZoomFactors(); });
     on("mn_groptions", [this] { ShowSettings(); });
-    on("mn_optdef", [this] { session_->UseDefaultSettings(); });
+    on("mn_optdef", [this] {
+        session_->UseDefaultSettings();
+        if (settings_->isVisible()) ShowSettings();
+    });
     on("mn_asy", [this] { ShowBesideGraph(lines_frame_, lines_); });
     on("mn_punkt", [this] { ShowBesideGraph(points_frame_, points_); });
     on("mn_inter", [this] { ShowRanges(); });
@@ -188,6 +197,7 @@ void MainWindow::ArrangeWindows()
     request.height = area_->viewport()->height();
     request.font_height = fontMetrics().height();
     request.terms_height = terms_frame_->HeightFor(termform_->sizeHint().height());
+    request.all_terms_height = terms_frame_->HeightFor(termform_->HeightOfAllRows());
     request.parameters_height = sliders_frame_->HeightFor(sliders_->HeightOfWindows());
     request.graph_place = graph_place_;
     request.has_terms = !terms_frame_->isHidden();
@@ -233,6 +243,7 @@ void MainWindow::ShowRanges()
 {
     interform_->updateall();
     ShowChild(ranges_frame_);
+    interform_->FocusFirstField();
 }
 
 void MainWindow::DockAll()
@@ -277,6 +288,17 @@ void MainWindow::ActivateNext(int step)
     const qsizetype present =
         shown.indexOf(qobject_cast<ui::ChildWindow*>(area_->activeSubWindow()));
     shown[(present + step + shown.size()) % shown.size()]->BringToFront();
+}
+
+// The keys go on to the window that had them before the one just closed.
+void MainWindow::ActivateFormer()
+{
+    const QList<QMdiSubWindow*> windows = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
+    for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
+        if ((*window)->isHidden()) continue;
+        if (auto* child = qobject_cast<ui::ChildWindow*>(*window)) child->BringToFront();
+        return;
+    }
 }
 
 void MainWindow::ShowZoomFactors()

@@ -10,6 +10,7 @@
 #include "document/general_settings.h"
 #include "document/parameters_of.h"
 #include "document/terms_text.h"
+#include "render/sampling.h"
 #include "ui/asymptoten.h"
 #include "ui/graphform.h"
 #include "ui/interform.h"
@@ -255,6 +256,12 @@ void Session::AskLineWidth(document::SlotIndex row)
     });
 }
 
+void Session::SetLineType(document::SlotIndex row, document::LineType type)
+{
+    document::DisplayAttributes& attributes = application_.Document().attributes;
+    ChangeGraph(row, [&](document::SlotIndex slot) { attributes.slots[slot].type = type; });
+}
+
 void Session::SetPointRadius(document::SlotIndex row, int radius)
 {
     document::PlotDocument& plot = application_.Document();
@@ -265,7 +272,7 @@ void Session::SetPointRadius(document::SlotIndex row, int radius)
 
 void Session::AskSampleCount(document::SlotIndex row)
 {
-    const document::SlotIndex slot = DrawnSlot(row);
+    const document::SlotIndex slot = Document().SampledSlot(DrawnSlot(row));
     const std::optional<int> points = dialogs_.AskNumber(
         "Stützstellenanzahl ändern", "Anzahl der Stützstellen:", application_.SampleCount(slot) + 1,
         static_cast<int>(document::kFewestSupportPoints),
@@ -322,9 +329,7 @@ void Session::TakeGeneralSettings(const document::DisplayAttributes& settings)
     const bool counts_change = settings.constant_sample_count != attributes.constant_sample_count ||
                                settings.sample_count != attributes.sample_count;
     document::CopyGeneralSettings(settings, attributes);
-    if (counts_change) {
-        application_.ForgetSampleCounts();
-    }
+    if (counts_change) application_.ForgetSampleCounts();
     animation_.SetInterval(attributes.timer_milliseconds);
     windows_.lines.SetCommonColour(attributes.line_colour);
     windows_.graph.SetSmooth(attributes.smooth_drawing);  // redraws
@@ -407,7 +412,7 @@ void Session::TellSampleCounts()
     for (const document::SlotIndex slot : document::AllSlots()) {
         const document::ParameterIndex count = document::SampleCountParameter(slot);
         if (Document().parameters[count].name.empty()) continue;
-        parameters_.setpar(count, SampleCount(slot) + 1);
+        parameters_.setpar(count, render::DefaultSampleCount(application_.View()) + 1);
     }
 }
 
@@ -453,6 +458,17 @@ void Session::updatet() { windows_.ranges.updatet(); }
 
 void Session::HistoryChanged(bool) { Q_EMIT stateChanged(); }
 
-void Session::CollectParameters() { Rebuild(); }
+void Session::CollectParameters()
+{
+    before_ranges_ = document::TakeSnapshot(Document());
+    Rebuild();
+}
+
+void Session::ParametersCollected(const document::RangeTexts& before)
+{
+    before_ranges_.TakeRanges(before);
+    undo_.Push(std::move(before_ranges_), document::TakeSnapshot(Document()));
+    Q_EMIT stateChanged();
+}
 
 }  // namespace korvinth::app
