@@ -9,6 +9,7 @@
 
 #include "document/general_settings.h"
 #include "document/parameters_of.h"
+#include "document/plot_entry.h"
 #include "document/terms_text.h"
 #include "render/sampling.h"
 #include "ui/asymptoten.h"
@@ -153,6 +154,25 @@ void Session::GoTo(const std::optional<document::PlotSnapshot>& snapshot)
     Rebuild();
     windows_.terms.init();
     Q_EMIT layoutChanged();
+}
+
+document::CollectionEntry Session::CurrentPlot()
+{
+    const render::ViewRange& view = application_.View();
+    return document::EntryOfPlot(
+        Document(), {view.x_min, view.x_max, view.y_min, view.y_max, view.t_min, view.t_max});
+}
+
+void Session::DrawEntry(const document::CollectionEntry& entry)
+{
+    std::string faults;
+    AsOneStep([&] {
+        faults = document::FillPlot(entry, application_.Document());
+        Rebuild();
+    });
+    windows_.terms.init();
+    Q_EMIT layoutChanged();
+    if (!faults.empty()) dialogs_.ShowExclamation("Meldung:", faults);
 }
 
 // The step is kept when the plot is another one afterwards.

@@ -8,6 +8,7 @@
 #include "app/additions_control.h"
 #include "app/animation_control.h"
 #include "app/application.h"
+#include "app/collection_host.h"
 #include "app/mouse_coupling.h"
 #include "app/parameter_control.h"
 #include "app/plot_request.h"
@@ -39,7 +40,7 @@ struct PlotWindows
     ui::Punkte& points;
 };
 
-class Session final : public QObject, ApplyHooks, ParameterHost, ViewListener
+class Session final : public QObject, public CollectionHost, ApplyHooks, ParameterHost, ViewListener
 {
     Q_OBJECT
 public:
@@ -59,6 +60,10 @@ public:
     void Redo();
     bool CanUndo() const { return undo_.CanUndo(); }
     bool CanRedo() const { return undo_.CanRedo(); }
+
+    // CollectionHost
+    document::CollectionEntry CurrentPlot() override;
+    void DrawEntry(const document::CollectionEntry& entry) override;
 
     // For the graph of an editor's row; a curve is changed in both of its rows.
     void ToggleVisible(document::SlotIndex row);  // swvis

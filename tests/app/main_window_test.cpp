@@ -8,6 +8,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -424,6 +425,8 @@ TEST_F(MainWindowTest, ChildrenCloseComeBackAndFillTheRoom)
     Find<QMdiSubWindow>("termform_frame")->close();
     EXPECT_FALSE(Find("termform")->isVisible());
     Find<QMdiSubWindow>("paracolumn_frame")->close();
+    EXPECT_EQ(Frame("sammlung_frame").height(), docked.height()) << "it has the column alone";
+    Find<QMdiSubWindow>("sammlung_frame")->close();
     EXPECT_EQ(Frame("graphform_frame").left(), 0);
     Trigger("mn_term");
     EXPECT_TRUE(Find("termform")->isVisible());
@@ -460,20 +463,48 @@ TEST_F(MainWindowTest, AFreeGraphStaysWhereItWasPut)
     EXPECT_EQ(Frame("graphform_frame"), docked);
 }
 
+TEST_F(MainWindowTest, AnEntryOfTheCollectionDrawsItsPlotAgain)
+{
+    Show();
+    EXPECT_TRUE(Find("sammlung")->isVisible());
+    Type(0, "f(x)=a*x");
+    Trigger("mn_add");
+    window_.Entries().FinishEditing();
+    const QImage straight = Picture();
+    Type(0, "f(x)=x^2");
+    Trigger("mn_add");
+    window_.Entries().FinishEditing();
+    EXPECT_NE(Picture(), straight);
+    auto* list = Find<QListView>("samml_list");
+    list->setCurrentIndex(list->model()->index(0, 0));
+    Trigger("mn_einakt");
+    EXPECT_EQ(Row(0)->text(), "f(x) = a*x");
+    EXPECT_EQ(Picture(), straight);
+    Trigger("mn_undo");
+    EXPECT_EQ(Row(0)->text(), "f(x) = x^2");
+
+    EXPECT_FALSE(Find("sammtext")->isVisible());
+    Trigger("mn_dtl");
+    EXPECT_TRUE(Find("sammtext")->isVisible());
+    Find<QMdiSubWindow>("sammlung_frame")->close();
+    Trigger("mn_col");
+    EXPECT_TRUE(Find("sammlung")->isVisible());
+}
+
 TEST_F(MainWindowTest, CtrlTabGoesRoundTheWindows)
 {
     Show();
     Type(0, "f(x)=a*x");
     Row(0)->setFocus();
     std::vector<std::string> visited;
-    for (int step = 0; step < 3; ++step) {
+    for (int step = 0; step < 4; ++step) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
         visited.push_back(Find<QMdiArea>("area")->activeSubWindow()->objectName().toStdString());
         EXPECT_TRUE(
             Find<QMdiArea>("area")->activeSubWindow()->isAncestorOf(QApplication::focusWidget()));
     }
-    EXPECT_EQ(visited,
-              (std::vector<std::string>{"paracolumn_frame", "graphform_frame", "termform_frame"}));
+    EXPECT_EQ(visited, (std::vector<std::string>{"paracolumn_frame", "graphform_frame",
+                                                 "sammlung_frame", "termform_frame"}));
 }
 
 // What has the focus says its name, or shows it.

@@ -20,8 +20,8 @@ TEST(Menus, OddCaptionsAndThoseSetAtRunTimeStandAsTheyAre)
     for (const auto& [name, caption] : {std::pair{"mn_close", "&S&chließen"},
                                         {"mn_add", "Aktuelle Daten &hinzfügen"},
                                         {"mn_groptions", "Allgemeine  &Einstellungen"},
-                                        {"mnfs1[0]", "8"},
-                                        {"mnfs1[8]", "36"},
+                                        {"mnfs1[0]", "8 Punkt"},
+                                        {"mnfs1[8]", "36 Punkt"},
                                         {"mn_timergo", "Alle &Timer gleichzeitig starten"}}) {
         const auto* entry = window.findChild<QAction*>(name);
         ASSERT_NE(entry, nullptr) << name;

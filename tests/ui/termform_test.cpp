@@ -14,7 +14,6 @@
 #include <QToolButton>
 
 #include "document/storable_text.h"
-
 #include "scripted_dialogs.h"
 
 namespace korvinth::ui {
