@@ -28,6 +28,7 @@ struct ArrangementRequest
     int height = 0;
     int font_height = 16;       // of one line of text
     int terms_height = 0;       // what the term editor needs to show its rows in use
+    int all_terms_height = 0;   // and to show every row
     int parameters_height = 0;  // what the sliders need
     bool has_collection = false;
     int least_collection_height = 0;  // what the collection needs to show a few entries

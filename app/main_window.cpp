@@ -108,6 +108,9 @@ void MainWindow::MakeChildren(Application& application)
         child->hide();
     }
     ranges_frame_->hide();
+    for (ui::ChildWindow* child : {list_frame_, ranges_frame_, lines_frame_, points_frame_}) {
+        child->SetClosedByEsc();
+    }
 }
 
 void MainWindow::MakeCollection(Application& application)
@@ -117,6 +120,7 @@ void MainWindow::MakeCollection(Application& application)
     collection_frame_ = MakeChild(&collection_->Window());
     description_frame_ = MakeChild(&collection_->DescriptionWindow());
     description_frame_->SetFree(true);
+    description_frame_->SetClosedByEsc();
     description_frame_->hide();
     connect(collection_.get(), &CollectionControl::windowWanted, this,
             [this] { ShowChild(collection_frame_); });
@@ -133,7 +137,10 @@ ui::ChildWindow* MainWindow::MakeChild(QWidget* content)
 {
     auto* child = new ui::ChildWindow(content);
     area_->addSubWindow(child, child->windowFlags());
-    connect(child, &ui::ChildWindow::hidden, this, &MainWindow::ArrangeWindows);
+    connect(child, &ui::ChildWindow::hidden, this, [this] {
+        ArrangeWindows();
+        ActivateFormer();
+    });
     return child;
 }
 
@@ -177,7 +184,10 @@ void MainWindow::ConnectWindowEntries()
     });
     on("mn_zoomoptions", [this] { ShowZoomFactors(); });
     on("mn_groptions", [this] { ShowSettings(); });
-    on("mn_optdef", [this] { session_->UseDefaultSettings(); });
+    on("mn_optdef", [this] {
+        session_->UseDefaultSettings();
+        if (settings_->isVisible()) ShowSettings();
+    });
     on("mn_asy", [this] { ShowBesideGraph(lines_frame_, lines_); });
     on("mn_punkt", [this] { ShowBesideGraph(points_frame_, points_); });
     on("mn_inter", [this] { ShowRanges(); });
@@ -210,6 +220,7 @@ void MainWindow::ArrangeWindows()
     request.height = area_->viewport()->height();
     request.font_height = fontMetrics().height();
     request.terms_height = terms_frame_->HeightFor(termform_->sizeHint().height());
+    request.all_terms_height = terms_frame_->HeightFor(termform_->HeightOfAllRows());
     request.parameters_height = sliders_frame_->HeightFor(sliders_->HeightOfWindows());
     request.has_collection = !collection_frame_->isHidden();
     request.least_collection_height =
@@ -260,6 +271,7 @@ void MainWindow::ShowRanges()
 {
     interform_->updateall();
     ShowChild(ranges_frame_);
+    interform_->FocusFirstField();
 }
 
 void MainWindow::DockAll()
@@ -307,6 +319,17 @@ void MainWindow::ActivateNext(int step)
     const qsizetype present =
         shown.indexOf(qobject_cast<ui::ChildWindow*>(area_->activeSubWindow()));
     shown[(present + step + shown.size()) % shown.size()]->BringToFront();
+}
+
+// The keys go on to the window that had them before the one just closed.
+void MainWindow::ActivateFormer()
+{
+    const QList<QMdiSubWindow*> windows = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
+    for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
+        if ((*window)->isHidden()) continue;
+        if (auto* child = qobject_cast<ui::ChildWindow*>(*window)) child->BringToFront();
+        return;
+    }
 }
 
 void MainWindow::ShowZoomFactors()

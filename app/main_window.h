@@ -65,6 +65,7 @@ private:
     void SetGraphFree();   // mn_gri
     void MaximiseGraph();  // mn_ghm
     void ActivateNext(int step);
+    void ActivateFormer();
     void ShowZoomFactors();
     void ShowSettings();  // mn_groptions
     void ShowBesideGraph(ui::ChildWindow* child, QWidget* content);

@@ -134,6 +134,14 @@ constexpr MenuEntry kGraphPopUp[] = {
     {"mn_pop1", "mng_terms", "Funktionsterme ändern", Command, ""},
     {"mn_pop1", "mng_intervals", "Darstellungsintervall ändern", Command, ""},
     {"mn_pop1", "mng_width", "Liniendicke ändern", Command, ""},
+    {"mn_pop1", "mng_type", "Linienart ändern", Menu, ""},
+    {"mng_type", "mng_line[0]", "durchgezogen", Exclusive, ""},
+    {"mng_type", "mng_line[1]", "gestrichelt", Exclusive, ""},
+    {"mng_type", "mng_line[2]", "gepunktet", Exclusive, ""},
+    {"mng_type", "mng_line[3]", "Strich, Punkt", Exclusive, ""},
+    {"mng_type", "mng_line[4]", "Strich, zwei Punkte", Exclusive, ""},
+    {"mng_type", "mng_line[5]", "unsichtbar", Exclusive, ""},
+    {"mng_type", "mng_line[6]", "durchgezogen, innerhalb", Exclusive, ""},
     {"mn_pop1", "mng_style", "Linie oder diskrete Punkte", Menu, ""},
     {"mng_style", "mng_point[0]", "Linie", Exclusive, ""},
     {"mng_style", "mng_point[1]", "Punkt 1", Exclusive, ""},
@@ -160,9 +168,9 @@ constexpr MenuEntry kGraphPopUp[] = {
 };
 
 constexpr std::string_view kOfRow[] = {
-    "mn_pop1",     "mng_rowafter", "mng_rowbefore", "mng_rowclr", "mng_vis",
-    "mng_colour",  "mng_terms",    "mng_intervals", "mng_width",  "mng_style",
-    "mng_samples", "mng_onlypara", "mng_alsopara",  "mng_family",
+    "mn_pop1",     "mng_rowafter",  "mng_rowbefore", "mng_rowclr",   "mng_vis",    "mng_colour",
+    "mng_terms",   "mng_intervals", "mng_width",     "mng_type",     "mng_style",  "mng_samples",
+    "mng_fontvar", "mng_font",      "mng_onlypara",  "mng_alsopara", "mng_family",
 };
 
 }  // namespace
@@ -175,7 +183,7 @@ bool ConcernsRow(const MenuEntry& entry)
     const auto listed = [](std::string_view name) {
         return std::ranges::find(kOfRow, name) != std::end(kOfRow);
     };
-    return listed(entry.name) || (entry.menu == "mng_style" && listed(entry.menu));
+    return listed(entry.name) || entry.menu == "mng_type" || entry.menu == "mng_style";
 }
 
 std::string PlainCaption(std::string_view caption)

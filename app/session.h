@@ -69,6 +69,7 @@ public:
     void ToggleVisible(document::SlotIndex row);  // swvis
     void TakeColour(document::SlotIndex row, document::Colour colour);
     void AskLineWidth(document::SlotIndex row);
+    void SetLineType(document::SlotIndex row, document::LineType type);
     void SetPointRadius(document::SlotIndex row, int radius);
     void AskSampleCount(document::SlotIndex row);
     void SetFamilyAllowed(document::SlotIndex row, bool allowed);
@@ -123,6 +124,7 @@ private:
     void updatet() override;
     void HistoryChanged(bool can_go_back) override;
     void CollectParameters() override;
+    void ParametersCollected(const document::RangeTexts& before) override;
 
     void Connect();
     void FollowArea();
@@ -146,8 +148,9 @@ private:
     MouseCoupling coupling_;
     AdditionsControl additions_;
     document::PlotUndo undo_;
-    document::PlotSnapshot before_drag_;  // of an additional point
-    bool rows_are_applied_ = false;       // Apply takes the editor's rows
+    document::PlotSnapshot before_drag_;    // of an additional point
+    document::PlotSnapshot before_ranges_;  // that brought new parameters
+    bool rows_are_applied_ = false;         // Apply takes the editor's rows
 };
 
 }  // namespace korvinth::app

@@ -94,7 +94,7 @@ void ParameterCollector::Define(ParameterIndex index, Parameter initial)
         document_.dormant_parameters.erase(dormant);
     }
     initial.handle = parser_.DefineVariable(initial.name);
-    const double value = initial.value;
+    const double value = AcceptedValue(initial.value, initial.state);
     const bool has_slider = initial.name != kStripeWidthName;
     document_.parameters[index] = std::move(initial);
     SetParameterValue(document_, parser_, index, value);

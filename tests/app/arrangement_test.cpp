@@ -36,6 +36,7 @@ std::vector<ArrangementRequest> ManyRequests()
                                                 .height = height,
                                                 .font_height = font,
                                                 .terms_height = terms,
+                                                .all_terms_height = 600,
                                                 .parameters_height = terms / 2,
                                                 .has_collection = collection,
                                                 .least_collection_height = 8 * font,
@@ -116,6 +117,11 @@ TEST(Arrangement, TermsAndSlidersShareTheColumnByTheirNeeds)
     EXPECT_EQ(Arrange(request).terms.height, 296) << "terms stay usable";
     request.terms_height = 100;
     EXPECT_EQ(Arrange(request).terms.height, 222);
+    request.all_terms_height = 480;
+    request.parameters_height = 140;
+    EXPECT_EQ(Arrange(request).terms.height, 480) << "rows take what sliders do not need";
+    request.all_terms_height = 900;
+    EXPECT_EQ(Arrange(request).terms.height, 600);
 }
 
 TEST(Arrangement, TheCollectionGrowsWithItsEntriesIntoRoomThatIsLeft)

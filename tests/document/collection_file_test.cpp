@@ -81,7 +81,7 @@ TEST(CollectionFile, WhatIsNoCollectionGivesTheMessageOfItsStage)
     Collection collection;
     collection.entries.resize(2);
     for (const std::string& bytes :
-         {std::string(), std::string("\xFF\xD8\xFF\xE0\0\x10JFIF\n{a=1}", 20),
+         {std::string(), std::string("\xFF\xD8\xFF\xE0\0\x10JFIF\n{a=1}", 16),
           std::string(1 << 20, '{'), std::string("[Kurvenplotter]\r\n{a=1}")}) {
         EXPECT_EQ(ReadCollection(bytes, ReadMode::Open, collection), kNoIdentification);
         EXPECT_TRUE(collection.entries.empty());

@@ -92,6 +92,7 @@ protected:
         Apply({"h(x)=p*x^2", "k(x)=q"});  // another plot lies between
         document.slots[Slot(0)].visible = false;
         document.lines_text = "y=7";
+        document.attributes = DisplayAttributes();
         EXPECT_EQ(FillAndApply(entry), "");
         EXPECT_EQ(EntryOfPlot(document, ranges), entry) << Lines();
         for (const SlotIndex index : AllSlots()) {
@@ -125,6 +126,13 @@ protected:
             EXPECT_EQ(now.coupling, then.coupling) << now.name;
             EXPECT_EQ(now.family, then.family) << now.name;
         }
+        DisplayAttributes settings = document.attributes;
+        for (const SlotIndex index : AllSlots()) {
+            EXPECT_EQ(settings.slots[index].width, before.attributes.slots[index].width);
+            EXPECT_EQ(settings.slots[index].type, before.attributes.slots[index].type);
+        }
+        settings.slots = before.attributes.slots;
+        EXPECT_TRUE(settings == before.attributes);
         EXPECT_EQ(document.lines_text, before.lines_text);
         EXPECT_EQ(Text2Points(document.points_text), Text2Points(before.points_text));
         for (const auto text : {&RangeTexts::x_lower, &RangeTexts::x_upper, &RangeTexts::y_lower,
@@ -254,6 +262,12 @@ TEST_F(PlotEntryTest, RandomPlotsComeBackFromFiles)
         }
         with_faults += Apply().errors.empty() ? 0 : 1;
         std::shuffle(document.attributes.slots.begin(), document.attributes.slots.end(), generator);
+        document.attributes.slots[Slot(round % kSlotCount)].width = 7;
+        document.attributes.slots[Slot(round % kSlotCount)].type = LineType::DashDot;
+        document.attributes.x_axis_name = "Zeit ü%";
+        document.attributes.y_axis_name = pick(bounds);
+        document.attributes.family_count = static_cast<int>(generator() % 9);
+        document.attributes.axis_colour = Colour{static_cast<std::int32_t>(generator() % 999)};
         int colour = static_cast<int>(generator() % kSlotCount);
         for (FunctionSlot& slot : document.slots) {
             slot.colour_index = static_cast<std::int16_t>(colour++ % kSlotCount);
