@@ -384,7 +384,7 @@ int PixelsOfGraph(const std::string& functions)
 TEST(EntryPreview, ShowsThePlotButNothingThatTakesLong)
 {
     EXPECT_GT(PixelsOfGraph("f(x)=2*sin(x)"), 30);
-    EXPECT_GT(PixelsOfGraph("F(x)=integral(f(x))\r\nf(x)=x/3\r\ng(x)=f'(x)+f(f(x))"), 30);
+    EXPECT_GT(PixelsOfGraph("f(x)=x/3\r\nF(x)=integral(f(x))\r\ng(x)=f'(x)+f(f(x))"), 30);
     EXPECT_EQ(PixelsOfGraph("f(x)="), 0);
     std::string nested = "f(x)=sin(x)";
     for (char name = 'g'; name <= 'r'; ++name) {
