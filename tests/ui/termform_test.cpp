@@ -13,6 +13,7 @@
 #include <QTest>
 #include <QToolButton>
 
+#include "document/storable_text.h"
 #include "scripted_dialogs.h"
 
 namespace korvinth::ui {
