@@ -120,6 +120,7 @@ void MainWindow::MakeCollection(Application& application)
     collection_frame_ = MakeChild(&collection_->Window());
     description_frame_ = MakeChild(&collection_->DescriptionWindow());
     description_frame_->SetFree(true);
+    description_frame_->SetClosedByEsc();
     description_frame_->hide();
     connect(collection_.get(), &CollectionControl::windowWanted, this,
             [this] { ShowChild(collection_frame_); });
