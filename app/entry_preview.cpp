@@ -119,11 +119,11 @@ QImage DrawPreview(const document::CollectionEntry& entry, QSize size)
     paper.fill(Qt::white);
     // One of its own: the plot that is being worked on stays as it is.
     Application application;
+    const QSize drawn = size * kReduction;
+    application.SetAreaSize(drawn.width(), drawn.height());
     document::FillPlot(entry, application.Document());
     if (TakesLong(application.Document())) return paper;
     Simplify(application.Document());
-    const QSize drawn = size * kReduction;
-    application.SetAreaSize(drawn.width(), drawn.height());
     application.Apply();
     LimitSamples(application.Document());
     if (SumsFromAfar(application)) return paper;

@@ -18,6 +18,8 @@ Program::Program(const files::Path& directory, ui::Dialogs& dialogs)
                                                static_cast<CollectionFilesHost&>(*this), dialogs))
 {
     connect(window_.get(), &MainWindow::closing, this, [this] { RunSteps(EndSteps(), *this); });
+    connect(window_.get(), &MainWindow::fileDropped, this,
+            [this](const QString& file) { files_->OpenFile(files::PathOf(file.toStdString())); });
     Session& session = window_->PlotSession();
     connect(&session, &Session::settingsTouched, this, &Program::WriteSettings);
     connect(&session, &Session::touched, files_.get(), &CollectionFiles::Touch);

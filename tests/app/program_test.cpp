@@ -5,10 +5,12 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDropEvent>
 #include <QLineEdit>
-#include <QMdiSubWindow>
+#include <QMimeData>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -195,6 +197,21 @@ TEST_F(ProgramTest, AMissingFileIsCreatedOnRequestOrNamed)
     EXPECT_TRUE(Exists("other.txt"));
     EXPECT_EQ(Entries(), 0U);
     EXPECT_EQ(dialogs_.exclamations, Texts());
+}
+
+TEST_F(ProgramTest, OpensAFileThatIsDroppedOnTheWindow)
+{
+    Put("a.txt", "[Funktionenplotter]\r\n{short:one\r\nf(x)=x}");
+    Start();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(File("a.txt")))});
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&program_->Window(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&program_->Window(), &drop);
+    EXPECT_TRUE(WaitFor([this] { return Entries() == 1; }));
+    EXPECT_EQ(Row(0), "") << "no plot beside the entries: the present one stays";
 }
 
 TEST_F(ProgramTest, ADamagedWorkingCollectionIsSetAside)
