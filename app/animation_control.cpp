@@ -14,7 +14,7 @@ AnimationControl::AnimationControl(document::PlotDocument& document, ParameterCo
     timer1_.setTimerType(Qt::PreciseTimer);
     clock_.start();
     connect(&timer1_, &QTimer::timeout, this, [this] {
-        Tick();
+        if (!busy_()) Tick();
         Arm();
     });
     connect(&parameters_, &ParameterControl::timerToggled, this, &AnimationControl::Toggle);

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QString>
 #include <QTimer>
+#include <functional>
+#include <utility>
 
 #include "app/parameter_control.h"
 #include "document/animation.h"
@@ -35,6 +37,8 @@ public:
     void Tick();                                  // one redraw for all running parameters
     void SetInterval(int milliseconds);           // limited to 10 to 1000
     int Interval() const { return interval_; }
+    // While this says so, the picture of the last tick is not complete, and no tick comes.
+    void SetBusy(std::function<bool()> busy) { busy_ = std::move(busy); }
 
 Q_SIGNALS:
     void activeChanged(bool active);
@@ -50,6 +54,7 @@ private:
     document::PlotDocument& document_;
     ParameterControl& parameters_;
     document::RunningSet running_;
+    std::function<bool()> busy_ = [] { return false; };
     QTimer timer1_;
     QElapsedTimer clock_;
     qint64 due_ = 0;  // on the clock

@@ -54,6 +54,12 @@ public:
 
     // The whole picture; the surface has the area's size.
     void Draw(render::DrawingSurface& surface) { renderer_.RedrawAll(surface); }
+    // The same piece by piece.
+    render::Renderer::Redraw BeginDrawing(render::DrawingSurface& surface)
+    {
+        return renderer_.Begin(surface);
+    }
+    bool ContinueDrawing(render::Renderer::Redraw& redraw) { return renderer_.Continue(redraw); }
     // What the last drawing could not do.
     const std::vector<render::Problem>& Problems() const { return renderer_.Problems(); }
     // The additional point that was drawn at a pixel.

@@ -87,8 +87,11 @@ void MainWindow::MakeChildren(Application& application)
     graphform_ = new ui::GraphForm(
         view.View(), view,
         [this, &application](render::DrawingSurface& surface) {
-            application.Draw(surface);
-            if (session_ != nullptr) session_->FollowRedraw();
+            return [this, &application, redraw = application.BeginDrawing(surface)]() mutable {
+                if (application.ContinueDrawing(redraw)) return true;
+                if (session_ != nullptr) session_->FollowRedraw();
+                return false;
+            };
         },
         this);
     graphform_->SetProbe(

@@ -103,6 +103,7 @@ void Session::Connect()
     });
     windows_.graph.SetPointHandle(&additions_);
     connect(&animation_, &AnimationControl::activeChanged, this, &Session::stateChanged);
+    animation_.SetBusy([this] { return windows_.graph.Unfinished(); });
 }
 
 document::CollectionEntry Session::CurrentPlot()

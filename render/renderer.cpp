@@ -93,33 +93,67 @@ document::SlotAttributes Renderer::LookOf(SlotIndex slot) const
 
 void Renderer::RedrawAll(DrawingSurface& surface)
 {
-    if (!gate_.Open()) return;
-    constexpr int kBetweenLabels = 2;  // pixels
-    LabelSpace labels(surface.Width(), surface.Height(), kBetweenLabels * surface.StepsPerPixel());
-    const document::DisplayAttributes& attributes = document_.attributes;
-    helpline(surface, view_, attributes, ReadAxisScales(attributes, parser_), labels);
-
-    problems_.clear();
-    const Pen pen = surface.CurrentPen();
-    for (const SlotIndex slot : document::AllSlots()) {
-        traces_[slot].clear();
-        if (Drawn(document_.slots[slot])) DrawSlot(surface, slot);
+    Redraw redraw = Begin(surface);
+    while (Continue(redraw)) {
     }
-    parser_.SetVariableValue(document_.variables.sw, view_.width / DefaultSampleCount(view_));
-    DrawLinesAndPoints(surface, labels);
-    DrawNames(surface, labels);
-    surface.Refresh();
-    surface.SelectPen(pen);
 }
 
-void Renderer::DrawSlot(DrawingSurface& surface, SlotIndex index)
+Renderer::Redraw Renderer::Begin(DrawingSurface& surface)
+{
+    constexpr int kBetweenLabels = 2;  // pixels
+    Redraw redraw(surface, LabelSpace(surface.Width(), surface.Height(),
+                                      kBetweenLabels * surface.StepsPerPixel()));
+    redraw.complete_ = !gate_.Open();
+    if (redraw.complete_) return redraw;
+    const document::DisplayAttributes& attributes = document_.attributes;
+    helpline(surface, view_, attributes, ReadAxisScales(attributes, parser_), redraw.labels_);
+    problems_.clear();
+    for (const SlotIndex slot : document::AllSlots()) traces_[slot].clear();
+    return redraw;
+}
+
+bool Renderer::Continue(Redraw& redraw)
+{
+    if (redraw.complete_) return false;
+    for (; redraw.slot_ < document::kSlotCount; ++redraw.slot_, redraw.member_ = 0) {
+        const SlotIndex slot{static_cast<std::int16_t>(redraw.slot_)};
+        if (redraw.member_ >= Members(slot)) continue;
+        DrawPiece(*redraw.surface_, slot, redraw.member_++);
+        return true;
+    }
+    DrawLinesAndPoints(*redraw.surface_, redraw.labels_);
+    DrawNames(*redraw.surface_, redraw.labels_);
+    redraw.surface_->Refresh();
+    redraw.complete_ = true;
+    return false;
+}
+
+// Graphs to draw for a slot: itself and the others of its family.
+int Renderer::Members(SlotIndex index) const
 {
     const FunctionSlot& slot = document_.slots[index];
+    if (!Drawn(slot)) return 0;
+    const bool is_family = slot.family_allowed && FamilyParameter(document_) != nullptr;
+    return is_family ? 1 + document_.attributes.family_count : 1;
+}
+
+// The parser's variables are as before between the pieces.
+void Renderer::DrawPiece(DrawingSurface& surface, SlotIndex index, int member)
+{
     const document::SlotAttributes look = LookOf(index);
-    surface.SelectPen({look.colour, static_cast<double>(look.width), look.type});
-    const GraphStyle style{slot.point_radius, look.colour};
-    DrawMember(surface, index, style, true);
-    DrawFamily(surface, index, style);
+    const Pen pen = surface.SelectPen({look.colour, static_cast<double>(look.width), look.type});
+    const GraphStyle style{document_.slots[index].point_radius, look.colour};
+    if (member == 0) {
+        DrawMember(surface, index, style, true);
+    } else {
+        const Parameter& parameter = *FamilyParameter(document_);
+        const VariableScope scope(parser_, parameter.handle);
+        parser_.SetVariableValue(parameter.handle,
+                                 scope.Value() + member * document_.attributes.family_step);
+        DrawMember(surface, index, style, false);
+    }
+    parser_.SetVariableValue(document_.variables.sw, view_.width / DefaultSampleCount(view_));
+    surface.SelectPen(pen);
 }
 
 // The slot's interval may use the parameter of the family.
@@ -177,21 +211,10 @@ void Renderer::DrawCurve(DrawingSurface& surface, SlotIndex x_part, const GraphS
     }
 }
 
-void Renderer::DrawFamily(DrawingSurface& surface, SlotIndex index, const GraphStyle& style)
-{
-    const Parameter* parameter = FamilyParameter(document_);
-    if (!document_.slots[index].family_allowed || parameter == nullptr) return;
-    const VariableScope scope(parser_, parameter->handle);
-    for (int k = 1; k <= document_.attributes.family_count; ++k) {
-        parser_.SetVariableValue(parameter->handle,
-                                 scope.Value() + k * document_.attributes.family_step);
-        DrawMember(surface, index, style, false);
-    }
-}
-
 void Renderer::DrawLinesAndPoints(DrawingSurface& surface, LabelSpace& labels)
 {
     const document::DisplayAttributes& attributes = document_.attributes;
+    parser_.SetVariableValue(document_.variables.sw, view_.width / DefaultSampleCount(view_));
     if (attributes.lines && !document_.lines_text.empty()) {
         AddProblem(kLineProblems, line_graph_.interprete(surface, view_));
     }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "document/plot_document.h"
@@ -54,6 +55,24 @@ public:
     // Does nothing while the gate is closed.
     void RedrawAll(DrawingSurface& surface);
 
+    // The same piece by piece, each a graph or a member of a family, so that events can be handled
+    // in between. A change of the document or the view ends it: begin anew.
+    class Redraw
+    {
+        friend class Renderer;
+        Redraw(DrawingSurface& surface, LabelSpace labels)
+            : surface_(&surface), labels_(std::move(labels))
+        {
+        }
+        DrawingSurface* surface_;
+        LabelSpace labels_;
+        int slot_ = 0;    // the next piece
+        int member_ = 0;  // of the slot's family
+        bool complete_ = false;
+    };
+    Redraw Begin(DrawingSurface& surface);  // coordinate system; outlived by the surface
+    bool Continue(Redraw& redraw);          // the next piece; false when the picture is complete
+
     // What the last redraw could not do; the same comes with every redraw until its cause is gone,
     // so whoever shows it shows it once.
     const std::vector<Problem>& Problems() const { return problems_; }
@@ -69,13 +88,13 @@ public:
     int SampleCount(document::SlotIndex slot) const;
 
 private:
-    void DrawSlot(DrawingSurface& surface, document::SlotIndex index);
+    int Members(document::SlotIndex slot) const;
+    void DrawPiece(DrawingSurface& surface, document::SlotIndex slot, int member);
     void DrawMember(DrawingSurface& surface, document::SlotIndex index, const GraphStyle& style,
                     bool first_member);
     void DrawIntegral(DrawingSurface& surface, document::SlotIndex slot, const Sampling& sampling,
                       const GraphStyle& style, std::vector<GridPoint>* trace);
     void DrawCurve(DrawingSurface& surface, document::SlotIndex x_part, const GraphStyle& style);
-    void DrawFamily(DrawingSurface& surface, document::SlotIndex index, const GraphStyle& style);
     void DrawNames(DrawingSurface& surface, LabelSpace& labels) const;
     void DrawLinesAndPoints(DrawingSurface& surface, LabelSpace& labels);
     void AddProblem(std::string_view title, const std::string& text);

@@ -5,8 +5,7 @@
 
 namespace korvinth::ui {
 
-GraphArea::GraphArea(std::function<QImage()> draw, QWidget* parent)
-    : QWidget(parent), draw_(std::move(draw))
+GraphArea::GraphArea(Draw draw, QWidget* parent) : QWidget(parent), draw_(std::move(draw))
 {
     setObjectName("Picture1");
     setAccessibleName("Zeichenfläche");
@@ -14,21 +13,34 @@ GraphArea::GraphArea(std::function<QImage()> draw, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(160, 120);
+    more_.setInterval(0);
+    connect(&more_, &QTimer::timeout, this, [this] {
+        DrawOn(false);
+        update();
+    });
 }
 
 void GraphArea::Outdate()
 {
     outdated_ = true;
+    more_.stop();
     update();
 }
 
 const QImage& GraphArea::Image()
 {
-    if (std::exchange(outdated_, false)) {
-        image_ = draw_();
+    if (Unfinished()) DrawOn(true);
+    return image_;
+}
+
+void GraphArea::DrawOn(bool whole)
+{
+    if (draw_(image_, std::exchange(outdated_, false), whole)) {
+        more_.start();
+    } else {
+        more_.stop();
         Q_EMIT drawn();
     }
-    return image_;
 }
 
 void GraphArea::SetMark(std::optional<QPointF> mark)
@@ -40,12 +52,12 @@ void GraphArea::SetMark(std::optional<QPointF> mark)
 
 void GraphArea::paintEvent(QPaintEvent*)
 {
-    const QImage& image = Image();
+    if (outdated_) DrawOn(false);
     QPainter painter(this);
-    if (image.isNull()) {
+    if (image_.isNull()) {
         painter.fillRect(rect(), Qt::white);
     } else {
-        painter.drawImage(rect(), image);
+        painter.drawImage(rect(), image_);
     }
     if (!mark_) return;
     constexpr double kRadius = 4;

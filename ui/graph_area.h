@@ -3,6 +3,7 @@
 
 #include <QImage>
 #include <QPointF>
+#include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <optional>
@@ -13,13 +14,17 @@ class GraphArea : public QWidget
 {
     Q_OBJECT
 public:
-    // `draw` gives the image when one is asked for.
-    GraphArea(std::function<QImage()> draw, QWidget* parent);
+    // Draws on: at an image begun anew, or at the present one. `whole` has it finished before it
+    // returns, else it returns after a moment. False when the image is complete.
+    using Draw = std::function<bool(QImage& image, bool anew, bool whole)>;
+    GraphArea(Draw draw, QWidget* parent);
 
     // The image is out of date; the next painting asks for a new one. Calls before that are one.
     void Outdate();
-    // The present image, without the mark.
+    // The whole image, without the mark.
     const QImage& Image();
+    // An image is shown that is not complete yet; the rest is drawn between events.
+    bool Unfinished() const { return outdated_ || more_.isActive(); }
     void SetMark(std::optional<QPointF> mark);  // in pixels
     std::optional<QPointF> Mark() const { return mark_; }
 
@@ -34,8 +39,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    std::function<QImage()> draw_;
+    void DrawOn(bool whole);
+
+    Draw draw_;
     QImage image_;
+    QTimer more_;  // runs while there is more to draw
     bool outdated_ = false;
     std::optional<QPointF> mark_;
 };

@@ -67,7 +67,8 @@ GraphForm::GraphForm(const render::ViewRange& view, GraphGestures& gestures, Dra
       view_(view),
       gestures_(gestures),
       drawing_(std::move(drawing)),
-      area_(new GraphArea([this] { return Draw(); }, this)),
+      area_(new GraphArea(
+          [this](QImage& image, bool anew, bool whole) { return Draw(image, anew, whole); }, this)),
       pointer_(new GraphPointer(*area_, view, gestures)),
       hscroll_(new QScrollBar(Qt::Horizontal, this)),
       vscroll_(new UprightScrollBar(this)),
@@ -167,16 +168,29 @@ void GraphForm::Redraw() { area_->Outdate(); }
 
 const QImage& GraphForm::Picture() { return area_->Image(); }
 
-QImage GraphForm::Draw()
+bool GraphForm::Unfinished() const { return area_->Unfinished(); }
+
+bool GraphForm::Draw(QImage& image, bool anew, bool whole)
 {
-    const QSize size = AreaSize();
-    // The exact rules count in the toolkit's pixels, whatever the screen has.
-    const double scale = smooth_ ? area_->devicePixelRatioF() : 1;
-    const int steps = render::GridSteps(smooth_) * static_cast<int>(std::ceil(scale));
-    render::RasterSurface surface(size.width(), size.height(), steps, scale);
-    drawing_(surface);
-    surface.Refresh();
-    return surface.Image();
+    if (anew) {
+        const QSize size = AreaSize();
+        // The exact rules count in the toolkit's pixels, whatever the screen has.
+        const double scale = smooth_ ? area_->devicePixelRatioF() : 1;
+        const int steps = render::GridSteps(smooth_) * static_cast<int>(std::ceil(scale));
+        surface_ =
+            std::make_unique<render::RasterSurface>(size.width(), size.height(), steps, scale);
+        pieces_ = drawing_(*surface_);
+    }
+    const auto end = std::chrono::steady_clock::now() + (anew ? slice_ : slice_ / 2);
+    bool more = pieces_();
+    while (more && (whole || std::chrono::steady_clock::now() < end)) more = pieces_();
+    surface_->Refresh();
+    image = surface_->Image();
+    if (!more) {
+        pieces_ = nullptr;
+        surface_.reset();
+    }
+    return more;
 }
 
 void GraphForm::FollowPointer()

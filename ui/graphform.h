@@ -3,11 +3,14 @@
 
 #include <QImage>
 #include <QWidget>
+#include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include "render/drawing_surface.h"
 #include "render/graph_probe.h"
+#include "render/qt/raster_surface.h"
 #include "render/view_range.h"
 #include "ui/graph_gestures.h"
 #include "ui/graph_pointer.h"
@@ -25,7 +28,10 @@ class GraphForm : public QWidget
 {
     Q_OBJECT
 public:
-    using Drawing = std::function<void(render::DrawingSurface&)>;
+    // Draws the next piece of a picture; false when the picture is complete.
+    using Pieces = std::function<bool()>;
+    // Begins a picture.
+    using Drawing = std::function<Pieces(render::DrawingSurface&)>;
     // The point of a graph near a place of the area, if there is one.
     using Probe = std::function<std::optional<render::ProbedPoint>(double area_x, double area_y)>;
 
@@ -44,8 +50,13 @@ public:
     // Size of the area in pixels as the toolkit counts them, at least 1 by 1. A screen of more dots
     // shows a finer picture of the same size.
     QSize AreaSize() const;
-    // The present picture, without marks of the pointer.
+    // The whole present picture, without marks of the pointer.
     const QImage& Picture();
+    // A picture that takes long is drawn in slices between events; a newer one takes its place.
+    bool Unfinished() const;
+    // How long a picture may take before what there is of it is shown, 100 ms unless set; later
+    // slices take half of that.
+    void SetSlice(std::chrono::milliseconds slice) { slice_ = slice; }
 
     PointerMode Mode() const { return pointer_->Mode(); }
     void SetMode(PointerMode mode) { pointer_->SetMode(mode); }
@@ -66,9 +77,12 @@ private:
     void ClickZoomButton(render::ClickButton button, unsigned keys);
     void FollowPointer();
     void ShowReadout();
-    QImage Draw();
+    bool Draw(QImage& image, bool anew, bool whole);
 
     bool smooth_ = true;
+    std::chrono::milliseconds slice_{100};
+    std::unique_ptr<render::RasterSurface> surface_;  // of the picture being drawn
+    Pieces pieces_;
 
     const render::ViewRange& view_;
     GraphGestures& gestures_;

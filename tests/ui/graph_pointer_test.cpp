@@ -69,7 +69,7 @@ protected:
 
     render::ViewRange view;
     RecordedGestures gestures;
-    GraphForm form{view, gestures, [](render::DrawingSurface&) {}};
+    GraphForm form{view, gestures, [](render::DrawingSurface&) { return [] { return false; }; }};
     QWidget* area = nullptr;
 };
 

@@ -41,6 +41,7 @@ TEST(GraphForm, ShowsWhatItsRoutineDraws)
     GraphForm form(view, gestures, [&drawings](render::DrawingSurface& surface) {
         ++drawings;
         DrawBar(surface);
+        return [] { return false; };
     });
     QSignalSpy resized(&form, &GraphForm::areaResized);
     form.resize(300, 200);
@@ -53,6 +54,44 @@ TEST(GraphForm, ShowsWhatItsRoutineDraws)
     EXPECT_EQ(RedRows(form.Picture()).size(), RedRows(form.grab().toImage()).size());
     EXPECT_GE(RedRows(form.Picture()).size(), 3U);
     EXPECT_EQ(drawings, 1);
+}
+
+TEST(GraphForm, DrawsASlowPictureInSlicesAndBeginsAnewWhenItIsOutOfDate)
+{
+    RecordedGestures gestures;
+    const render::ViewRange view;
+    std::vector<std::string> pieces;
+    int pictures = 0;
+    GraphForm form(view, gestures, [&](render::DrawingSurface& surface) {
+        const int picture = ++pictures;
+        return [&pieces, &surface, picture, piece = 0]() mutable {
+            if (piece == 2) DrawBar(surface);
+            pieces.push_back(std::to_string(picture) + "." + std::to_string(++piece));
+            return piece < 4;
+        };
+    });
+    form.SetSlice(std::chrono::milliseconds(0));
+    form.resize(300, 200);
+    form.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
+    form.Picture();
+    EXPECT_FALSE(form.Unfinished());
+
+    form.Redraw();
+    pieces.clear();
+    pictures = 0;
+    form.repaint();
+    EXPECT_EQ(pieces, std::vector<std::string>{"1.1"});
+    EXPECT_TRUE(form.Unfinished());
+    form.Redraw();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !form.Unfinished(); }));
+    EXPECT_EQ(pieces, (std::vector<std::string>{"1.1", "2.1", "2.2", "2.3", "2.4"}));
+    EXPECT_FALSE(RedRows(form.grab().toImage()).empty());
+
+    form.Redraw();
+    form.repaint();
+    EXPECT_FALSE(RedRows(form.Picture()).empty()) << "who asks for the picture gets all of it";
+    EXPECT_EQ(pieces.back(), "3.4");
 }
 
 TEST(RasterSurface, GrowsEverythingWithItsScale)
