@@ -14,8 +14,7 @@ namespace korvinth::render {
 class DashCursor
 {
 public:
-    // `shrink` is taken off each dash and added to each gap: what round ends add to a dash.
-    DashCursor(const DashPattern& pattern, double shrink) : pattern_(pattern), shrink_(shrink) {}
+    explicit DashCursor(const DashPattern& pattern) : pattern_(pattern) {}
 
     bool Visible() const { return index_ % 2 == 0; }
     double Left() const { return Length(index_) - done_; }
@@ -29,18 +28,9 @@ public:
     }
 
 private:
-    double Length(std::size_t index) const
-    {
-        // A dot keeps a trace of a length, so that it is met on the way.
-        constexpr double kDot = 1e-3;
-        const double length = pattern_.Lengths()[index];
-        const double dash = pattern_.Lengths()[index & ~std::size_t{1}];
-        const double taken = std::min(shrink_, dash - kDot);
-        return index % 2 == 0 ? length - taken : length + taken;
-    }
+    double Length(std::size_t index) const { return pattern_.Lengths()[index]; }
 
     const DashPattern& pattern_;
-    double shrink_;
     std::size_t index_ = 0;
     double done_ = 0;
 };

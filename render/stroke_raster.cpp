@@ -152,7 +152,8 @@ void StrokeRaster::AddSmooth(std::span<const PixelPoint> points, double width,
 void StrokeRaster::AddDashed(std::span<const PixelPoint> points, double width,
                              const DashPattern& dashes)
 {
-    DashCursor cursor(dashes, width);
+    const DashPattern round_dashes = dashes.WithRoundEnds(width);
+    DashCursor cursor(round_dashes);
     const double margin = width / 2 + 1;
     for (std::size_t i = 1; i < points.size(); ++i) {
         const PixelPoint from = points[i - 1];
@@ -350,7 +351,7 @@ void StrokeRaster::AddHardSegment(PixelIndex from, PixelIndex to, int width,
     const double first = std::max(0.0, to_low);
     const double last = std::min(steps - 1, to_high);
     const int before = (width - 1) / 2;  // pixels of the line's width above or left of it
-    DashCursor cursor(dashes, 0);
+    DashCursor cursor(dashes);
     if (!dashes.Unbroken() && first <= last) cursor.Advance(phase + first);
     for (double step = first; step <= last; ++step) {
         const bool visible = dashes.Unbroken() || cursor.Visible();
