@@ -22,9 +22,16 @@ public:
     {
         done_ += std::fmod(length, pattern_.Period());
         while (done_ >= Length(index_)) {
-            done_ -= Length(index_);
-            index_ = (index_ + 1) % pattern_.Lengths().size();
+            const double beyond = done_ - Length(index_);
+            GoToNext();
+            done_ = beyond;
         }
+    }
+    // To the start of the next dash or gap. Lengths added up would not quite meet it.
+    void GoToNext()
+    {
+        done_ = 0;
+        index_ = (index_ + 1) % pattern_.Lengths().size();
     }
 
 private:
