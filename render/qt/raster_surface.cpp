@@ -1,10 +1,10 @@
 #include "render/qt/raster_surface.h"
 
-#include <QColor>
 #include <QPolygonF>
-#include <QString>
 #include <algorithm>
 #include <cmath>
+
+#include "render/qt/conversions.h"
 
 namespace korvinth::render {
 namespace {
@@ -14,13 +14,6 @@ std::uint32_t OpaquePixel(Colour colour)
     return 0xFF000000U | static_cast<std::uint32_t>(document::Red(colour)) << 16U |
            static_cast<std::uint32_t>(document::Green(colour)) << 8U |
            static_cast<std::uint32_t>(document::Blue(colour));
-}
-
-QColor ToQt(Colour colour) { return QColor::fromRgb(OpaquePixel(colour)); }
-
-QString ToQt(std::string_view utf8)
-{
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
 int FloorDivide(int value, int divisor)
