@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "render/variable_scope.h"
+
 namespace korvinth::app {
 
 Application::Application()
@@ -43,6 +45,16 @@ document::PlotReport Application::Apply()
         report.status = report.errors;
     }
     return report;
+}
+
+void Application::Draw(render::DrawingSurface& surface, render::ViewRange view)
+{
+    const render::VariableScope step(parser_, document_.variables.sw);
+    render::UpdateMapping(view, parser_, document_.variables);
+    const render::RedrawGate always_open;
+    render::Renderer renderer(document_, parser_, view, always_open);
+    renderer.RedrawAll(surface);
+    views_.UpdateMapping();
 }
 
 void Application::StopAnimation()

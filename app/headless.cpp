@@ -83,8 +83,9 @@ int RunHeadless(const CommandLine& command, std::ostream& out, std::ostream& err
     if (results.errors.empty() && command.table) Tabulate(application, *command.table, results);
     if (results.errors.empty() && !command.output.empty()) {
         PrintMessage(errors, request.notes);
-        const std::string fault = WritePicture(application, command.output);
-        if (!fault.empty()) results.errors = Quoted(command.output) + ": " + fault;
+        const PictureReport picture = WritePicture(application, command.output, command.picture);
+        PrintMessage(errors, picture.note);
+        if (!picture.fault.empty()) results.errors = Quoted(command.output) + ": " + picture.fault;
     }
 
     PrintMessage(errors, results.errors);

@@ -113,6 +113,8 @@ void MetafileSurface::UsePen(const Pen& pen)
         return;
     }
     Use(pen_, pen, [&](std::uint32_t handle) {
+        // Deliberate: the format's own line types, whose dashes are the reader's. Dashes of our own
+        // are drawn as unbroken lines by some readers.
         const bool solid = pen.type == LineType::Solid || pen.type == LineType::SolidInside;
         const auto style = solid ? 0U : static_cast<std::uint32_t>(pen.type) | kFlatEnds;
         const auto width =

@@ -34,6 +34,16 @@ RasterSurface::RasterSurface(int width_pixels, int height_pixels, int steps_per_
     image_.fill(Qt::white);
 }
 
+RasterSurface::RasterSurface(QSize dots, int steps_per_pixel, double scale)
+    : DrawingSurface(static_cast<int>(dots.width() / scale) * steps_per_pixel,
+                     static_cast<int>(dots.height() / scale) * steps_per_pixel, steps_per_pixel),
+      scale_(scale),
+      image_(dots, QImage::Format_RGB32),
+      raster_(image_.width(), image_.height())
+{
+    image_.fill(Qt::white);
+}
+
 PixelBuffer RasterSurface::Pixels()
 {
     return {reinterpret_cast<std::uint32_t*>(image_.bits()),
