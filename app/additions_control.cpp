@@ -3,7 +3,6 @@
 #include <QTimer>
 
 #include "app/parameter_control.h"
-#include "document/additional_points.h"
 #include "ui/asymptoten.h"
 #include "ui/punkte.h"
 
@@ -78,11 +77,16 @@ void AdditionsControl::Tell(const std::string& title, const std::string& text)
 bool AdditionsControl::GrabPoint(double area_x, double area_y)
 {
     const render::ViewRange& view = application_.View();
-    held_point_ =
+    const document::PlotDocument& plot = application_.Document();
+    const std::optional<std::size_t> index =
         application_.PointAt(area_x / view.twips_per_pixel_x, area_y / view.twips_per_pixel_y);
-    if (!held_point_) return false;
-    drag_start_x_ = area_x;
-    drag_start_y_ = area_y;
+    if (!index) return false;
+    const auto move = document::MovePoint(plot, *index, PlaceOf(area_x, area_y));
+    if (!move) return false;  // its coordinates are terms
+    held_ = {*index, {plot.points_text, {}}};
+    for (const document::ParameterChange& change : move->parameters) {
+        held_.before.parameters.push_back({change.index, plot.parameters[change.index].value});
+    }
     dragged_ = false;
     Q_EMIT pointGrabbed();
     return true;
@@ -90,36 +94,42 @@ bool AdditionsControl::GrabPoint(double area_x, double area_y)
 
 void AdditionsControl::DragPoint(double area_x, double area_y)
 {
-    if (!held_point_) return;
-    const render::ViewRange& view = application_.View();
-    document::PlotDocument& plot = application_.Document();
-    const document::WorldPlace place{view.WorldX(area_x), view.WorldY(area_y),
-                                     view.twips_per_pixel_x / view.xmu,
-                                     view.twips_per_pixel_y / view.ymu};
-    const std::optional<document::PointMove> move = document::MovePoint(plot, *held_point_, place);
+    const auto move =
+        document::MovePoint(application_.Document(), held_.index, PlaceOf(area_x, area_y));
     if (!move) return;
-    plot.points_text = move->points_text;
-    {
-        const ParameterControl::Together together(parameters_);
-        for (const document::ParameterChange& change : move->parameters) {
-            parameters_.setpar(change.index, change.value);
-        }
-    }
-    points_.text2list(plot.points_text);
+    TakeMove(*move);
     dragged_ = true;
-    Q_EMIT pointMoved();
 }
 
 void AdditionsControl::DropPoint()
 {
-    held_point_.reset();
     if (dragged_) Q_EMIT pointDropped();
 }
 
 void AdditionsControl::CancelPoint()
 {
-    if (dragged_) DragPoint(drag_start_x_, drag_start_y_);
-    held_point_.reset();
+    if (dragged_) TakeMove(held_.before);
+}
+
+document::WorldPlace AdditionsControl::PlaceOf(double area_x, double area_y) const
+{
+    const render::ViewRange& view = application_.View();
+    return {view.WorldX(area_x), view.WorldY(area_y), view.twips_per_pixel_x / view.xmu,
+            view.twips_per_pixel_y / view.ymu};
+}
+
+void AdditionsControl::TakeMove(const document::PointMove& move)
+{
+    document::PlotDocument& plot = application_.Document();
+    plot.points_text = move.points_text;
+    {
+        const ParameterControl::Together together(parameters_);
+        for (const document::ParameterChange& change : move.parameters) {
+            parameters_.setpar(change.index, change.value);
+        }
+    }
+    points_.text2list(plot.points_text);
+    Q_EMIT pointMoved();
 }
 
 }  // namespace korvinth::app

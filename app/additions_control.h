@@ -2,11 +2,12 @@
 #pragma once
 
 #include <QObject>
-#include <optional>
+#include <cstddef>
 #include <set>
 #include <string>
 
 #include "app/application.h"
+#include "document/additional_points.h"
 #include "ui/dialogs.h"
 #include "ui/graph_gestures.h"
 
@@ -46,7 +47,15 @@ Q_SIGNALS:
     void pointDropped();  // a drag has changed the plot
 
 private:
+    // A point under the hand, and what its drag began with.
+    struct HeldPoint
+    {
+        std::size_t index = 0;
+        document::PointMove before;
+    };
     void Tell(const std::string& title, const std::string& text);
+    document::WorldPlace PlaceOf(double area_x, double area_y) const;
+    void TakeMove(const document::PointMove& move);
 
     Application& application_;
     ParameterControl& parameters_;
@@ -55,9 +64,7 @@ private:
     ui::Dialogs& dialogs_;
     std::set<std::string> told_;
     bool lines_are_taken_ = false;
-    std::optional<std::size_t> held_point_;
-    double drag_start_x_ = 0;
-    double drag_start_y_ = 0;
+    HeldPoint held_;
     bool dragged_ = false;
 };
 

@@ -7,15 +7,15 @@ namespace {
 
 // Widths and heights in heights of a line, so that they follow the font.
 constexpr int kColumnLines = 24;  // a term of about forty letters
-constexpr int kCollectionLines = 10;
-constexpr int kLeastCollectionLines = 5;
+constexpr int kLeastParameterLines = 7;  // title and one slider, or what stands in its place
 
 // In percent of the area.
 constexpr int kWidestColumn = 40;
 constexpr int kNarrowestColumn = 24;
-constexpr int kMostTerms = 70;
 constexpr int kLeastTerms = 30;
 constexpr int kSureTerms = 40;
+constexpr int kMostCollection = 40;
+constexpr int kSureCollection = 30;
 
 int ColumnWidth(const ArrangementRequest& request)
 {
@@ -29,9 +29,13 @@ int CollectionHeight(const ArrangementRequest& request)
 {
     if (!request.has_collection) return 0;
     if (!request.has_terms && !request.has_parameters) return request.height;
-    const int quarter = request.height / 4;
-    return std::clamp(quarter, std::min(kLeastCollectionLines * request.font_height, quarter),
-                      kCollectionLines * request.font_height);
+    const int least =
+        std::min(request.least_collection_height, request.height * kSureCollection / 100);
+    const int most = request.height * kMostCollection / 100;
+    // More entries show as far as rows in use and sliders leave room.
+    const int left_over = request.height - (request.has_terms ? request.terms_height : 0) -
+                          (request.has_parameters ? request.parameters_height : 0);
+    return std::clamp(std::min(request.collection_height, left_over), least, most);
 }
 
 // Of the room that the collection leaves.
@@ -42,12 +46,13 @@ int TermsHeight(const ArrangementRequest& request, int room)
     // The rows in use stay in view as far as that leaves the sliders most of the room.
     const int least = std::clamp(request.terms_height, request.height * kLeastTerms / 100,
                                  request.height * kSureTerms / 100);
-    const int most = std::max(least, room * kMostTerms / 100);
-    // Half of the room each. The one that needs more takes what the other one leaves; when there is
-    // too little for both, the sliders come first, since they are worked while they are looked at.
-    const int left_over = room - request.parameters_height;
-    const int wanted = std::max(room / 2, request.terms_height);
-    return std::clamp(std::min(wanted, left_over), least, most);
+    // Half of the room each, and the rows take what the sliders leave, as far as there are rows.
+    // When there is too little for both, the sliders come first, since they are worked while they
+    // are looked at.
+    const int sliders =
+        std::max(request.parameters_height, kLeastParameterLines * request.font_height);
+    const int wanted = std::max({room / 2, request.terms_height, request.all_terms_height});
+    return std::max(std::min(wanted, room - sliders), least);
 }
 
 // The left column from top to bottom: terms, parameters, collection.

@@ -28,9 +28,12 @@ struct ArrangementRequest
     int height = 0;
     int font_height = 16;       // of one line of text
     int terms_height = 0;       // what the term editor needs to show its rows in use
+    int all_terms_height = 0;   // and to show every row
     int parameters_height = 0;  // what the sliders need
     bool has_collection = false;
-    int ranges_height = 0;  // of the range window while it is shown, else 0
+    int least_collection_height = 0;  // what the collection needs to show a few entries
+    int collection_height = 0;        // and to show all of them
+    int ranges_height = 0;            // of the range window while it is shown, else 0
     GraphPlace graph_place = GraphPlace::Docked;
     // What the user has closed leaves its place to its neighbours.
     bool has_terms = true;

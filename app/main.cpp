@@ -8,6 +8,7 @@
 #include "app/headless.h"
 #include "app/program.h"
 #include "app/toolkit.h"
+#include "ui/desktop_style.h"
 
 namespace {
 
@@ -25,6 +26,7 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
     QApplication toolkit(count, arguments);
     QApplication::setApplicationName("Korvinth");
     QApplication::setApplicationVersion(KORVINTH_VERSION);
+    QApplication::setStyle(new korvinth::ui::DesktopStyle);
     UseGerman(toolkit);
 
     Program program;

@@ -17,6 +17,8 @@
 #include "ui/parameter_column.h"
 #include "ui/parameter_list.h"
 #include "ui/punkte.h"
+#include "ui/sammlung.h"
+#include "ui/sammtext.h"
 #include "ui/termform.h"
 #include "ui/zoom_dialog.h"
 
@@ -63,6 +65,7 @@ MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* 
                                               *interform_, *lines_, *points_},
                                   dialogs_);
     commands_ = std::make_unique<PlotCommands>(menus_, *session_, *termform_, *graphform_);
+    MakeCollection(application);
     ConnectSession();
     ConnectWindowEntries();
     MakeShortcuts();
@@ -105,13 +108,38 @@ void MainWindow::MakeChildren(Application& application)
         child->hide();
     }
     ranges_frame_->hide();
+    for (ui::ChildWindow* child : {list_frame_, ranges_frame_, lines_frame_, points_frame_}) {
+        child->SetClosedByEsc();
+    }
+}
+
+void MainWindow::MakeCollection(Application& application)
+{
+    collection_ = std::make_unique<CollectionControl>(*session_, application.Document().attributes,
+                                                      menus_, dialogs_, this);
+    collection_frame_ = MakeChild(&collection_->Window());
+    description_frame_ = MakeChild(&collection_->DescriptionWindow());
+    description_frame_->SetFree(true);
+    description_frame_->hide();
+    connect(collection_.get(), &CollectionControl::windowWanted, this,
+            [this] { ShowChild(collection_frame_); });
+    connect(collection_.get(), &CollectionControl::descriptionWanted, this,
+            [this] { ShowBesideGraph(description_frame_, &collection_->DescriptionWindow()); });
+    for (const auto signal : {&CollectionControl::changed, &CollectionControl::entriesReplaced}) {
+        connect(collection_.get(), signal, this, &MainWindow::ArrangeWindows);
+    }
+    connect(&collection_->Window(), &ui::Sammlung::heightChanged, this,
+            &MainWindow::ArrangeWindows);
 }
 
 ui::ChildWindow* MainWindow::MakeChild(QWidget* content)
 {
     auto* child = new ui::ChildWindow(content);
     area_->addSubWindow(child, child->windowFlags());
-    connect(child, &ui::ChildWindow::hidden, this, &MainWindow::ArrangeWindows);
+    connect(child, &ui::ChildWindow::hidden, this, [this] {
+        ArrangeWindows();
+        ActivateFormer();
+    });
     return child;
 }
 
@@ -155,7 +183,10 @@ void MainWindow::ConnectWindowEntries()
     });
     on("mn_zoomoptions", [this] { ShowZoomFactors(); });
     on("mn_groptions", [this] { ShowSettings(); });
-    on("mn_optdef", [this] { session_->UseDefaultSettings(); });
+    on("mn_optdef", [this] {
+        session_->UseDefaultSettings();
+        if (settings_->isVisible()) ShowSettings();
+    });
     on("mn_asy", [this] { ShowBesideGraph(lines_frame_, lines_); });
     on("mn_punkt", [this] { ShowBesideGraph(points_frame_, points_); });
     on("mn_inter", [this] { ShowRanges(); });
@@ -188,7 +219,12 @@ void MainWindow::ArrangeWindows()
     request.height = area_->viewport()->height();
     request.font_height = fontMetrics().height();
     request.terms_height = terms_frame_->HeightFor(termform_->sizeHint().height());
+    request.all_terms_height = terms_frame_->HeightFor(termform_->HeightOfAllRows());
     request.parameters_height = sliders_frame_->HeightFor(sliders_->HeightOfWindows());
+    request.has_collection = !collection_frame_->isHidden();
+    request.least_collection_height =
+        collection_frame_->HeightFor(collection_->Window().LeastHeight());
+    request.collection_height = collection_frame_->HeightFor(collection_->Window().FullHeight());
     request.graph_place = graph_place_;
     request.has_terms = !terms_frame_->isHidden();
     request.has_parameters = !sliders_frame_->isHidden();
@@ -198,6 +234,7 @@ void MainWindow::ArrangeWindows()
     const Arrangement places = Arrange(request);
     Place(terms_frame_, places.terms);
     Place(sliders_frame_, places.parameters);
+    Place(collection_frame_, places.collection);
     Place(graph_frame_, places.graph);
     Place(ranges_frame_, places.ranges);
     ranges_frame_->SetFree(places.ranges.height == 0);
@@ -233,6 +270,7 @@ void MainWindow::ShowRanges()
 {
     interform_->updateall();
     ShowChild(ranges_frame_);
+    interform_->FocusFirstField();
 }
 
 void MainWindow::DockAll()
@@ -240,7 +278,9 @@ void MainWindow::DockAll()
     graph_place_ = GraphPlace::Docked;
     menus_.SetChecked("mn_gri", false);
     graph_frame_->SetFree(false);
-    for (ui::ChildWindow* child : {terms_frame_, sliders_frame_, graph_frame_}) child->show();
+    for (ui::ChildWindow* child : {terms_frame_, sliders_frame_, graph_frame_, collection_frame_}) {
+        child->show();
+    }
     ArrangeWindows();
 }
 
@@ -269,14 +309,26 @@ void MainWindow::MaximiseGraph()
 void MainWindow::ActivateNext(int step)
 {
     QList<ui::ChildWindow*> shown;
-    for (ui::ChildWindow* child : {terms_frame_, sliders_frame_, graph_frame_, ranges_frame_,
-                                   list_frame_, lines_frame_, points_frame_}) {
+    for (ui::ChildWindow* child :
+         {terms_frame_, sliders_frame_, graph_frame_, ranges_frame_, list_frame_, lines_frame_,
+          points_frame_, collection_frame_, description_frame_}) {
         if (!child->isHidden()) shown.append(child);
     }
     if (shown.isEmpty()) return;
     const qsizetype present =
         shown.indexOf(qobject_cast<ui::ChildWindow*>(area_->activeSubWindow()));
     shown[(present + step + shown.size()) % shown.size()]->BringToFront();
+}
+
+// The keys go on to the window that had them before the one just closed.
+void MainWindow::ActivateFormer()
+{
+    const QList<QMdiSubWindow*> windows = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
+    for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
+        if ((*window)->isHidden()) continue;
+        if (auto* child = qobject_cast<ui::ChildWindow*>(*window)) child->BringToFront();
+        return;
+    }
 }
 
 void MainWindow::ShowZoomFactors()
@@ -314,8 +366,9 @@ void MainWindow::CloseWindows()
 {
     zoom_dialog_->close();
     settings_->close();
-    for (ui::ChildWindow* child : {terms_frame_, sliders_frame_, graph_frame_, ranges_frame_,
-                                   list_frame_, lines_frame_, points_frame_}) {
+    for (ui::ChildWindow* child :
+         {terms_frame_, sliders_frame_, graph_frame_, ranges_frame_, list_frame_, lines_frame_,
+          points_frame_, collection_frame_, description_frame_}) {
         child->hide();
     }
 }

@@ -6,6 +6,7 @@
 
 #include "app/application.h"
 #include "app/arrangement.h"
+#include "app/collection_control.h"
 #include "app/menus.h"
 #include "app/plot_commands.h"
 #include "app/session.h"
@@ -34,6 +35,7 @@ public:
     Q_DISABLE_COPY_MOVE(MainWindow)
 
     Session& PlotSession() { return *session_; }
+    CollectionControl& Entries() { return *collection_; }
 
     void ArrangeWindows();
     void CloseSliders();
@@ -51,6 +53,7 @@ protected:
 private:
     void MakeChildren(Application& application);
     ui::ChildWindow* MakeChild(QWidget* content);
+    void MakeCollection(Application& application);
     void ConnectWindowEntries();
     void ConnectSession();
     void MakeShortcuts();
@@ -62,6 +65,7 @@ private:
     void SetGraphFree();   // mn_gri
     void MaximiseGraph();  // mn_ghm
     void ActivateNext(int step);
+    void ActivateFormer();
     void ShowZoomFactors();
     void ShowSettings();  // mn_groptions
     void ShowBesideGraph(ui::ChildWindow* child, QWidget* content);
@@ -88,7 +92,10 @@ private:
     ui::ChildWindow* ranges_frame_ = nullptr;
     ui::ChildWindow* lines_frame_ = nullptr;
     ui::ChildWindow* points_frame_ = nullptr;
+    ui::ChildWindow* collection_frame_ = nullptr;
+    ui::ChildWindow* description_frame_ = nullptr;
     std::unique_ptr<Session> session_;
+    std::unique_ptr<CollectionControl> collection_;
     std::unique_ptr<PlotCommands> commands_;
     GraphPlace graph_place_ = GraphPlace::Docked;
 };

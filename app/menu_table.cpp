@@ -39,31 +39,31 @@ constexpr MenuEntry kMainMenu[] = {
     {"mn_edit", "mn_redo", "&Wiederherstellen", Command, "Ctrl+Shift+Z"},
 
     {"", "mn_samml", "&Sammlung", Menu, ""},
-    {"mn_samml", "mn_shc", "Sammlung anzeigen", Command, "", kLater},
-    {"mn_samml", "mn_dtl", "Detaillierte Beschreibung anzeigen", Command, "", kLater},
-    {"mn_samml", "mn_ivar", "Schriftgröße der Beschreibung individuell änderbar", Check, "",
-     kLater},
-    {"mn_samml", "mn_safo", "Schriftgröße der Beschreibung ändern", Menu, "", kLater},
-    {"mn_safo", "mnfs1[0]", "", Exclusive, "", kLater},
-    {"mn_safo", "mnfs1[1]", "", Exclusive, "", kLater},
-    {"mn_safo", "mnfs1[2]", "", Exclusive, "", kLater},
-    {"mn_safo", "mnfs1[3]", "", Exclusive, "", kLater},
-    {"mn_safo", "mnfs1[4]", "", Exclusive, "", kLater},
-    {"mn_safo", "mnfs1[5]", "", Exclusive, "", kLater},
-    {"mn_safo", "mnfs1[6]", "", Exclusive, "", kLater},
-    {"mn_safo", "mnfs1[7]", "", Exclusive, "", kLater},
-    {"mn_safo", "mnfs1[8]", "", Exclusive, "", kLater},
+    {"mn_samml", "mn_shc", "Sammlung anzeigen", Command, ""},
+    {"mn_samml", "mn_dtl", "Detaillierte Beschreibung anzeigen", Command, ""},
+    {"mn_samml", "mn_ivar", "Schriftgröße der Beschreibung individuell änderbar", Check, ""},
+    {"mn_samml", "mn_safo", "Schriftgröße der Beschreibung ändern", Menu, ""},
+    {"mn_safo", "mnfs1[0]", "", Exclusive, ""},
+    {"mn_safo", "mnfs1[1]", "", Exclusive, ""},
+    {"mn_safo", "mnfs1[2]", "", Exclusive, ""},
+    {"mn_safo", "mnfs1[3]", "", Exclusive, ""},
+    {"mn_safo", "mnfs1[4]", "", Exclusive, ""},
+    {"mn_safo", "mnfs1[5]", "", Exclusive, ""},
+    {"mn_safo", "mnfs1[6]", "", Exclusive, ""},
+    {"mn_safo", "mnfs1[7]", "", Exclusive, ""},
+    {"mn_safo", "mnfs1[8]", "", Exclusive, ""},
     Line("mn_samml"),
-    {"mn_samml", "mn_add", "Aktuelle Daten &hinzfügen", Command, "", kLater},
-    {"mn_samml", "mn_newentry", "&Neuen Eintrag hinzufügen", Command, "", kLater},
-    {"mn_samml", "mn_einakt", "Angewählten Eintrag &zeichnen", Command, "", kLater},
+    {"mn_samml", "mn_add", "Aktuelle Daten &hinzfügen", Command, ""},
+    {"mn_samml", "mn_newentry", "&Neuen Eintrag hinzufügen", Command, ""},
+    {"mn_samml", "mn_einakt", "Angewählten Eintrag &zeichnen", Command, ""},
     Line("mn_samml"),
-    {"mn_samml", "mn_rename", "&Umbenennen", Command, "", kLater},
-    {"mn_samml", "mn_copy", "&Kopieren", Command, "", kLater},
-    {"mn_samml", "mn_insert", "&Einfügen", Command, "", kLater},
-    {"mn_samml", "mn_insaft", "Einfügen &danach", Command, "", kLater},
-    {"mn_samml", "mn_cut", "Aus&schneiden", Command, "", kLater},
-    {"mn_samml", "mn_clr", "&Löschen", Command, "", kLater},
+    {"mn_samml", "mn_rename", "&Umbenennen", Command, ""},
+    {"mn_samml", "mn_copy", "&Kopieren", Command, ""},
+    {"mn_samml", "mn_insert", "&Einfügen", Command, ""},
+    {"mn_samml", "mn_insaft", "Einfügen &danach", Command, ""},
+    {"mn_samml", "mn_cut", "Aus&schneiden", Command, ""},
+    {"mn_samml", "mn_clr", "&Löschen", Command, ""},
+    {"mn_samml", "mn_protect", "Schü&tzen", Check, ""},
 
     {"", "mn_pmw", "&Parameter", Menu, ""},
     {"mn_pmw", "mn_spal", "Parameteraus&wahlliste anzeigen", Command, ""},
@@ -99,8 +99,8 @@ constexpr MenuEntry kMainMenu[] = {
 
     {"", "mn_win", "&Fenster", Menu, ""},
     {"mn_win", "mn_calc", "&Taschenrechner", Command, "", kLater},
-    {"mn_win", "mn_col", "&Sammlung", Command, "", kLater},
-    {"mn_win", "mnf_det", "Detaillierte Beschreibung", Command, "", kLater},
+    {"mn_win", "mn_col", "&Sammlung", Command, ""},
+    {"mn_win", "mnf_det", "Detaillierte Beschreibung", Command, ""},
     {"mn_win", "mn_asy", "G&eraden", Command, ""},
     {"mn_win", "mn_punkt", "Punkte", Command, ""},
     {"mn_win", "mn_inter", "&Intervalle", Command, "Ctrl+I"},
@@ -134,6 +134,14 @@ constexpr MenuEntry kGraphPopUp[] = {
     {"mn_pop1", "mng_terms", "Funktionsterme ändern", Command, ""},
     {"mn_pop1", "mng_intervals", "Darstellungsintervall ändern", Command, ""},
     {"mn_pop1", "mng_width", "Liniendicke ändern", Command, ""},
+    {"mn_pop1", "mng_type", "Linienart ändern", Menu, ""},
+    {"mng_type", "mng_line[0]", "durchgezogen", Exclusive, ""},
+    {"mng_type", "mng_line[1]", "gestrichelt", Exclusive, ""},
+    {"mng_type", "mng_line[2]", "gepunktet", Exclusive, ""},
+    {"mng_type", "mng_line[3]", "Strich, Punkt", Exclusive, ""},
+    {"mng_type", "mng_line[4]", "Strich, zwei Punkte", Exclusive, ""},
+    {"mng_type", "mng_line[5]", "unsichtbar", Exclusive, ""},
+    {"mng_type", "mng_line[6]", "durchgezogen, innerhalb", Exclusive, ""},
     {"mn_pop1", "mng_style", "Linie oder diskrete Punkte", Menu, ""},
     {"mng_style", "mng_point[0]", "Linie", Exclusive, ""},
     {"mng_style", "mng_point[1]", "Punkt 1", Exclusive, ""},
@@ -160,9 +168,9 @@ constexpr MenuEntry kGraphPopUp[] = {
 };
 
 constexpr std::string_view kOfRow[] = {
-    "mn_pop1",     "mng_rowafter", "mng_rowbefore", "mng_rowclr", "mng_vis",
-    "mng_colour",  "mng_terms",    "mng_intervals", "mng_width",  "mng_style",
-    "mng_samples", "mng_onlypara", "mng_alsopara",  "mng_family",
+    "mn_pop1",     "mng_rowafter",  "mng_rowbefore", "mng_rowclr",   "mng_vis",    "mng_colour",
+    "mng_terms",   "mng_intervals", "mng_width",     "mng_type",     "mng_style",  "mng_samples",
+    "mng_fontvar", "mng_font",      "mng_onlypara",  "mng_alsopara", "mng_family",
 };
 
 }  // namespace
@@ -175,7 +183,7 @@ bool ConcernsRow(const MenuEntry& entry)
     const auto listed = [](std::string_view name) {
         return std::ranges::find(kOfRow, name) != std::end(kOfRow);
     };
-    return listed(entry.name) || (entry.menu == "mng_style" && listed(entry.menu));
+    return listed(entry.name) || entry.menu == "mng_type" || entry.menu == "mng_style";
 }
 
 std::string PlainCaption(std::string_view caption)

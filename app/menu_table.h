@@ -32,7 +32,7 @@ std::span<const MenuEntry> GraphPopUp();
 bool ConcernsRow(const MenuEntry& entry);
 
 // Sizes of the description's font in points, the captions of mnfs1[0] to mnfs1[8].
-inline constexpr int kDescriptionPoints[] = {8, 10, 12, 14, 16, 20, 24, 30, 36};
+inline constexpr int kDescriptionPoints[] = {8, 10, 12, 14, 18, 20, 24, 30, 36};
 
 // A caption as a tool tip or an accessible name: without mnemonics, no double blanks.
 std::string PlainCaption(std::string_view caption);

@@ -21,7 +21,8 @@ Menus::Menus(QMainWindow& window) : window_(window)
     Build(GraphPopUp(), false);
     int number = 0;
     for (const int points : kDescriptionPoints) {
-        SetCaption("mnfs1[" + std::to_string(number++) + "]", QString::number(points));
+        SetCaption("mnfs1[" + std::to_string(number++) + "]",
+                   QStringLiteral("%1 Punkt").arg(points));
     }
 }
 

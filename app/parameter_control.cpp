@@ -235,7 +235,8 @@ void ParameterControl::OpenTimerDialog(ParameterIndex index)
     timer_dialog_->init(index, document_.parameters[index]);
     // Below the slider that it is for, not over the graph.
     if (const ui::Para* window = column_.Window(index); window != nullptr && window->isVisible()) {
-        timer_dialog_->move(window->mapToGlobal(window->rect().bottomLeft()));
+        timer_dialog_->OpenBelow(*window);
+        return;
     }
     timer_dialog_->open();
 }

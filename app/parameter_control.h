@@ -43,7 +43,7 @@ public:
     // A parameter came into use (document::PlotHost::InitSlider).
     void InitSlider(document::ParameterIndex index);
     // After every ApplyPlot: new parameters get their windows, those no term uses lose theirs, a
-    // window that the user closed stays closed; lists, bounds and sample counts follow the plot.
+    // window that the user closed stays closed; lists and bounds follow the plot.
     void FollowPlot();
     // After a change of the displayed x-range: integral bounds follow it.
     void FollowRange();

@@ -38,6 +38,16 @@ constexpr AngleEntry kAngles[] = {
 
 constexpr int kLargestPoint = 10;
 
+constexpr document::LineType kLineTypes[] = {
+    document::LineType::Solid,      document::LineType::Dash,       document::LineType::Dot,
+    document::LineType::DashDot,    document::LineType::DashDotDot, document::LineType::Invisible,
+    document::LineType::SolidInside};
+
+std::string TypeEntry(document::LineType type)
+{
+    return "mng_line[" + std::to_string(static_cast<int>(type)) + "]";
+}
+
 std::string PointEntry(int radius) { return "mng_point[" + std::to_string(radius) + "]"; }
 
 }  // namespace
@@ -115,6 +125,9 @@ void PlotCommands::ConnectRow()
     On("mng_alsopara", [this] { session_.ShowParametersOf(terms_.CurrentRow(), false); });
     On("mng_family",
        [this](bool allowed) { session_.SetFamilyAllowed(terms_.CurrentRow(), allowed); });
+    for (const document::LineType type : kLineTypes) {
+        On(TypeEntry(type), [this, type] { session_.SetLineType(terms_.CurrentRow(), type); });
+    }
     for (int radius = 0; radius <= kLargestPoint; ++radius) {
         On(PointEntry(radius),
            [this, radius] { session_.SetPointRadius(terms_.CurrentRow(), radius); });
@@ -137,8 +150,10 @@ void PlotCommands::ToggleMode(ui::PointerMode mode)
 
 void PlotCommands::SetState(document::EditorState state)
 {
+    const document::SlotIndex row = terms_.CurrentRow();
+    menus_.Entry("mn_term").trigger();  // the editor may be closed; goes to the row it was left in
     terms_.setstate(static_cast<int>(state));
-    terms_.FocusRow(terms_.CurrentRow());
+    terms_.FocusRow(row);
 }
 
 void PlotCommands::ShowRowMenu(QPoint place)
@@ -172,6 +187,9 @@ void PlotCommands::ShowState()
     menus_.SetChecked("mng_move", graph_.Mode() == ui::PointerMode::Move);
     menus_.SetChecked("mng_zoom", graph_.Mode() == ui::PointerMode::ZoomFrame);
     menus_.SetEnabled("mng_back", !view.History().Empty());
+    const bool terms_shown = terms_.State() == document::EditorState::Terms;
+    menus_.SetEnabled("mng_terms", !terms_shown);
+    menus_.SetEnabled("mng_intervals", terms_shown);
     menus_.SetEnabled("mn_undo", session_.CanUndo());
     menus_.SetEnabled("mn_redo", session_.CanRedo());
     menus_.SetCaption("mn_timergo", session_.Animation().MenuCaption());
@@ -180,19 +198,18 @@ void PlotCommands::ShowState()
 void PlotCommands::ShowRowState()
 {
     const document::SlotIndex row = terms_.CurrentRow();
-    const document::FunctionSlot& slot = session_.Document().slots[session_.DrawnSlot(row)];
+    const document::SlotIndex drawn = session_.DrawnSlot(row);
+    const document::FunctionSlot& slot = session_.Document().slots[drawn];
     const bool used = !slot.name.empty();
     menus_.SetChecked("mng_vis", slot.visible);
     menus_.SetChecked("mng_fontvar", terms_.HasOwnRowPoints());
     menus_.SetChecked("mng_family", slot.family_allowed);
+    menus_.SetChecked(TypeEntry(session_.Document().attributes.slots[drawn].type), true);
     menus_.SetChecked(PointEntry(slot.point_radius), true);
     for (const std::string_view entry :
          {"mng_vis", "mng_samples", "mng_onlypara", "mng_alsopara", "mng_family"}) {
         menus_.SetEnabled(entry, used);
     }
-    const bool terms_shown = terms_.State() == document::EditorState::Terms;
-    menus_.SetEnabled("mng_terms", !terms_shown);
-    menus_.SetEnabled("mng_intervals", terms_shown);
     menus_.SetEnabled("mng_rowafter", row != document::AllSlots().back());
     menus_.SetEnabled("mng_rowbefore", row != document::AllSlots().back());
 }

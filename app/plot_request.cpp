@@ -92,16 +92,20 @@ void FillPlot(document::PlotDocument& plot, const CommandLine& command)
 {
     plot.attributes.angle_mode = command.angle_mode;
     if (command.places) plot.attributes.calculator_places = *command.places;
-    if (command.x_range) {
-        plot.ranges.x_lower = command.x_range->lower;
-        plot.ranges.x_upper = command.x_range->upper;
-    }
-    if (command.y_range) {
-        plot.ranges.y_lower = command.y_range->lower;
-        plot.ranges.y_upper = command.y_range->upper;
-    }
     for (std::size_t i = 0; i < command.rows.size(); ++i) {
         plot.rows[document::SlotIndex{static_cast<std::int16_t>(i)}] = command.rows[i];
+    }
+}
+
+void FillRanges(document::RangeTexts& ranges, const CommandLine& command)
+{
+    if (command.x_range) {
+        ranges.x_lower = command.x_range->lower;
+        ranges.x_upper = command.x_range->upper;
+    }
+    if (command.y_range) {
+        ranges.y_lower = command.y_range->lower;
+        ranges.y_upper = command.y_range->upper;
     }
 }
 
@@ -120,7 +124,9 @@ PlotRequestReport ApplyRequest(Application& application, const CommandLine& comm
         kept.name = parameter.name;
         kept.value = parameter.value;
     }
+    // An area of another shape moves the standard range, so the wanted one comes after it.
     application.SetAreaSize(command.width, command.height);
+    FillRanges(plot.ranges, command);
 
     document::PlotReport report = application.Apply();
     if (report.errors.empty() && !command.intervals.empty()) {

@@ -9,7 +9,9 @@
 
 #include "document/general_settings.h"
 #include "document/parameters_of.h"
+#include "document/plot_entry.h"
 #include "document/terms_text.h"
+#include "render/sampling.h"
 #include "ui/asymptoten.h"
 #include "ui/graphform.h"
 #include "ui/interform.h"
@@ -21,7 +23,6 @@
 namespace korvinth::app {
 namespace {
 
-constexpr int kWidestLine = 20;  // pixels
 constexpr int kSmallestRowPoints = 8;
 constexpr int kLargestRowPoints = 36;
 
@@ -155,6 +156,25 @@ void Session::GoTo(const std::optional<document::PlotSnapshot>& snapshot)
     Q_EMIT layoutChanged();
 }
 
+document::CollectionEntry Session::CurrentPlot()
+{
+    const render::ViewRange& view = application_.View();
+    return document::EntryOfPlot(
+        Document(), {view.x_min, view.x_max, view.y_min, view.y_max, view.t_min, view.t_max});
+}
+
+void Session::DrawEntry(const document::CollectionEntry& entry)
+{
+    std::string faults;
+    AsOneStep([&] {
+        faults = document::FillPlot(entry, application_.Document());
+        Rebuild();
+    });
+    windows_.terms.init();
+    Q_EMIT layoutChanged();
+    if (!faults.empty()) dialogs_.ShowExclamation("Meldung:", faults);
+}
+
 // The step is kept when the plot is another one afterwards.
 template <class Change>
 void Session::AsOneStep(Change change)
@@ -249,11 +269,17 @@ void Session::AskLineWidth(document::SlotIndex row)
     document::DisplayAttributes& attributes = application_.Document().attributes;
     const std::optional<int> width = dialogs_.AskNumber(
         "Liniendicke ändern", "Liniendicke in Bildpunkten:", attributes.slots[DrawnSlot(row)].width,
-        1, kWidestLine);
+        1, document::kWidestLine);
     if (!width) return;
     ChangeGraph(row, [&](document::SlotIndex slot) {
         attributes.slots[slot].width = static_cast<std::int16_t>(*width);
     });
+}
+
+void Session::SetLineType(document::SlotIndex row, document::LineType type)
+{
+    document::DisplayAttributes& attributes = application_.Document().attributes;
+    ChangeGraph(row, [&](document::SlotIndex slot) { attributes.slots[slot].type = type; });
 }
 
 void Session::SetPointRadius(document::SlotIndex row, int radius)
@@ -266,7 +292,7 @@ void Session::SetPointRadius(document::SlotIndex row, int radius)
 
 void Session::AskSampleCount(document::SlotIndex row)
 {
-    const document::SlotIndex slot = DrawnSlot(row);
+    const document::SlotIndex slot = Document().SampledSlot(DrawnSlot(row));
     const std::optional<int> points = dialogs_.AskNumber(
         "Stützstellenanzahl ändern", "Anzahl der Stützstellen:", application_.SampleCount(slot) + 1,
         static_cast<int>(document::kFewestSupportPoints),
@@ -323,9 +349,7 @@ void Session::TakeGeneralSettings(const document::DisplayAttributes& settings)
     const bool counts_change = settings.constant_sample_count != attributes.constant_sample_count ||
                                settings.sample_count != attributes.sample_count;
     document::CopyGeneralSettings(settings, attributes);
-    if (counts_change) {
-        application_.ForgetSampleCounts();
-    }
+    if (counts_change) application_.ForgetSampleCounts();
     animation_.SetInterval(attributes.timer_milliseconds);
     windows_.lines.SetCommonColour(attributes.line_colour);
     windows_.graph.SetSmooth(attributes.smooth_drawing);  // redraws
@@ -408,7 +432,7 @@ void Session::TellSampleCounts()
     for (const document::SlotIndex slot : document::AllSlots()) {
         const document::ParameterIndex count = document::SampleCountParameter(slot);
         if (Document().parameters[count].name.empty()) continue;
-        parameters_.setpar(count, SampleCount(slot) + 1);
+        parameters_.setpar(count, render::DefaultSampleCount(application_.View()) + 1);
     }
 }
 
@@ -454,6 +478,17 @@ void Session::updatet() { windows_.ranges.updatet(); }
 
 void Session::HistoryChanged(bool) { Q_EMIT stateChanged(); }
 
-void Session::CollectParameters() { Rebuild(); }
+void Session::CollectParameters()
+{
+    before_ranges_ = document::TakeSnapshot(Document());
+    Rebuild();
+}
+
+void Session::ParametersCollected(const document::RangeTexts& before)
+{
+    before_ranges_.TakeRanges(before);
+    undo_.Push(std::move(before_ranges_), document::TakeSnapshot(Document()));
+    Q_EMIT stateChanged();
+}
 
 }  // namespace korvinth::app

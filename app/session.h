@@ -8,6 +8,7 @@
 #include "app/additions_control.h"
 #include "app/animation_control.h"
 #include "app/application.h"
+#include "app/collection_host.h"
 #include "app/mouse_coupling.h"
 #include "app/parameter_control.h"
 #include "app/plot_request.h"
@@ -39,7 +40,7 @@ struct PlotWindows
     ui::Punkte& points;
 };
 
-class Session final : public QObject, ApplyHooks, ParameterHost, ViewListener
+class Session final : public QObject, public CollectionHost, ApplyHooks, ParameterHost, ViewListener
 {
     Q_OBJECT
 public:
@@ -60,10 +61,15 @@ public:
     bool CanUndo() const { return undo_.CanUndo(); }
     bool CanRedo() const { return undo_.CanRedo(); }
 
+    // CollectionHost
+    document::CollectionEntry CurrentPlot() override;
+    void DrawEntry(const document::CollectionEntry& entry) override;
+
     // For the graph of an editor's row; a curve is changed in both of its rows.
     void ToggleVisible(document::SlotIndex row);  // swvis
     void TakeColour(document::SlotIndex row, document::Colour colour);
     void AskLineWidth(document::SlotIndex row);
+    void SetLineType(document::SlotIndex row, document::LineType type);
     void SetPointRadius(document::SlotIndex row, int radius);
     void AskSampleCount(document::SlotIndex row);
     void SetFamilyAllowed(document::SlotIndex row, bool allowed);
@@ -118,6 +124,7 @@ private:
     void updatet() override;
     void HistoryChanged(bool can_go_back) override;
     void CollectParameters() override;
+    void ParametersCollected(const document::RangeTexts& before) override;
 
     void Connect();
     void FollowArea();
@@ -141,8 +148,9 @@ private:
     MouseCoupling coupling_;
     AdditionsControl additions_;
     document::PlotUndo undo_;
-    document::PlotSnapshot before_drag_;  // of an additional point
-    bool rows_are_applied_ = false;       // Apply takes the editor's rows
+    document::PlotSnapshot before_drag_;    // of an additional point
+    document::PlotSnapshot before_ranges_;  // that brought new parameters
+    bool rows_are_applied_ = false;         // Apply takes the editor's rows
 };
 
 }  // namespace korvinth::app

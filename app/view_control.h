@@ -30,6 +30,8 @@ public:
     // A range was typed whose terms name something new: the plot is to be rebuilt, which makes
     // parameters of such names.
     virtual void CollectParameters() {}
+    // The ranges that were accepted are in force now; what they were before.
+    virtual void ParametersCollected(const document::RangeTexts& /*before*/) {}
 };
 
 using document::KeptRatio;

@@ -212,6 +212,7 @@ std::vector<RangeFault> ViewControl::TakeRanges(const RangeTexts& typed)
     if (collected && !faults.empty()) listener_->CollectParameters();
     if (!SamePlane(before.view, view_)) Remember(Run::None, before.view);
     AnnounceTaken(faults);
+    if (collected) listener_->ParametersCollected(before.texts);
     return faults;
 }
 

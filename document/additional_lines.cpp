@@ -4,6 +4,7 @@
 
 #include "document/list_text.h"
 #include "document/number_text.h"
+#include "document/storable_text.h"
 #include "term/words.h"
 
 namespace korvinth::document {
@@ -116,6 +117,7 @@ LineDirection DirectionOf(std::string_view equation)
 {
     const std::size_t equals = equation.find('=');
     if (equals == std::string_view::npos) return LineDirection::None;
+    if (term::TrimBlanks(equation.substr(equals + 1)).empty()) return LineDirection::None;
     const std::string_view left = term::TrimBlanks(equation.substr(0, equals));
     if (left == "y") return LineDirection::Rising;
     return left == kArgument ? LineDirection::Vertical : LineDirection::None;

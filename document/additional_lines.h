@@ -13,7 +13,6 @@
 
 namespace korvinth::document {
 
-inline constexpr int kLineTypeCount = 7;
 inline constexpr std::string_view kWrongLineTypeTitle = "Fehler:";
 inline constexpr std::string_view kWrongLineType = "Unerlaubter Wert für die Linienart!";
 
@@ -50,7 +49,8 @@ std::string TakeLines(std::span<const AdditionalLine> lines);
 
 enum class LineDirection { None, Rising, Vertical };
 
-// "y=" is Rising, "x=" Vertical; None for every other equation, which is not drawn.
+// "y=" is Rising, "x=" Vertical; None for every other equation, also one with nothing behind the
+// "=", which is not drawn.
 LineDirection DirectionOf(std::string_view equation);
 
 // Both in parser syntax. A term that translates to nothing is as typed, for the parser to refuse.

@@ -5,14 +5,14 @@
 #include <charconv>
 #include <cmath>
 
+#include "document/escaped_signs.h"
 #include "document/list_text.h"
 #include "document/number_text.h"
+#include "document/storable_text.h"
 #include "term/words.h"
 
 namespace korvinth::document {
 namespace {
-
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
@@ -27,42 +27,10 @@ bool Balanced(std::string_view term)
     return depth == 0;
 }
 
-std::string Escape(std::string_view text, std::string_view signs)
-{
-    std::string escaped;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte >= 0x20 && signs.find(c) == std::string_view::npos) {
-            escaped += c;
-        } else {
-            escaped += {'%', kHexDigits[byte >> 4U], kHexDigits[byte & 15U]};
-        }
-    }
-    return escaped;
-}
-
-std::string Unescape(std::string_view text)
-{
-    std::string plain;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        unsigned byte = 0;
-        const std::string_view digits = text.substr(i + 1, 2);
-        const char* const end = digits.data() + digits.size();
-        if (text[i] == '%' && digits.size() == 2 &&
-            std::from_chars(digits.data(), end, byte, 16).ptr == end) {
-            plain += static_cast<char>(byte);
-            i += 2;
-        } else {
-            plain += text[i];
-        }
-    }
-    return plain;
-}
-
 std::string StoredCoordinate(std::string_view term)
 {
     const std::string storable = StorableTerm(term);
-    return "(" + Escape(storable, Balanced(storable) ? "%:" : "%:()") + ")";
+    return "(" + EscapeSigns(storable, Balanced(storable) ? "%:" : "%:()") + ")";
 }
 
 std::string StoredPoint(const AdditionalPoint& point)
@@ -77,7 +45,7 @@ std::string StoredPoint(const AdditionalPoint& point)
     if (point.colour != plain.colour) add('c', static_cast<int>(point.colour));
     if (point.with_values) add('w', 1);
     if (point.hidden) add('h', 1);
-    if (!point.name.empty()) text += ":n=" + Escape(term::TrimBlanks(point.name), "%:{}\\");
+    if (!point.name.empty()) text += ":n=" + EscapeSigns(term::TrimBlanks(point.name), "%:{}\\");
     return text;
 }
 
@@ -103,7 +71,7 @@ void ReadField(std::string_view field, AdditionalPoint& point)
             break;
         case 'w': point.with_values = number != 0; break;
         case 'h': point.hidden = number != 0; break;
-        case 'n': point.name = Unescape(value); break;
+        case 'n': point.name = UnescapeSigns(value); break;
         default: break;
     }
 }
@@ -115,11 +83,11 @@ void ReadCoordinates(std::string_view text, AdditionalPoint& point)
         text.starts_with('(') ? term::TrimBlanks(text.substr(first.size())) : std::string_view{};
     const std::string_view second = term::MatchingGroup(rest, 0);
     if (first.empty() || second.empty() || second != rest) {
-        point.x = Unescape(text);
+        point.x = UnescapeSigns(text);
         return;
     }
-    point.x = Unescape(first.substr(1, first.size() - 2));
-    point.y = Unescape(second.substr(1, second.size() - 2));
+    point.x = UnescapeSigns(first.substr(1, first.size() - 2));
+    point.y = UnescapeSigns(second.substr(1, second.size() - 2));
 }
 
 AdditionalPoint ReadStoredPoint(std::string_view item)

@@ -4,10 +4,9 @@
 
 #include "document/outside_terms.h"
 #include "document/parameter_use.h"
+#include "document/parameter_values.h"
 
 namespace korvinth::document {
-namespace {
-
 Parameter LowerBoundOf(const std::string& function)
 {
     Parameter bound;
@@ -39,8 +38,6 @@ Parameter UserParameter(const std::string& name)
     if (name.ends_with("_int")) parameter.state = kIntegerState;
     return parameter;
 }
-
-}  // namespace
 
 ParameterCollector::ParameterCollector(PlotDocument& document, term::MathParser& parser,
                                        PlotHost& host)
@@ -84,9 +81,12 @@ void ParameterCollector::Define(ParameterIndex index, Parameter initial)
     const auto dormant = document_.dormant_parameters.find(initial.name);
     if (dormant != document_.dormant_parameters.end()) {
         const Parameter& former = dormant->second;
-        initial.value = former.value;
-        initial.lower = former.lower;
-        initial.upper = former.upper;
+        // It may have been another kind of parameter, or come from a file.
+        initial.value = AcceptedValue(former.value, initial.state);
+        if (!CheckBounds(initial, {former.lower, former.upper})) {
+            initial.lower = former.lower;
+            initial.upper = former.upper;
+        }
         initial.step = former.step;
         initial.mode = former.mode;
         initial.coupling = former.coupling;
@@ -94,7 +94,7 @@ void ParameterCollector::Define(ParameterIndex index, Parameter initial)
         document_.dormant_parameters.erase(dormant);
     }
     initial.handle = parser_.DefineVariable(initial.name);
-    const double value = initial.value;
+    const double value = AcceptedValue(initial.value, initial.state);
     const bool has_slider = initial.name != kStripeWidthName;
     document_.parameters[index] = std::move(initial);
     SetParameterValue(document_, parser_, index, value);

@@ -10,6 +10,11 @@
 
 namespace korvinth::document {
 
+// Parameters as they are when their names come into use for the first time.
+Parameter LowerBoundOf(const std::string& function);   // of an integral function
+Parameter SampleCountOf(const std::string& function);  // of an integral function
+Parameter UserParameter(const std::string& name);
+
 // Starts with an empty parameter table; what was in it becomes dormant. A parameter whose name was
 // there before comes back with its value, bounds, step and mode.
 class ParameterCollector

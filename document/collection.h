@@ -1,6 +1,7 @@
 // Saved plots: the rows of a collection file with their thirteen columns of text.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,7 +39,7 @@ class CollectionEntry
 public:
     std::string_view operator[](Column column) const;  // "" for an absent one
     void Set(Column column, std::string text);
-    // As one more line of the column.
+    // As one more line of the column; the first when it has no text.
     void Append(Column column, std::string_view line);
 
     bool is_protected = false;
@@ -46,7 +47,13 @@ public:
     bool operator==(const CollectionEntry&) const = default;
 
 private:
-    std::vector<std::string> columns_;  // up to the last that has a text
+    struct ColumnText
+    {
+        Column column{};
+        std::string text;
+        bool operator==(const ColumnText&) const = default;
+    };
+    std::vector<ColumnText> texts_;  // in the order of the columns, none of them empty
 };
 
 struct Collection

@@ -1,5 +1,6 @@
 #include "document/display_attributes.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
 
@@ -26,6 +27,15 @@ constexpr Colour kPalette[] = {
 static_assert(std::size(kPalette) == static_cast<std::size_t>(kSlotCount));
 
 }  // namespace
+
+SlotAttributes Drawable(const SlotAttributes& stored)
+{
+    SlotAttributes look = stored;
+    look.width = std::clamp<std::int16_t>(stored.width, 1, kWidestLine);
+    const int type = static_cast<int>(stored.type);
+    if (type < 0 || type >= kLineTypeCount) look.type = LineType::Solid;
+    return look;
+}
 
 DisplayAttributes::DisplayAttributes()
 {

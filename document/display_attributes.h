@@ -29,6 +29,8 @@ enum class LineType : std::int16_t {
     Invisible = 5,
     SolidInside = 6,
 };
+inline constexpr int kLineTypeCount = 7;
+inline constexpr int kWidestLine = 20;  // pixels
 
 struct SlotAttributes
 {
@@ -37,6 +39,9 @@ struct SlotAttributes
     LineType type = LineType::Solid;
     bool operator==(const SlotAttributes&) const = default;
 };
+
+// What is drawn with: files may hold any width and type, and keep them.
+SlotAttributes Drawable(const SlotAttributes& stored);
 
 // How the marks of an axis are spaced.
 enum class StepMode : std::int16_t {
@@ -56,6 +61,7 @@ struct AxisStep
 // When both ranges changed, X has y follow and Y has x follow.
 enum class KeptRatio : std::int16_t { None = 0, X = 1, Y = 2 };
 
+inline constexpr double kSmallestZoomFactor = 1;
 inline constexpr int kSmallestDescription = 8;  // points
 inline constexpr int kLargestDescription = 36;
 

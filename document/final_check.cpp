@@ -4,6 +4,7 @@
 #include <array>
 #include <span>
 
+#include "document/hatched_term.h"
 #include "document/outside_terms.h"
 
 namespace korvinth::document {
@@ -15,6 +16,9 @@ using term::MathParser;
 // Few enough that a term with a value somewhere near the left end costs little.
 constexpr std::size_t kPortion = 64;
 constexpr int kCurveSteps = 256;
+
+constexpr std::string_view kHatchedIntegral =
+    "Das Integral einer schraffierten Funktion zählt nur ihre Striche";
 
 enum class Outcome { HasValue, NoValue, OutOfSpace };
 
@@ -95,6 +99,9 @@ FinalCheck CheckDefinitions(const PlotDocument& document, MathParser& parser, co
         const FunctionSlot& slot = document.slots[index];
         const bool plain = slot.curve_link == kPlainFunction;
         CheckSlot(document, parser, slot, plain ? plain_arguments : curve_arguments, check);
+        if (!slot.integral_term.empty() && IsHatched(document, index)) {
+            check.notes.push_back(slot.name + ": " + std::string(kHatchedIntegral));
+        }
         if (!check.errors.empty() && !check.first_faulty) check.first_faulty = index;
     }
     for (const OutsideTerms& outside : TermsOutsideSlots(document)) {

@@ -16,7 +16,8 @@ struct FinalCheck
 {
     std::vector<std::string> errors;
     std::optional<SlotIndex> first_faulty;  // slot with an error
-    std::vector<std::string> notes;         // right terms without a value at any of the samples
+    // Right terms without a value at any of the samples, integrals that are hardly what is meant.
+    std::vector<std::string> notes;
 };
 
 // A function that has no value at some arguments is right: 1/x is no error. Lines, points and

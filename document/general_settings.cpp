@@ -1,9 +1,12 @@
 #include "document/general_settings.h"
 
+#include <charconv>
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <optional>
 
+#include "document/escaped_signs.h"
 #include "document/number_text.h"
 #include "term/error.h"
 #include "term/words.h"
@@ -79,11 +82,34 @@ std::string Evaluate(std::string_view text, term::MathParser& parser, double& va
     return fault;
 }
 
+bool TooLong(std::string_view text)
+{
+    return EscapeSigns(text, kSignsOfItems).size() > kLongestStoredText;
+}
+
+bool Accepts(const NumberField& field, double value)
+{
+    return value >= field.lowest && value <= field.highest;
+}
+
+void Store(const NumberField& field, double value, Attributes& attributes)
+{
+    if (field.whole != nullptr) {
+        attributes.*field.whole = static_cast<int>(value);
+    } else {
+        attributes.*field.real = value;
+    }
+}
+
+bool IsStep(double value) { return value > 0 && std::isfinite(value); }
+bool IsLimit(double value) { return value > 0 && value < 1; }
+
 std::string TakeName(std::string& name, std::string_view text)
 {
     if (Characters(text) > kLongestAxisName) {
         return "Höchstens " + std::to_string(kLongestAxisName) + " Zeichen sind möglich";
     }
+    if (TooLong(text)) return "Mit diesen Zeichen ist der Name zu lang";
     for (const char c : text) {
         // A curly bracket would end the line that keeps the settings in a file.
         const auto code = static_cast<unsigned char>(c);
@@ -104,11 +130,9 @@ std::string KeptTerm(std::string_view text)
     return term::ReplaceAll(term, "}", ")");
 }
 
-bool TooLong(std::string_view text) { return text.size() > kLongestSettingTerm; }
-
 std::string TermTooLong()
 {
-    return "Der Term darf höchstens " + std::to_string(kLongestSettingTerm) + " Zeichen haben";
+    return "Der Term darf höchstens " + std::to_string(kLongestStoredText) + " Zeichen haben";
 }
 
 std::string TakeStep(AxisStep& step, std::string_view text, term::MathParser& parser)
@@ -118,7 +142,7 @@ std::string TakeStep(AxisStep& step, std::string_view text, term::MathParser& pa
     double value = 0;
     std::string fault = Evaluate(kept, parser, value);
     if (!fault.empty()) return fault;
-    if (!(value > 0) || !std::isfinite(value)) return "Die Schrittweite muss größer als 0 sein";
+    if (!IsStep(value)) return "Die Schrittweite muss größer als 0 sein";
     step.fixed = kept;
     return "";
 }
@@ -130,7 +154,7 @@ std::string TakeLimit(std::string& limit, std::string_view text, term::MathParse
     double value = 0;
     std::string fault = Evaluate(kept, parser, value);
     if (!fault.empty()) return fault;
-    if (!(value > 0) || !(value < 1)) return "Der Wert muss größer als 0 und kleiner als 1 sein";
+    if (!IsLimit(value)) return "Der Wert muss größer als 0 und kleiner als 1 sein";
     limit = term::ReplaceAll(kept, ",", ".");  // it becomes part of a term
     return "";
 }
@@ -142,17 +166,45 @@ std::string TakeNumber(Attributes& attributes, const NumberField& field, std::st
     std::string fault = Evaluate(text, parser, value);
     if (!fault.empty()) return fault;
     if (field.whole != nullptr && std::isfinite(value)) value = std::nearbyint(value);
-    if (!(value >= field.lowest) || !(value <= field.highest)) {
+    if (!Accepts(field, value)) {
         if (field.highest == kLargestNumber) return "Die Eingabe ist keine Zahl";
         return "Die Zahl muss zwischen " + ShortestGermanText(field.lowest) + " und " +
                ShortestGermanText(field.highest) + " liegen";
     }
-    if (field.whole != nullptr) {
-        attributes.*field.whole = static_cast<int>(value);
-    } else {
-        attributes.*field.real = value;
-    }
+    Store(field, value, attributes);
     return "";
+}
+
+// Nothing when it is not a plain number as a whole.
+std::optional<double> PlainNumber(std::string_view text)
+{
+    double value = 0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, value);
+    if (read.ec != std::errc() || read.ptr != end) return std::nullopt;
+    return value;
+}
+
+// Whether a term of a file can be kept: one that is no number has to be a term
+// to the parser, whatever its names mean.
+bool IsStorableTerm(std::string_view text, bool (*accepts)(double))
+{
+    if (text.empty() || TooLong(text) || KeptTerm(text) != text) return false;
+    const std::string with_points = term::ReplaceAll(text, ",", ".");
+    if (const std::optional<double> number = PlainNumber(with_points)) return accepts(*number);
+    term::MathParser parser;
+    if (parser.Parse(with_points) != term::ExprHandle::Invalid) return true;
+    const term::Error error = parser.GetError();
+    return error == term::Error::UndefinedVariable || error == term::Error::UndefinedFunction;
+}
+
+void TakeStoredNumber(const NumberField& field, std::string_view text, Attributes& attributes)
+{
+    const std::optional<double> value = PlainNumber(text);
+    if (!value || !Accepts(field, *value)) return;
+    if (field.whole == nullptr || *value == std::nearbyint(*value)) {
+        Store(field, *value, attributes);
+    }
 }
 
 std::string Take(Attributes& attributes, const Field& field, std::string_view text,
@@ -172,14 +224,10 @@ std::string_view SettingName(Setting setting) { return FieldOf(setting).name; }
 
 std::string SettingText(const DisplayAttributes& attributes, Setting setting)
 {
-    const Field& field = FieldOf(setting);
-    if (setting == Setting::NumericLimit) {
-        return term::ReplaceAll(attributes.integrand_limit, ".", ",");
-    }
-    if (field.text != nullptr) return attributes.*field.text;
-    if (field.step != nullptr) return (attributes.*field.step).fixed;
-    if (field.number.whole != nullptr) return std::to_string(attributes.*field.number.whole);
-    return ShortestGermanText(attributes.*field.number.real);
+    const bool with_comma =
+        setting == Setting::NumericLimit || FieldOf(setting).number.real != nullptr;
+    std::string text = StoredSetting(attributes, setting);
+    return with_comma ? term::ReplaceAll(text, ".", ",") : text;
 }
 
 std::string TakeSetting(DisplayAttributes& attributes, Setting setting, std::string_view text,
@@ -188,6 +236,30 @@ std::string TakeSetting(DisplayAttributes& attributes, Setting setting, std::str
     const Field& field = FieldOf(setting);
     const std::string fault = Take(attributes, field, term::TrimBlanks(text), parser);
     return fault.empty() ? "" : std::string(field.name) + ": " + fault;
+}
+
+std::string StoredSetting(const DisplayAttributes& attributes, Setting setting)
+{
+    const Field& field = FieldOf(setting);
+    if (field.text != nullptr) return attributes.*field.text;
+    if (field.step != nullptr) return (attributes.*field.step).fixed;
+    if (field.number.whole != nullptr) return std::to_string(attributes.*field.number.whole);
+    return ShortestText(attributes.*field.number.real);
+}
+
+void TakeStoredSetting(DisplayAttributes& attributes, Setting setting, std::string_view text)
+{
+    const Field& field = FieldOf(setting);
+    if (setting == Setting::NumericLimit) {
+        const bool in_parser_syntax = text.find(',') == std::string_view::npos;
+        if (in_parser_syntax && IsStorableTerm(text, IsLimit)) attributes.*field.text = text;
+    } else if (field.text != nullptr) {
+        TakeName(attributes.*field.text, text);
+    } else if (field.step != nullptr) {
+        if (IsStorableTerm(text, IsStep)) (attributes.*field.step).fixed = text;
+    } else {
+        TakeStoredNumber(field.number, text, attributes);
+    }
 }
 
 void CopyGeneralSettings(const DisplayAttributes& from, DisplayAttributes& to)
@@ -213,8 +285,7 @@ double StepValue(std::string_view text, term::MathParser& parser)
 {
     double value = 0;
     const std::string fault = Evaluate(term::TrimBlanks(text), parser, value);
-    const bool usable = fault.empty() && value > 0 && std::isfinite(value);
-    return usable ? value : std::numeric_limits<double>::quiet_NaN();
+    return fault.empty() && IsStep(value) ? value : std::numeric_limits<double>::quiet_NaN();
 }
 
 }  // namespace korvinth::document

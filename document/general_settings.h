@@ -31,8 +31,10 @@ inline constexpr std::size_t kSettingCount = 12;
 inline constexpr int kFewestSettableSamples = 2;
 inline constexpr int kMostSettableSamples = 20000;
 inline constexpr int kMostFamilyMembers = 21;
-inline constexpr std::size_t kLongestAxisName = 20;     // characters
-inline constexpr std::size_t kLongestSettingTerm = 40;  // bytes
+inline constexpr std::size_t kLongestAxisName = 20;  // characters
+// Bytes of a name or a term in a file, where kSignsOfItems are escaped.
+inline constexpr std::size_t kLongestStoredText = 40;
+inline constexpr std::string_view kSignsOfItems = "%;{}";
 
 // The German name that messages give a field, and the label beside it.
 std::string_view SettingName(Setting setting);
@@ -45,6 +47,13 @@ std::string SettingText(const DisplayAttributes& attributes, Setting setting);
 // in the parser.
 std::string TakeSetting(DisplayAttributes& attributes, Setting setting, std::string_view text,
                         term::MathParser& parser);
+
+// The form in files: terms as they are kept, numbers with shortest digits and decimal point.
+std::string StoredSetting(const DisplayAttributes& attributes, Setting setting);
+
+// Takes that form. A text beyond the bounds of the window is not taken. Terms need not have a value
+// here: names in them may get theirs later.
+void TakeStoredSetting(DisplayAttributes& attributes, Setting setting, std::string_view text);
 
 // Copies what the window of the general settings edits and nothing else: visibility switches, the
 // slots' looks, angle mode, zoom factors stay those of `to`.

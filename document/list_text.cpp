@@ -13,22 +13,4 @@ std::vector<std::string_view> SplitText(std::string_view text, std::string_view 
     }
 }
 
-std::string StorableTerm(std::string_view term)
-{
-    std::string text;
-    text.reserve(term.size());
-    for (const char c : term) {
-        const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-        if (letter && text.ends_with('\\')) text += ' ';
-        switch (c) {
-            case '{': text += '('; break;
-            case '}': text += ')'; break;
-            case '\r':
-            case '\n': text += ' '; break;
-            default: text += c;
-        }
-    }
-    return text;
-}
-
 }  // namespace korvinth::document

@@ -22,7 +22,8 @@ std::array<OutsideTerms, 3> TermsOutsideSlots(const PlotDocument& document)
     std::array<OutsideTerms, 3> outside{
         {{"Geradenfenster", {}}, {"Punktefenster", {}}, {"Intervallfenster", {}}}};
     for (const AdditionalLine& line : Text2List(document.lines_text)) {
-        outside[0].terms.push_back(TranslateLine(document, line.equation).term);
+        LineTerm term = TranslateLine(document, line.equation);
+        if (term.direction != LineDirection::None) outside[0].terms.push_back(std::move(term.term));
     }
     for (const AdditionalPoint& point : Text2Points(document.points_text)) {
         outside[1].terms.push_back(TranslateCoordinate(document, point.x));

@@ -18,7 +18,8 @@ struct OutsideTerms
 
 // Each item is a term of its own: joined into one text, a bracket left open in one item would be
 // closed by the next, and a long list would exceed the parser's limits. An item that translates to
-// nothing is handed on as typed, for the parser to refuse.
+// nothing is handed on as typed, for the parser to refuse. Equations that are no lines are left
+// out.
 std::array<OutsideTerms, 3> TermsOutsideSlots(const PlotDocument& document);
 
 }  // namespace korvinth::document

@@ -32,6 +32,14 @@ std::string PlotDocument::Translate(std::string_view term, term::Derivatives der
     return term::TermTranslator(names).Translate(term, derivatives);
 }
 
+SlotIndex PlotDocument::SampledSlot(SlotIndex drawn) const
+{
+    const FunctionSlot& slot = slots[drawn];
+    if (slot.curve_link < 0 || !slot.integral_term.empty()) return drawn;
+    const SlotIndex y_part{slot.curve_link};
+    return slots[y_part].integral_term.empty() ? drawn : y_part;
+}
+
 Parameter* PlotDocument::FindParameter(std::string_view name)
 {
     if (name.empty()) return nullptr;

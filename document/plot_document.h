@@ -124,6 +124,10 @@ public:
     std::string Translate(std::string_view term,
                           term::Derivatives derivatives = term::Derivatives::Expand) const;
 
+    // The slot whose sample count the graph of `drawn` has: itself, but the y-part of a curve of
+    // which only that is an integral function, with a count of its own.
+    SlotIndex SampledSlot(SlotIndex drawn) const;
+
     // The parameter of this name among those in use, nullptr when there is none.
     Parameter* FindParameter(std::string_view name);
 

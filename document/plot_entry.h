@@ -1,6 +1,7 @@
 // The plot as an entry of a collection, and back.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "document/collection.h"
@@ -18,7 +19,12 @@ struct DisplayedRanges
 
 // The columns from 2 on; columns 0 and 1 are the user's. The plot is as ApplyPlot has left it, rows
 // with a fault included.
+// Texts are written in the signs of StorableTerm.
 CollectionEntry EntryOfPlot(const PlotDocument& plot, const DisplayedRanges& ranges);
+
+// The most items of a list, and names of parameters, that an entry may have.
+inline constexpr std::size_t kMostListItems = 10'000;
+inline constexpr std::size_t kMostParameterNames = 1'000;
 
 // Makes the plot that the entry describes, for ApplyPlot to build: everything that makes up the
 // earlier plot goes; looks and settings that the entry does not state stay. Returns "", or what was

@@ -23,7 +23,7 @@ SlotAttributes LookOf(const PlotDocument& document, SlotIndex slot)
     if (colour >= 0 && colour < kSlotCount) {
         look.colour = document.attributes.slots[SlotIndex{colour}].colour;
     }
-    return look;
+    return Drawable(look);
 }
 
 }  // namespace

@@ -73,6 +73,12 @@ bool PlotSnapshot::SamePlot(const PlotSnapshot& other) const
     return plot(*this) == plot(other);
 }
 
+void PlotSnapshot::TakeRanges(const RangeTexts& texts)
+{
+    ranges = {texts.x_lower, texts.x_upper, texts.y_lower,
+              texts.y_upper, texts.t_lower, texts.t_upper};
+}
+
 PlotSnapshot TakeSnapshot(const PlotDocument& document)
 {
     PlotSnapshot snapshot;
@@ -91,9 +97,7 @@ PlotSnapshot TakeSnapshot(const PlotDocument& document)
     for (const Parameter& parameter : document.parameters) {
         if (!parameter.name.empty()) snapshot.parameters.push_back(StateOf(parameter));
     }
-    const RangeTexts& ranges = document.ranges;
-    snapshot.ranges = {ranges.x_lower, ranges.x_upper, ranges.y_lower,
-                       ranges.y_upper, ranges.t_lower, ranges.t_upper};
+    snapshot.TakeRanges(document.ranges);
     snapshot.lines_text = document.lines_text;
     snapshot.points_text = document.points_text;
     snapshot.unknown_lines = document.unknown_lines;

@@ -50,6 +50,7 @@ struct PlotSnapshot
 
     // Parameters do not count here: moving a slider is no step of its own.
     bool SamePlot(const PlotSnapshot& other) const;
+    void TakeRanges(const RangeTexts& texts);
 };
 
 PlotSnapshot TakeSnapshot(const PlotDocument& document);

@@ -175,7 +175,9 @@ void CurveGraph::EvaluatePart(SlotIndex part, std::string_view mapped_term, doub
     const term::VariableHandle x = document_.variables.x;
     if (!slot.integral_term.empty() && sampling.step > 0) {
         const document::RowGrid grid{sampling.first, sampling.step, arguments_.size()};
-        const double bound = document_.parameters[document::LowerBoundParameter(part)].value;
+        // As the parser knows it: a family may change it.
+        const double bound =
+            parser_.VariableValue(document_.parameters[document::LowerBoundParameter(part)].handle);
         const document::IntegralRule rule = document::RuleOf(document_.attributes, parser_, 1);
         values.assign(arguments_.size(), std::numeric_limits<double>::quiet_NaN());
         if (!(IntegralSteps(grid, rule, bound) <= kMostCurveSteps)) return;

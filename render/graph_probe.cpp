@@ -183,7 +183,7 @@ std::optional<ProbedPoint> ProbeGraphs(const document::PlotDocument& document,
     double nearest = kProbeReach;
     for (const document::SlotIndex index : document::AllSlots()) {
         const FunctionSlot& slot = document.slots[index];
-        if (!slot.visible || slot.parser_term.empty()) continue;
+        if (!slot.visible || slot.parser_term.empty() || !HasInk(document, index)) continue;
         const GraphKind kind = KindOf(slot);
         if (kind == GraphKind::CurveYPart) continue;
         if (kind == GraphKind::CurveXPart) {

@@ -2,40 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string>
-
-#include "document/integral_term.h"
 
 namespace korvinth::render {
-namespace {
-
-using document::SlotIndex;
-
-bool IsHatched(const document::PlotDocument& document, SlotIndex slot,
-               document::SlotTable<bool>& seen)
-{
-    if (seen[slot]) return false;
-    seen[slot] = true;
-    const std::string& term = document.slots[slot].parser_term;
-    if (term.find(document::kStripeWidthName) != std::string::npos) return true;
-    return std::ranges::any_of(document::AllSlots(), [&](SlotIndex other) {
-        const std::string& name = document.slots[other].name;
-        return !name.empty() && document::CallsFunction(term, name) &&
-               IsHatched(document, other, seen);
-    });
-}
-
-}  // namespace
-
-bool IsHatched(const document::PlotDocument& document, SlotIndex slot)
-{
-    // Without this parameter no term holds the pattern.
-    const auto* const found = std::ranges::find(document.parameters, document::kStripeWidthName,
-                                                &document::Parameter::name);
-    if (found == document.parameters.end()) return false;
-    document::SlotTable<bool> seen;
-    return IsHatched(document, slot, seen);
-}
 
 double HatchShift(double first_x, double step)
 {

@@ -1,13 +1,7 @@
 // Keeps the samples of hatched graphs off the places where the hatching pattern turns.
 #pragma once
 
-#include "document/plot_document.h"
-#include "document/slots.h"
-
 namespace korvinth::render {
-
-// Whether the slot's term holds the hatching pattern, itself or in a function that it calls.
-bool IsHatched(const document::PlotDocument& document, document::SlotIndex slot);
 
 // The pattern turns at the zeros of sin(pi/dichte*_x/sw): where _x/sw is a multiple of the stripes'
 // width. With samples on these places, as there are in every view whose left end is a whole number

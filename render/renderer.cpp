@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "document/hatched_term.h"
 #include "render/axes.h"
 #include "render/hatching.h"
 #include "render/variable_scope.h"
@@ -44,6 +45,12 @@ GraphKind KindOf(const FunctionSlot& slot)
     return slot.integral_term.empty() ? GraphKind::Function : GraphKind::Integral;
 }
 
+bool HasInk(const document::PlotDocument& document, SlotIndex slot)
+{
+    return document.attributes.slots[slot].type != LineType::Invisible ||
+           document.slots[slot].point_radius > 0;
+}
+
 Renderer::Renderer(const document::PlotDocument& document, term::MathParser& parser,
                    const ViewRange& view, const RedrawGate& gate)
     : document_(document),
@@ -63,11 +70,8 @@ int Renderer::SampleCount(SlotIndex slot) const
     const auto steps_between = [](int support_points) {
         return std::clamp(support_points - 1, kFewestSamples, kMostSamples);
     };
-    const document::Parameter& integral =
-        document_.parameters[document::SampleCountParameter(slot)];
-    if ((integral.state & document::kSampleCountState) != 0 && !integral.name.empty()) {
-        return steps_between(static_cast<int>(integral.value));
-    }
+    const Parameter& integral = document_.parameters[document::SampleCountParameter(slot)];
+    if (!integral.name.empty()) return steps_between(static_cast<int>(integral.value));
     if (const int by_hand = document_.slots[slot].support_points; by_hand > 0) {
         return steps_between(by_hand);
     }
@@ -79,7 +83,7 @@ int Renderer::SampleCount(SlotIndex slot) const
 
 document::SlotAttributes Renderer::LookOf(SlotIndex slot) const
 {
-    document::SlotAttributes look = document_.attributes.slots[slot];
+    document::SlotAttributes look = document::Drawable(document_.attributes.slots[slot]);
     const std::int16_t colour = document_.slots[slot].colour_index;
     if (colour >= 0 && colour < document::kSlotCount) {
         look.colour = document_.attributes.slots[SlotIndex{colour}].colour;
@@ -114,19 +118,20 @@ void Renderer::DrawSlot(DrawingSurface& surface, SlotIndex index)
     const document::SlotAttributes look = LookOf(index);
     surface.SelectPen({look.colour, static_cast<double>(look.width), look.type});
     const GraphStyle style{slot.point_radius, look.colour};
+    DrawMember(surface, index, style, true);
+    DrawFamily(surface, index, style);
+}
+
+// The slot's interval may use the parameter of the family.
+void Renderer::DrawMember(DrawingSurface& surface, SlotIndex index, const GraphStyle& style,
+                          bool first_member)
+{
+    const FunctionSlot& slot = document_.slots[index];
     Sampling sampling = checkdef(document_, slot, SampleCount(index), view_, parser_);
-    if (IsHatched(document_, index)) {
+    if (document::IsHatched(document_, index)) {
         sampling.shift = HatchShift(sampling.first_x, sampling.dx) * sampling.dx;
     }
     parser_.SetVariableValue(document_.variables.sw, sampling.dx);
-    DrawMember(surface, index, sampling, style, true);
-    DrawFamily(surface, index, sampling, style);
-}
-
-void Renderer::DrawMember(DrawingSurface& surface, SlotIndex index, const Sampling& sampling,
-                          const GraphStyle& style, bool first_member)
-{
-    const FunctionSlot& slot = document_.slots[index];
     switch (KindOf(slot)) {
         case GraphKind::Function:
             function_graph_.drawf(surface, slot.parser_term, view_, sampling, style,
@@ -143,7 +148,9 @@ void Renderer::DrawMember(DrawingSurface& surface, SlotIndex index, const Sampli
 void Renderer::DrawIntegral(DrawingSurface& surface, SlotIndex index, const Sampling& sampling,
                             const GraphStyle& style, std::vector<GridPoint>* trace)
 {
-    const double lower_bound = document_.parameters[document::LowerBoundParameter(index)].value;
+    // As the parser knows it: a family may change it.
+    const double lower_bound =
+        parser_.VariableValue(document_.parameters[document::LowerBoundParameter(index)].handle);
     const VariableScope running_sum(parser_, document_.variables.qq);
     integral_graph_.stammf(surface, document_.slots[index].integral_term, lower_bound,
                            document_.attributes.integrand_limit, UsesRunningSum(document_), view_,
@@ -155,8 +162,9 @@ void Renderer::DrawCurve(DrawingSurface& surface, SlotIndex x_part, const GraphS
     const FunctionSlot& slot = document_.slots[x_part];
     const SlotIndex y_part{slot.curve_link};
     const FunctionSlot& partner = document_.slots[y_part];
-    CurveSampling sampling = SampleCurve(document_, slot, SampleCount(x_part), view_, parser_);
-    if (IsHatched(document_, x_part) || IsHatched(document_, y_part)) {
+    const int count = SampleCount(document_.SampledSlot(x_part));
+    CurveSampling sampling = SampleCurve(document_, slot, count, view_, parser_);
+    if (document::IsHatched(document_, x_part) || document::IsHatched(document_, y_part)) {
         sampling.shift = HatchShift(sampling.first, sampling.step) * sampling.step;
     }
     parser_.SetVariableValue(document_.variables.sw, sampling.step);
@@ -169,8 +177,7 @@ void Renderer::DrawCurve(DrawingSurface& surface, SlotIndex x_part, const GraphS
     }
 }
 
-void Renderer::DrawFamily(DrawingSurface& surface, SlotIndex index, const Sampling& sampling,
-                          const GraphStyle& style)
+void Renderer::DrawFamily(DrawingSurface& surface, SlotIndex index, const GraphStyle& style)
 {
     const Parameter* parameter = FamilyParameter(document_);
     if (!document_.slots[index].family_allowed || parameter == nullptr) return;
@@ -178,7 +185,7 @@ void Renderer::DrawFamily(DrawingSurface& surface, SlotIndex index, const Sampli
     for (int k = 1; k <= document_.attributes.family_count; ++k) {
         parser_.SetVariableValue(parameter->handle,
                                  scope.Value() + k * document_.attributes.family_step);
-        DrawMember(surface, index, sampling, style, false);
+        DrawMember(surface, index, style, false);
     }
 }
 
@@ -210,7 +217,7 @@ void Renderer::DrawNames(DrawingSurface& surface, LabelSpace& labels) const
         {"Arial", FontPixels(document_.attributes.font_points + kPointsAboveNumbers)});
     for (const SlotIndex slot : document::AllSlots()) {
         const std::string& name = document_.slots[slot].name;
-        if (traces_[slot].empty() || name.empty()) continue;
+        if (traces_[slot].empty() || name.empty() || !HasInk(document_, slot)) continue;
         const std::optional<GridBox> place =
             PlaceGraphName(traces_, slot, surface.MeasureText(name), surface, labels);
         if (!place) continue;

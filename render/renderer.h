@@ -28,6 +28,9 @@ enum class GraphKind { Function, Integral, CurveXPart, CurveYPart };
 
 GraphKind KindOf(const document::FunctionSlot& slot);
 
+// False for lines without ink: nothing of the graph is to be seen or read off.
+bool HasInk(const document::PlotDocument& document, document::SlotIndex slot);
+
 // A message with the title of its box.
 struct Problem
 {
@@ -67,13 +70,12 @@ public:
 
 private:
     void DrawSlot(DrawingSurface& surface, document::SlotIndex index);
-    void DrawMember(DrawingSurface& surface, document::SlotIndex index, const Sampling& sampling,
-                    const GraphStyle& style, bool first_member);
+    void DrawMember(DrawingSurface& surface, document::SlotIndex index, const GraphStyle& style,
+                    bool first_member);
     void DrawIntegral(DrawingSurface& surface, document::SlotIndex slot, const Sampling& sampling,
                       const GraphStyle& style, std::vector<GridPoint>* trace);
     void DrawCurve(DrawingSurface& surface, document::SlotIndex x_part, const GraphStyle& style);
-    void DrawFamily(DrawingSurface& surface, document::SlotIndex index, const Sampling& sampling,
-                    const GraphStyle& style);
+    void DrawFamily(DrawingSurface& surface, document::SlotIndex index, const GraphStyle& style);
     void DrawNames(DrawingSurface& surface, LabelSpace& labels) const;
     void DrawLinesAndPoints(DrawingSurface& surface, LabelSpace& labels);
     void AddProblem(std::string_view title, const std::string& text);

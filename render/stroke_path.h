@@ -10,6 +10,12 @@
 
 namespace korvinth::render {
 
+// The whole pixel below, within limits of -1 and above, for values of any size.
+inline int FloorWithin(double value, int low, int high)
+{
+    return static_cast<int>(std::clamp<double>(value, low, high) + 1) - 1;
+}
+
 // Where a running length stands in a dash pattern.
 class DashCursor
 {

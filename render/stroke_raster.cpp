@@ -32,12 +32,6 @@ Lanes LoadLanes(const std::int16_t* from)
 
 bool IsNumber(PixelPoint point) { return std::isfinite(point.x) && std::isfinite(point.y); }
 
-// The whole pixel below, within limits of -1 and above, for values of any size.
-int FloorWithin(double value, int low, int high)
-{
-    return static_cast<int>(std::clamp<double>(value, low, high) + 1) - 1;
-}
-
 // The part of a segment, as fractions of it, that comes near the rows and columns of the picture.
 struct Part
 {
@@ -316,57 +310,6 @@ void StrokeRaster::AddEndPixels(const Segment& segment, int row, int first, int 
         const double strength = std::min(segment.reach - std::sqrt(square), 1.0);
         const int value = static_cast<int>(strength * 255 + 0.5);
         if (value > pixel[n]) pixel[n] = static_cast<std::uint8_t>(value);
-    }
-}
-
-void StrokeRaster::AddHard(std::span<const PixelIndex> points, int width, const DashPattern& dashes)
-{
-    double phase = 0;
-    for (std::size_t i = 1; i < points.size(); ++i) {
-        const PixelIndex from = points[i - 1];
-        const PixelIndex to = points[i];
-        AddHardSegment(from, to, std::max(width, 1), dashes, phase);
-        phase += std::max(std::abs(static_cast<double>(to.x) - from.x),
-                          std::abs(static_cast<double>(to.y) - from.y));
-    }
-}
-
-void StrokeRaster::AddHardSegment(PixelIndex from, PixelIndex to, int width,
-                                  const DashPattern& dashes, double phase)
-{
-    const double dx = static_cast<double>(to.x) - from.x;
-    const double dy = static_cast<double>(to.y) - from.y;
-    const bool steep = std::abs(dy) >= std::abs(dx);
-    const double steps = steep ? std::abs(dy) : std::abs(dx);
-    if (steps == 0) return;
-    const double major0 = steep ? from.y : from.x;
-    const double minor0 = steep ? from.x : from.y;
-    const double direction = (steep ? dy : dx) > 0 ? 1 : -1;
-    const double slope = (steep ? dx : dy) / steps;
-    const int major_size = steep ? plane_.Height() : plane_.Width();
-    const int minor_size = steep ? plane_.Width() : plane_.Height();
-
-    // The steps that lie within the picture; the last pixel of the segment is left out.
-    const double to_low = direction > 0 ? -major0 : major0 - (major_size - 1);
-    const double to_high = direction > 0 ? major_size - 1 - major0 : major0;
-    const double first = std::max(0.0, to_low);
-    const double last = std::min(steps - 1, to_high);
-    const int before = (width - 1) / 2;  // pixels of the line's width above or left of it
-    DashCursor cursor(dashes);
-    if (!dashes.Unbroken() && first <= last) cursor.Advance(phase + first);
-    for (double step = first; step <= last; ++step) {
-        const bool visible = dashes.Unbroken() || cursor.Visible();
-        if (!dashes.Unbroken()) cursor.Advance(1);
-        if (!visible) continue;
-        const int major = static_cast<int>(major0 + direction * step);
-        const double middle = std::floor(minor0 + slope * step + 0.5) - before;
-        const int low = FloorWithin(middle, 0, minor_size);
-        const int high = FloorWithin(middle + width - 1, -1, minor_size - 1);
-        for (int minor = low; minor <= high; ++minor) {
-            const PixelIndex at = steep ? PixelIndex{minor, major} : PixelIndex{major, minor};
-            plane_.Row(at.y)[at.x] = 255;
-            plane_.Touch(at.y, at.x, at.x);
-        }
     }
 }
 

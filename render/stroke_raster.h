@@ -32,7 +32,8 @@ public:
 
     // A smooth line with round joins and ends. Points that are no numbers break it.
     void AddSmooth(std::span<const PixelPoint> points, double width, const DashPattern& dashes);
-    // Whole pixels, `width` of them across the line's longer direction, without the last one.
+    // Whole pixels, `width` of them across the line's longer direction, without the last one. Lines
+    // wider than 2 have round joins and dashes.
     void AddHard(std::span<const PixelIndex> points, int width, const DashPattern& dashes);
 
     // `colour` is opaque: 0xFFRRGGBB.
@@ -52,6 +53,7 @@ private:
     void AddRow(const Segment& segment, int row);
     void AddSpan(const Segment& segment, int row, int first, int last);
     void AddEndPixels(const Segment& segment, int row, int first, int last);
+    void AddDisc(PixelIndex at, int width);
     void AddHardSegment(PixelIndex from, PixelIndex to, int width, const DashPattern& dashes,
                         double phase);
 

@@ -40,7 +40,8 @@ bool ZoomByClick(ViewRange& view, ViewHistory& history, ClickButton button, unsi
 // direction.
 bool ZoomToFrame(ViewRange& view, ViewHistory& history, const ZoomFrame& frame);
 
-// Whether the marks of an axis can no longer be told apart in double precision.
+// Whether the marks of an axis can no longer be told apart in double precision: marks at automatic
+// steps, since a fixed step may be far wider than the view.
 bool IsTooDeep(const ViewRange& view);
 
 }  // namespace korvinth::render

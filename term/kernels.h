@@ -43,7 +43,9 @@ struct KernelTable
     Kernel binary[kBinaryCount][3];
     // [uniform operands: 1 = a, 2 = b, 4 = c]; index 7 is not used.
     Kernel ternary[kTernaryCount][7];
-    bool (*any_nan)(const double* values, std::size_t n);
+    // Sets all errors to None; whether one of the values is NaN. One pass for both: on cheap terms
+    // a second one over the errors would cost as much as the term itself.
+    bool (*clear_errors)(const double* values, Error* errors, std::size_t n);
 };
 
 // The tables that this processor can run, the best one first.

@@ -21,11 +21,11 @@ constexpr Index kLanes = kVectorBytes / sizeof(double);
     for (Index i##_step = 0; i##_step < (n); i##_step += kKernelStep) \
     _Pragma("GCC unroll 8") for (Index i = i##_step; i < i##_step + kKernelStep; i += kLanes)
 
-// Unaligned access to a vector.
-typedef double Loose __attribute__((vector_size(kVectorBytes), aligned(8), may_alias));
+// Unaligned access to a vector, of errors as well.
+typedef double Loose __attribute__((vector_size(kVectorBytes), aligned(4), may_alias));
 
 inline Vec Load(const double* p) { return *reinterpret_cast<const Loose*>(p); }
-inline void Store(double* p, Vec v) { *reinterpret_cast<Loose*>(p) = v; }
+inline void Store(void* p, Vec v) { *static_cast<Loose*>(p) = v; }
 // Not 0 + x, which would lose the sign of -0.
 inline Vec All(double x) { return x - Vec{}; }
 inline Vec Pick(Mask mask, Vec yes, Vec no) { return mask ? yes : no; }
@@ -351,17 +351,23 @@ void RunTernary(double* out, const double* a, const double* b, const double* c, 
     }
 }
 
-bool AnyNaN(const double* values, Index n)
+bool ClearErrors(const double* values, Error* errors, Index n)
 {
+    static_assert(static_cast<int>(Error::None) == 0 && 2 * sizeof(Error) == sizeof(double));
     Mask found{};
     Mask found_too{};
     Index i = 0;
     for (; i + 4 * kLanes <= n; i += 4 * kLanes) {
         found |= EitherNaN(Load(values + i), Load(values + i + kLanes));
         found_too |= EitherNaN(Load(values + i + 2 * kLanes), Load(values + i + 3 * kLanes));
+        Store(errors + i, Vec{});
+        Store(errors + i + 2 * kLanes, Vec{});
     }
     bool any = AnyBits(found | found_too);
-    for (; i < n; ++i) any = any || values[i] != values[i];
+    for (; i < n; ++i) {
+        any = any || values[i] != values[i];
+        errors[i] = Error::None;
+    }
     return any;
 }
 
@@ -431,7 +437,7 @@ const KernelTable KORVINTH_KERNEL_TABLE = {
      KORVINTH_BINARY_ROW(ImpOp),       KORVINTH_BINARY_ROW(GuardOp)},
     {KORVINTH_TERNARY_ROW(MultiplyAddOp), KORVINTH_TERNARY_ROW(MultiplySubtractOp),
      KORVINTH_TERNARY_ROW(SubtractProductOp), KORVINTH_TERNARY_ROW(SelectOp)},
-    AnyNaN,
+    ClearErrors,
 };
 
 }  // namespace korvinth::term

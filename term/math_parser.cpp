@@ -4,7 +4,6 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <unordered_map>
 #include <vector>
 
@@ -263,12 +262,11 @@ void MathParser::EvaluateBlock(ExprHandle handle, VariableHandle variable,
             in = std::span<const double>(impl_->arguments).first(n);
         }
         program->block.Run(in, out, impl_->registers);
-        std::memset(&errors[start], 0, n * sizeof(Error));
-        if (!impl_->kernels.any_nan(out.data(), n)) continue;
+        if (!impl_->kernels.clear_errors(out.data(), &errors[start], n)) continue;
         // Where the block form finds no value, the scalar code decides which error it is.
         for (std::size_t i = 0; i < n; i += kNanStep) {
             const std::size_t end = std::min(i + kNanStep, n);
-            if (!impl_->kernels.any_nan(&out[i], end - i)) continue;
+            if (!impl_->kernels.clear_errors(&out[i], &errors[start + i], end - i)) continue;
             for (std::size_t k = i; k < end; ++k) {
                 if (!std::isnan(out[k])) continue;
                 if (domain_error != Error::None &&

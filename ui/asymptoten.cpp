@@ -10,6 +10,8 @@
 #include <optional>
 #include <ranges>
 
+#include "ui/storable_input.h"
+
 namespace korvinth::ui {
 namespace {
 
@@ -46,6 +48,7 @@ Asymptoten::Asymptoten(Dialogs& dialogs, QWidget* parent)
       message_(new MessageLine(this))
 {
     setObjectName("Asymptoten");
+    input_->setValidator(new StorableInput(input_));
     setWindowTitle("Zusätzliche Geraden");
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 12, 12, 12);
@@ -83,7 +86,7 @@ void Asymptoten::MakeInput(QVBoxLayout& layout)
     input_->setObjectName("Text1");
     input_->setAccessibleName("Neue Gerade");
     input_->setPlaceholderText("zum Beispiel y=2*x+1");
-    auto* add = new QPushButton("&Hinzufügen", this);
+    auto* add = new QPushButton("Hin&zufügen", this);
     add->setObjectName("hinzu");
     add->setToolTip("Gerade hinzufügen (Eingabetaste)");
     type_field_->setObjectName("Text2");
@@ -105,6 +108,9 @@ void Asymptoten::MakeInput(QVBoxLayout& layout)
     grid->addWidget(type_field_, 2, 1, Qt::AlignLeft);
     grid->setColumnStretch(1, 1);
     layout.addLayout(grid);
+    setTabOrder(input_, add);
+    setTabOrder(add, type_field_);
+    setTabOrder(type_field_, list_);
     connect(input_, &QLineEdit::returnPressed, this, &Asymptoten::asytaste);
     connect(add, &QPushButton::clicked, this, &Asymptoten::asytaste);
     connect(type_field_, &QLineEdit::editingFinished, this, &Asymptoten::chdicke);
@@ -131,7 +137,12 @@ void Asymptoten::SetCommonColour(document::Colour colour)
 
 void Asymptoten::ShowProblems(std::string_view problems)
 {
-    message_->ShowError(QString::fromUtf8(problems.data(), std::ssize(problems)).trimmed());
+    std::string text(problems);
+    const auto idle = std::ranges::find(
+        lines_, document::LineDirection::None,
+        [](const AdditionalLine& line) { return document::DirectionOf(line.equation); });
+    if (idle != lines_.end()) text += idle->equation + " wird nicht gezeichnet. " + kHint;
+    message_->ShowError(ToText(text).trimmed());
 }
 
 void Asymptoten::nimms() { Q_EMIT taken(takeit()); }
@@ -142,7 +153,6 @@ void Asymptoten::asytaste()
 {
     const std::string equation = document::LineEquation(input_->text().trimmed().toStdString());
     if (equation.empty()) return;
-    ShowProblems("");
     const std::optional<std::size_t> known = document::FindInList(lines_, equation);
     const int row = static_cast<int>(known.value_or(lines_.size()));
     if (known) {
@@ -154,9 +164,7 @@ void Asymptoten::asytaste()
     }
     input_->clear();
     activate(row);
-    if (document::DirectionOf(equation) == document::LineDirection::None) {
-        ShowProblems(equation + " wird nicht gezeichnet. " + kHint);
-    }
+    ShowProblems("");
     nimms();
 }
 
@@ -214,9 +222,7 @@ void Asymptoten::TakeText(int row)
     if (changed) Line(row).equation = equation;
     ShowItem(row);
     if (!changed) return;
-    ShowProblems(document::DirectionOf(equation) == document::LineDirection::None
-                     ? equation + " wird nicht gezeichnet. " + kHint
-                     : "");
+    ShowProblems("");
     nimms();
 }
 

@@ -30,7 +30,8 @@ public:
 
     // The colour of lines without a colour of their own.
     void SetCommonColour(document::Colour colour);
-    // What is wrong with the lines, "" when nothing.
+    // What is wrong with the lines, "" when nothing; the window itself adds the first line that is
+    // none.
     void ShowProblems(std::string_view problems);
 
 Q_SIGNALS:

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMouseEvent>
@@ -143,8 +144,18 @@ void ChildWindow::BringToFront()
     raise();
     if (mdiArea() != nullptr) mdiArea()->setActiveSubWindow(this);
     QWidget* inner = content_->focusWidget();
-    if (inner == nullptr) inner = content_->nextInFocusChain();
-    if (inner != nullptr && content_->isAncestorOf(inner)) inner->setFocus();
+    if (inner == nullptr) inner = FirstControl();
+    if (inner != nullptr) inner->setFocus();
+}
+
+QWidget* ChildWindow::FirstControl() const
+{
+    for (QWidget* inner = content_->nextInFocusChain(); content_->isAncestorOf(inner);
+         inner = inner->nextInFocusChain()) {
+        const bool takes_keys = (inner->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
+        if (takes_keys && inner->isVisibleTo(content_) && inner->isEnabled()) return inner;
+    }
+    return nullptr;
 }
 
 void ChildWindow::closeEvent(QCloseEvent* event)
@@ -152,6 +163,15 @@ void ChildWindow::closeEvent(QCloseEvent* event)
     event->ignore();
     hide();
     Q_EMIT hidden();
+}
+
+void ChildWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (closed_by_esc_ && event->key() == Qt::Key_Escape) {
+        close();
+    } else {
+        QMdiSubWindow::keyPressEvent(event);
+    }
 }
 
 void ChildWindow::resizeEvent(QResizeEvent* event)

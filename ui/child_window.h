@@ -49,6 +49,8 @@ public:
     QWidget* Content() const { return content_; }
     // A free window can be moved by its title and sized by its lower right corner.
     void SetFree(bool free);
+    // Esc closes it, unless its content has another use for the key at the moment.
+    void SetClosedByEsc() { closed_by_esc_ = true; }
     // Height of the window when its content has the given one.
     int HeightFor(int content_height) const;
     // Shows it, brings it to the front and puts the focus into its content.
@@ -59,12 +61,17 @@ Q_SIGNALS:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    // The first of the content in the order of the tab key, nullptr when it has none.
+    QWidget* FirstControl() const;
+
     QWidget* content_;
     SlimTitleBar* bar_;
     QSizeGrip* grip_;
+    bool closed_by_esc_ = false;
 };
 
 }  // namespace korvinth::ui

@@ -22,6 +22,14 @@ unsigned KeysOf(Qt::KeyboardModifiers modifiers)
     return keys;
 }
 
+// The mouse goes its own way, so that only keys and assistive programs come through `clicked`.
+ClickButton::ClickButton(QWidget* parent) : QToolButton(parent)
+{
+    connect(this, &QToolButton::clicked, this, [this] {
+        Q_EMIT clickedWith(shift_held_ ? render::ClickButton::Right : render::ClickButton::Left, 0);
+    });
+}
+
 void ClickButton::mousePressEvent(QMouseEvent* event)
 {
     setDown(true);
@@ -37,9 +45,9 @@ void ClickButton::mouseReleaseEvent(QMouseEvent* event)
 
 void ClickButton::keyReleaseEvent(QKeyEvent* event)
 {
-    const bool clicked = isDown() && event->key() == Qt::Key_Space && !event->isAutoRepeat();
+    shift_held_ = event->modifiers().testFlag(Qt::ShiftModifier);
     QToolButton::keyReleaseEvent(event);
-    if (clicked) Q_EMIT clickedWith(render::ClickButton::Left, 0);
+    shift_held_ = false;
 }
 
 void ZoomButton::paintEvent(QPaintEvent* event)

@@ -15,16 +15,20 @@ class ClickButton : public QToolButton
 {
     Q_OBJECT
 public:
-    using QToolButton::QToolButton;
+    explicit ClickButton(QWidget* parent = nullptr);
 
 Q_SIGNALS:
-    // Released over the button; the space bar counts as the left button.
+    // Released over the button; the space bar and a mnemonic count as the left button, the space
+    // bar with Shift as the right one.
     void clickedWith(korvinth::render::ClickButton button, unsigned keys);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+
+private:
+    bool shift_held_ = false;
 };
 
 // A ClickButton with a magnifying glass in the colour of the palette.

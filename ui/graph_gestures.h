@@ -50,7 +50,7 @@ class PointHandle
 {
 public:
     virtual ~PointHandle() = default;
-    virtual bool GrabPoint(double area_x, double area_y) = 0;  // false when there is none
+    virtual bool GrabPoint(double area_x, double area_y) = 0;  // false: none to drag
     virtual void DragPoint(double area_x, double area_y) = 0;
     virtual void DropPoint() = 0;
     virtual void CancelPoint() = 0;  // back to where it was grabbed

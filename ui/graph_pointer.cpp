@@ -91,6 +91,7 @@ bool GraphPointer::eventFilter(QObject* watched, QEvent* event)
 bool GraphPointer::Press(const QMouseEvent& event)
 {
     if (Busy()) return true;
+    cancelled_button_ = Qt::NoButton;
     const bool left = event.button() == Qt::LeftButton;
     if (left && mode_ == PointerMode::ZoomFrame) {
         frame_start_ = event.position().toPoint();
@@ -149,6 +150,8 @@ bool GraphPointer::Release(const QMouseEvent& event)
         if (event.button() == Qt::LeftButton) ReleaseFrame(event);
         return true;
     }
+    // What Esc has ended is no click.
+    if (event.button() == std::exchange(cancelled_button_, Qt::NoButton)) return true;
     const unsigned keys = KeysOf(event.modifiers());
     const QPointF place = AreaUnits(event.position());
     if (keys != 0) {
@@ -194,6 +197,7 @@ void GraphPointer::EndDrag()
 
 void GraphPointer::Cancel()
 {
+    if (Busy()) cancelled_button_ = dragging_ ? drag_button_ : Qt::LeftButton;
     frame_->hide();
     frame_start_.reset();
     if (std::exchange(point_held_, false)) points_->CancelPoint();
@@ -205,9 +209,10 @@ void GraphPointer::Cancel()
 bool GraphPointer::Wheel(const QWheelEvent& event)
 {
     if (Busy()) return true;
-    // With Alt held the toolkit reports the other direction.
+    // With Alt held the toolkit reports the other direction; else a wheel turned sideways is none.
     const QPoint delta = event.angleDelta();
-    const double steps = (delta.y() != 0 ? delta.y() : delta.x()) / kWheelStep;
+    const bool turned = delta.y() == 0 && (event.modifiers() & Qt::AltModifier) != 0;
+    const double steps = (turned ? delta.x() : delta.y()) / kWheelStep;
     if (steps == 0) return true;
     const QPointF place = AreaUnits(event.position());
     gestures_.ZoomByWheel(steps, KeysOf(event.modifiers()), place.x(), place.y());

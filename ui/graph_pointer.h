@@ -76,7 +76,8 @@ private:
     PointHandle* points_ = nullptr;
     bool point_held_ = false;
     Qt::MouseButton drag_button_ = Qt::NoButton;
-    QPointF drag_start_;  // area units
+    Qt::MouseButton cancelled_button_ = Qt::NoButton;  // still held after Esc
+    QPointF drag_start_;                               // area units
     std::optional<QPoint> frame_start_;
 };
 

@@ -12,6 +12,7 @@
 #include "document/number_text.h"
 #include "render/pointer_text.h"
 #include "ui/click_button.h"
+#include "ui/storable_input.h"
 
 namespace korvinth::ui {
 namespace {
@@ -66,7 +67,7 @@ std::string TypedText(const QLineEdit& field, const std::string& term, double va
 
 void ShowAsFaulty(QLineEdit& field, const QString& fault)
 {
-    field.setToolTip(fault);
+    field.setToolTip(fault.isEmpty() ? field.accessibleName() : fault);
     field.setStyleSheet(fault.isEmpty() ? ""
                                         : "QLineEdit { border: 1px solid #C01C28; "
                                           "background: #FDECEA; color: #7A1016; }");
@@ -111,7 +112,7 @@ InterForm::InterForm(const document::PlotDocument& document, const render::ViewR
     layout->addLayout(rows);
     layout->addWidget(status_);
     layout->addStretch(1);
-    layout->addWidget(MakeButtons());
+    AddButtons(*rows);
     updateall();
 }
 
@@ -134,24 +135,23 @@ QLineEdit* InterForm::MakeField(const QString& name, const QString& caption)
     auto* field = new QLineEdit(this);
     field->setObjectName(name);
     field->setAccessibleName(caption);
+    field->setValidator(new StorableInput(field));
     field->setMinimumHeight(field->sizeHint().height());  // also as a faulty one
     field->setMinimumWidth(kCharacters * fontMetrics().horizontalAdvance('0'));
     connect(field, &QLineEdit::returnPressed, this, &InterForm::TakeFields);
     return field;
 }
 
-QWidget* InterForm::MakeButtons()
+// Beside the fields, which leaves the graph above the more room.
+void InterForm::AddButtons(QGridLayout& layout)
 {
-    auto* row = new QWidget(this);
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    auto* standard = new QPushButton("&Standardbereich", row);
+    auto* standard = new QPushButton("Sta&ndardbereich", this);
     standard->setObjectName("Command2");
     connect(standard, &QPushButton::clicked, this, [this] {
         ForgetEdits();
         actions_.UseStandardRange();
     });
-    auto* one_to_one = new ClickButton(row);
+    auto* one_to_one = new ClickButton(this);
     one_to_one->setObjectName("einszueins");
     one_to_one->setText("&1:1");
     one_to_one->setToolTip("Links oder rechts anklicken für Skalierungsverhältnis 1:1");
@@ -159,14 +159,23 @@ QWidget* InterForm::MakeButtons()
         ForgetEdits();
         actions_.einszueins(button);
     });
-    auto* take = new QPushButton("Ü&bernehmen", row);
+    auto* take = new QPushButton("&Übernehmen", this);
     take->setObjectName("Command1");
     connect(take, &QPushButton::clicked, this, &InterForm::TakeFields);
-    layout->addWidget(standard);
-    layout->addWidget(one_to_one);
-    layout->addStretch(1);
-    layout->addWidget(take);
-    return row;
+    constexpr int kColumn = 3;
+    int row = 1;  // below the captions
+    for (QAbstractButton* button :
+         std::initializer_list<QAbstractButton*>{take, standard, one_to_one}) {
+        button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+        layout.addWidget(button, row++, kColumn);
+    }
+}
+
+void InterForm::FocusFirstField()
+{
+    QLineEdit& first = *Fields(RangeAxis::X).lower;
+    first.setFocus();
+    first.selectAll();
 }
 
 void InterForm::ShowAxis(RangeAxis axis)
@@ -189,13 +198,6 @@ void InterForm::ShowAxis(RangeAxis axis)
 void InterForm::updateall()
 {
     for (const RangeAxis axis : kAxes) ShowAxis(axis);
-}
-
-std::string InterForm::makedtxt() const
-{
-    std::string text;
-    for (const std::string& item : document_.BracketedBounds()) text += item;
-    return text;
 }
 
 void InterForm::ForgetEdits()
@@ -257,20 +259,14 @@ void InterForm::ShowFaults(const std::vector<RangeFault>& faults)
     first->selectAll();
 }
 
-// Esc takes back what is typed; when there is nothing, it closes the window.
+// Esc takes back what is typed; when there is nothing, the frame closes.
 void InterForm::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() != Qt::Key_Escape) {
-        QWidget::keyPressEvent(event);
-        return;
-    }
     const bool edited = std::ranges::any_of(fields_, &FieldPair::Edited);
-    if (edited) {
+    if (edited && event->key() == Qt::Key_Escape) {
         ForgetEdits();
-    } else if (parentWidget() != nullptr && !isWindow()) {
-        parentWidget()->close();
     } else {
-        close();
+        QWidget::keyPressEvent(event);
     }
 }
 

@@ -32,9 +32,7 @@ public:
     void updatey() { ShowAxis(RangeAxis::Y); }
     void updatet() { ShowAxis(RangeAxis::T); }
     void updateall();
-
-    // The bounds of all intervals and ranges in brackets, one after the other.
-    std::string makedtxt() const;
+    void FocusFirstField();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -50,7 +48,7 @@ private:
 
     void AddRow(QGridLayout& layout, RangeAxis axis, const QString& variable);
     QLineEdit* MakeField(const QString& name, const QString& caption);
-    QWidget* MakeButtons();
+    void AddButtons(QGridLayout& layout);
     void ShowAxis(RangeAxis axis);
     void TakeFields();
     void ShowFaults(const std::vector<RangeFault>& faults);

@@ -123,7 +123,7 @@ QGridLayout* ItemList::MakeCommands(const std::function<void()>& choose_colour,
                                     const std::function<void()>& remove)
 {
     AddCommand("&Bearbeiten", {}, [this] { edit(currentIndex()); });
-    QAction* colour = AddCommand("&Farbe …", {}, choose_colour);
+    QAction* colour = AddCommand("F&arbe …", {}, choose_colour);
     QAction* up =
         AddCommand("Nach &oben", QKeySequence(Qt::CTRL | Qt::Key_Up), [this] { MoveSelected(-1); });
     QAction* down = AddCommand("Nach &unten", QKeySequence(Qt::CTRL | Qt::Key_Down),

@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <ranges>
 
+#include "ui/storable_input.h"
+
 namespace korvinth::ui {
 namespace {
 
@@ -91,9 +93,10 @@ Punkte::Punkte(Dialogs& dialogs, QWidget* parent)
 void Punkte::MakeInput(QVBoxLayout& layout)
 {
     input_->setObjectName("Text1");
+    input_->setValidator(new StorableInput(input_));
     input_->setAccessibleName("Neuer Punkt");
     input_->setPlaceholderText("zum Beispiel P(2 | a)");
-    auto* add = new QPushButton("&Hinzufügen", this);
+    auto* add = new QPushButton("Hin&zufügen", this);
     add->setObjectName("hinzu");
     add->setToolTip("Punkt hinzufügen (Eingabetaste)");
     auto* row = new QHBoxLayout;
@@ -101,6 +104,8 @@ void Punkte::MakeInput(QVBoxLayout& layout)
     row->addWidget(input_, 1);
     row->addWidget(add);
     layout.addLayout(row);
+    setTabOrder(input_, add);
+    setTabOrder(add, list_);
     connect(input_, &QLineEdit::returnPressed, this, &Punkte::Add);
     connect(add, &QPushButton::clicked, this, &Punkte::Add);
 }

@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <algorithm>
 
 namespace korvinth::ui {
 namespace {
@@ -23,6 +24,17 @@ void ShowBox(QWidget* window, QMessageBox::Icon icon, const std::string& title,
     QMessageBox box(icon, QString::fromStdString(title), Shown(text), QMessageBox::Ok, window);
     box.setTextFormat(Qt::PlainText);
     box.exec();
+}
+
+// Asks at the window's left edge, so that the graph stays in view.
+bool Accepted(QDialog& dialog, const QWidget* window)
+{
+    if (window != nullptr) {
+        dialog.adjustSize();
+        dialog.move(
+            window->mapToGlobal(QPoint(0, std::max(0, (window->height() - dialog.height()) / 2))));
+    }
+    return dialog.exec() == QDialog::Accepted;
 }
 
 std::optional<std::string> Chosen(const QString& file)
@@ -81,20 +93,27 @@ std::optional<std::string> QtDialogs::SaveFile(const std::string& title, const s
 std::optional<document::Colour> QtDialogs::ChooseColour(document::Colour initial)
 {
     const QColor present(document::Red(initial), document::Green(initial), document::Blue(initial));
-    const QColor chosen = QColorDialog::getColor(present, window_, QStringLiteral("Farbe ändern"));
-    if (!chosen.isValid()) return std::nullopt;
+    QColorDialog dialog(present, window_);
+    dialog.setWindowTitle(QStringLiteral("Farbe ändern"));
+    if (!Accepted(dialog, window_)) return std::nullopt;
+    const QColor chosen = dialog.selectedColor();
     return document::MakeColour(chosen.red(), chosen.green(), chosen.blue());
 }
 
 std::optional<int> QtDialogs::AskNumber(const std::string& title, const std::string& label,
                                         int value, int lowest, int highest)
 {
-    bool taken = false;
-    const int number =
-        QInputDialog::getInt(window_, QString::fromStdString(title), QString::fromStdString(label),
-                             value, lowest, highest, 1, &taken);
-    if (!taken) return std::nullopt;
-    return number;
+    QInputDialog dialog(window_);
+    dialog.setInputMode(QInputDialog::IntInput);
+    dialog.setWindowTitle(QString::fromStdString(title));
+    const QFontMetrics metrics = dialog.fontMetrics();
+    // Wide enough for the title between the window manager's buttons.
+    dialog.setMinimumWidth(metrics.horizontalAdvance(dialog.windowTitle()) + 10 * metrics.height());
+    dialog.setLabelText(QString::fromStdString(label));
+    dialog.setIntRange(lowest, highest);
+    dialog.setIntValue(value);
+    if (!Accepted(dialog, window_)) return std::nullopt;
+    return dialog.intValue();
 }
 
 }  // namespace korvinth::ui

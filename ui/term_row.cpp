@@ -12,6 +12,8 @@
 #include <QPalette>
 #include <algorithm>
 
+#include "ui/storable_input.h"
+
 namespace korvinth::ui {
 namespace {
 
@@ -66,6 +68,7 @@ TermField::TermField(QWidget* parent) : QLineEdit(parent)
 {
     // No text of the document is cut off; what is pasted has a limit of its own.
     setMaxLength(100 * kLongestText);
+    setValidator(new StorableInput(this));
 }
 
 void TermField::ShowText(const QString& shown)
@@ -117,6 +120,12 @@ void TermField::keyPressEvent(QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Paste)) {
         Paste();
+        event->accept();
+        return;
+    }
+    // As the validator does, but so that the field's own undo goes on.
+    if (event->text() == "{" || event->text() == "}") {
+        insert(event->text() == "{" ? "(" : ")");
         event->accept();
         return;
     }

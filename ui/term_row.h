@@ -7,6 +7,8 @@
 #include <QString>
 #include <QWidget>
 
+#include "document/storable_text.h"
+
 namespace korvinth::ui {
 
 // A square of a graph's colour, hollow when the graph is invisible. A press of a button chooses.
@@ -30,13 +32,14 @@ private:
     bool hollow_ = false;
 };
 
-// A line of text. Text with line breaks, or too long for it, is offered whole instead of taken.
+// A line of text, always one that a collection file takes. Text with line breaks, or too long for
+// it, is offered whole instead of taken.
 class TermField : public QLineEdit
 {
     Q_OBJECT
 public:
     // Pasting more is refused: beyond it typing in the line is no longer quick.
-    static constexpr int kLongestText = 100'000;
+    static constexpr int kLongestText = document::kLongestTerm;
 
     explicit TermField(QWidget* parent);
 

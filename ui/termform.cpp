@@ -147,9 +147,10 @@ void TermForm::SetRowPoints(std::optional<int> points)
 
 int TermForm::RowPoints() const { return qRound(pane_->font().pointSizeF()); }
 
-void TermForm::LayoutRows(bool reset)
+void TermForm::LayoutRows()
 {
     QFont row_font = font();
+    row_font.setFamily("Arial");
     row_font.setPointSizeF(row_points_ ? *row_points_
                                        : std::max<qreal>(row_font.pointSizeF(), kSmallestPoints));
     pane_->setFont(row_font);
@@ -162,10 +163,6 @@ void TermForm::LayoutRows(bool reset)
     }
     scroll_->setMaximumHeight(kSlotCount * (height + kSpacing) + kSpacing);
     symbols_->LayoutButtons(row_font, btback_->sizeHint().height());
-    if (reset) {
-        clrall();
-        setstate(0);
-    }
     fitheight();
 }
 
@@ -185,6 +182,8 @@ QSize TermForm::sizeHint() const
     return {std::max(width, minimumSizeHint().width()),
             HeightOf(std::clamp(in_use + 1, kFewestFitted, kSlotCount))};
 }
+
+int TermForm::HeightOfAllRows() const { return HeightOf(kSlotCount); }
 
 QSize TermForm::minimumSizeHint() const
 {

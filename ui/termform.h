@@ -70,8 +70,7 @@ public:
     void MarkFaultyRow(document::SlotIndex slot, std::string_view message);
     void ClearFaultyRow();
 
-    // Fonts, heights and positions from the font; with `reset` also empties every row.
-    void LayoutRows(bool reset = false);
+    void LayoutRows();  // fonts, heights and positions from the font
     // The rows' font size in points; without one of its own it follows the window's font.
     void SetRowPoints(std::optional<int> points);
     int RowPoints() const;
@@ -80,6 +79,7 @@ public:
     void fitheight();
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    int HeightOfAllRows() const;  // pixels
 
 Q_SIGNALS:
     void applied(korvinth::document::EditorState state);        // Enter

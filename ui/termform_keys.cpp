@@ -52,8 +52,9 @@ const TermForm::KeyAction* TermForm::FindKeyAction(const QKeyEvent& event)
         {Qt::Key_Escape,
          {},
          [](TermForm& form) {
-             if (form.fnam_[form.current_]->text() == form.text_at_focus_) return;
-             form.fnam_[form.current_]->ReplaceText(form.text_at_focus_);
+             TermField& field = *form.fnam_[form.current_];
+             if (field.text() != form.text_at_focus_) field.ReplaceText(form.text_at_focus_);
+             field.end(false);
          }},
         {Qt::Key_PageUp, {}, [](TermForm& form) { form.RequestRowMenu(); }},
         {Qt::Key_PageDown, {}, [](TermForm& form) { form.RequestRowMenu(); }},

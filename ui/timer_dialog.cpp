@@ -5,6 +5,8 @@
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <algorithm>
 
 #include "document/parameter_values.h"
 
@@ -58,6 +60,21 @@ void TimerDialog::init(document::ParameterIndex index, const document::Parameter
     combo1_->setCurrentIndex(combo1_->findData(static_cast<int>(parameter.mode)));
     text1_->setText(QString::fromStdString(document::FieldText(parameter.step)));
     AskAgain();
+}
+
+void TimerDialog::OpenBelow(const QWidget& slider)
+{
+    constexpr int kTitleBar = 40;  // pixels, before the window manager has told
+    adjustSize();
+    const QRect screen = slider.screen()->availableGeometry();
+    QPoint place = slider.mapToGlobal(slider.rect().bottomLeft());
+    if (place.y() + height() + kTitleBar > screen.bottom()) {
+        place.setY(slider.mapToGlobal(QPoint()).y() - height() - kTitleBar);
+    }
+    place.setX(
+        std::clamp(place.x(), screen.left(), std::max(screen.left(), screen.right() - width())));
+    move(place);
+    open();
 }
 
 void TimerDialog::AskAgain()

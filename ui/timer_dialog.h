@@ -21,6 +21,8 @@ public:
     // Fills the dialog for a parameter.
     void init(document::ParameterIndex index, const document::Parameter& parameter);
     document::ParameterIndex Index() const { return index_; }
+    // Opens below the slider that it is for, above it where the screen ends: not over the graph.
+    void OpenBelow(const QWidget& slider);
     // The typed step was refused: the dialog stays, the step is marked for typing anew.
     void AskAgain();
 

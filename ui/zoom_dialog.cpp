@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <cmath>
 
+#include "document/display_attributes.h"
 #include "document/number_text.h"
 
 namespace korvinth::ui {
@@ -60,7 +61,7 @@ void ZoomDialog::TakeField(QLineEdit& field, double& factor, const char* refusal
 {
     const double value = document::EvalNumberField(parser_, field.text().toStdString());
     parser_.EvalText("");
-    if (value >= 1 && std::isfinite(value)) {
+    if (value >= document::kSmallestZoomFactor && std::isfinite(value)) {
         factor = value;
         field.setText(QString::fromStdString(document::ShortestGermanText(value)));
         return;

@@ -36,8 +36,11 @@ std::vector<ArrangementRequest> ManyRequests()
                                                 .height = height,
                                                 .font_height = font,
                                                 .terms_height = terms,
+                                                .all_terms_height = 600,
                                                 .parameters_height = terms / 2,
                                                 .has_collection = collection,
+                                                .least_collection_height = 8 * font,
+                                                .collection_height = 8 * font + 2 * terms,
                                                 .ranges_height = ranges,
                                                 .graph_place = place});
                         }
@@ -90,7 +93,11 @@ TEST(Arrangement, EveryWindowKeepsAUsableSizeAndTheGraphMostOfTheRoom)
 
 TEST(Arrangement, TermsParametersAndCollectionFillTheLeftColumnInThisOrder)
 {
-    const Arrangement places = Arrange({.width = 1280, .height = 740, .has_collection = true});
+    const Arrangement places = Arrange({.width = 1280,
+                                        .height = 740,
+                                        .has_collection = true,
+                                        .least_collection_height = 140,
+                                        .collection_height = 140});
     EXPECT_EQ(places.terms.y, 0);
     EXPECT_EQ(places.parameters.y, places.terms.Bottom());
     EXPECT_EQ(places.collection.y, places.parameters.Bottom());
@@ -110,6 +117,31 @@ TEST(Arrangement, TermsAndSlidersShareTheColumnByTheirNeeds)
     EXPECT_EQ(Arrange(request).terms.height, 296) << "terms stay usable";
     request.terms_height = 100;
     EXPECT_EQ(Arrange(request).terms.height, 222);
+    request.all_terms_height = 480;
+    request.parameters_height = 140;
+    EXPECT_EQ(Arrange(request).terms.height, 480) << "rows take what sliders do not need";
+    request.all_terms_height = 900;
+    EXPECT_EQ(Arrange(request).terms.height, 600);
+}
+
+TEST(Arrangement, TheCollectionGrowsWithItsEntriesIntoRoomThatIsLeft)
+{
+    ArrangementRequest request{.width = 1280,
+                               .height = 740,
+                               .terms_height = 200,
+                               .parameters_height = 100,
+                               .has_collection = true,
+                               .least_collection_height = 140,
+                               .collection_height = 200};
+    EXPECT_EQ(Arrange(request).collection.height, 200);
+    request.collection_height = 5000;
+    EXPECT_EQ(Arrange(request).collection.height, 296);
+    request.parameters_height = 350;
+    EXPECT_EQ(Arrange(request).collection.height, 190);
+    request.parameters_height = 900;
+    EXPECT_EQ(Arrange(request).collection.height, 140) << "some entries are sure";
+    request.has_terms = request.has_parameters = false;
+    EXPECT_EQ(Arrange(request).collection.height, 740);
 }
 
 TEST(Arrangement, WhatIsClosedLeavesItsPlaceToItsNeighbours)

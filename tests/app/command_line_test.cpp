@@ -164,17 +164,6 @@ TEST(CommandLine, RefusesBytesThatAreNoText)
     EXPECT_EQ(parsed.command.calculations, Arguments{"1"}) << "what follows is still read";
 }
 
-TEST(CommandLine, HelpNamesEveryOptionInAColumn)
-{
-    const std::string help = HelpText();
-    for (const char* name :
-         {"--zeichne", "--parameter", "--x", "--y", "--intervall", "--winkel", "--groesse",
-          "--ausgabe", "--rechne", "--stellen", "--tabelle", "--massstab", "--aufloesung",
-          "--querformat", "--legende", "--hilfe", "--version"}) {
-        EXPECT_NE(help.find("\n  " + std::string(name)), std::string::npos) << name;
-    }
-}
-
 TEST(MessageText, TellsUtf8FromOtherBytes)
 {
     struct Case

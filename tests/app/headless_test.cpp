@@ -216,6 +216,11 @@ TEST_F(HeadlessPicture, FollowsRangesAndIntervals)
     arguments = common;
     arguments.insert(arguments.end(), {part, "--intervall=f:0;oo"});
     ASSERT_EQ(Call(arguments).status, kAllWell);
+    const std::string high = File("hoch.png");
+    arguments = common;
+    arguments.insert(arguments.end(), {high, "--y=0;100"});  // 1 is a pixel above the edge
+    ASSERT_EQ(Call(arguments).status, kAllWell);
+    EXPECT_EQ(CountPixels(Picture(high).copy(0, 0, 200, 90), SlotColour(0)), 0);
 
     const QRect left_half(0, 26, 95, 8);
     const QRect right_half(105, 26, 85, 8);

@@ -8,14 +8,16 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QMessageBox>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QSlider>
 #include <QTest>
 #include <cmath>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -84,7 +86,7 @@ protected:
     MainWindow window_{application_, dialogs_};
 };
 
-TEST_F(MainWindowTest, EnterDrawsTheTypedTerm)
+TEST_F(MainWindowTest, EnterDrawsTheTypedTermWhoseSlidersMoveThePicture)
 {
     Show();
     EXPECT_EQ(PixelsOfSlot(0), 0);
@@ -93,6 +95,13 @@ TEST_F(MainWindowTest, EnterDrawsTheTypedTerm)
     EXPECT_EQ(Outcome(), "Ok.");
     EXPECT_EQ(Row(0)->text(), "f(x) = a*sin(x)+b");
     EXPECT_GT(PixelsOfSlot(0), 200);
+    QWidget* slider_window = Find("para[26]");
+    ASSERT_NE(slider_window, nullptr);
+    EXPECT_TRUE(slider_window->isVisible());
+    const QImage before = Picture();
+    QTest::keyClick(slider_window->findChild<QSlider*>("HScroll1"), Qt::Key_PageUp);
+    EXPECT_NEAR(Value("a"), 2, 1e-9);
+    EXPECT_NE(Picture(), before);
 }
 
 TEST_F(MainWindowTest, AnErrorIsShownAndTheOtherRowsAreDrawn)
@@ -109,50 +118,6 @@ TEST_F(MainWindowTest, AnErrorIsShownAndTheOtherRowsAreDrawn)
     EXPECT_GT(PixelsOfSlot(0), 100);
     Type(1, "");
     EXPECT_EQ(Status(), "o.k.");
-}
-
-TEST_F(MainWindowTest, ANewParameterGetsASliderThatMovesThePicture)
-{
-    Show();
-    EXPECT_EQ(Find("para[26]"), nullptr);
-    Type(0, "f(x)=a*x");
-    QWidget* slider_window = Find("para[26]");
-    ASSERT_NE(slider_window, nullptr);
-    EXPECT_TRUE(slider_window->isVisible());
-    const QImage before = Picture();
-    auto* slider = slider_window->findChild<QSlider*>("HScroll1");
-    slider->setFocus();
-    QTest::keyClick(slider, Qt::Key_PageUp);
-    EXPECT_NEAR(Value("a"), 2, 1e-9);
-    EXPECT_NE(Picture(), before);
-    Type(0, "f(x)=x");
-    EXPECT_FALSE(slider_window->isVisible()) << "no term uses it";
-    Type(0, "f(x)=a*x");
-    EXPECT_TRUE(slider_window->isVisible());
-    EXPECT_NEAR(Value("a"), 2, 1e-9) << "the value comes back with the name";
-}
-
-TEST_F(MainWindowTest, ARangeFollowsTheParameterThatItNames)
-{
-    Show();
-    Type(0, "x");
-    auto* lower = Find<QLineEdit>("xu");
-    auto* upper = Find<QLineEdit>("xo");
-    lower->clear();
-    QTest::keyClicks(lower, "-k");
-    upper->clear();
-    QTest::keyClicks(upper, "2*k");
-    QTest::keyClick(upper, Qt::Key_Return);
-    EXPECT_EQ(Find<QLabel>("interstatus")->text().toStdString(), "");
-    EXPECT_EQ(Value("k"), 1);
-    EXPECT_EQ(application_.View().x_min, -1);
-    EXPECT_EQ(application_.View().x_max, 2);
-    EXPECT_EQ(upper->text(), "2*k");
-    auto* slider = Find("para[26]")->findChild<QSlider*>("HScroll1");
-    QTest::keyClick(slider, Qt::Key_PageUp);
-    EXPECT_NEAR(Value("k"), 2, 1e-9);
-    EXPECT_NEAR(application_.View().x_max, 4, 1e-9);
-    EXPECT_EQ(lower->text(), "-k");
 }
 
 TEST_F(MainWindowTest, OneCommandStartsAndStopsAllAnimations)
@@ -301,6 +266,12 @@ TEST_F(MainWindowTest, TheRowMenuChangesItsGraph)
     Trigger("mng_width");
     EXPECT_EQ(dialogs_.offered_numbers.back(), 2);
     EXPECT_EQ(application_.Document().attributes.slots[document::SlotIndex{0}].width, 7);
+    Trigger("mng_point[0]");
+    const int solid = PixelsOfSlot(0);
+    Trigger("mng_line[1]");
+    EXPECT_EQ(application_.Document().attributes.slots[document::SlotIndex{0}].type,
+              document::LineType::Dash);
+    EXPECT_LT(PixelsOfSlot(0), solid * 3 / 4);
     Trigger("mng_family");
     EXPECT_TRUE(slot(0).family_allowed);
     Trigger("mng_vis");
@@ -336,6 +307,7 @@ TEST_F(MainWindowTest, ARangeMayNameAParameterAndFollowsItsSlider)
     QTest::keyClick(lower, Qt::Key_Return);
     ASSERT_TRUE(Find("para[26]") != nullptr && Find("para[26]")->isVisible());
     EXPECT_EQ(application_.View().x_min, -4);
+    EXPECT_EQ(lower->text(), "-4*k");
     const QImage before = Picture();
     auto* slider = Find("para[26]")->findChild<QSlider*>("HScroll1");
     QTest::keyClick(slider, Qt::Key_PageUp);
@@ -343,6 +315,70 @@ TEST_F(MainWindowTest, ARangeMayNameAParameterAndFollowsItsSlider)
     EXPECT_NE(Picture(), before);
     Trigger("mng_back");
     EXPECT_EQ(application_.View().x_min, -10) << "the slider left no trace in the history";
+
+    Trigger("mn_undo");
+    EXPECT_EQ(application_.View().x_min, -10);
+    EXPECT_FALSE(Find("para[26]")->isVisible()) << "a range that brings a parameter is one step";
+    EXPECT_FALSE(Enabled("mn_undo"));
+    Trigger("mn_redo");
+    EXPECT_NEAR(application_.View().x_min, -10, 1e-9) << "as the view was when it was undone";
+
+    lower->setFocus();
+    lower->selectAll();
+    QTest::keyClicks(lower, "20*c");
+    QTest::keyClick(lower, Qt::Key_Return);
+    EXPECT_NE(Find<QLabel>("interstatus")->text(), "") << "not below the upper bound";
+    EXPECT_EQ(application_.Document().FindParameter("c"), nullptr);
+}
+
+TEST_F(MainWindowTest, EscClosesAToolWindowAndTheKeysGoBackToWhereTheyCameFrom)
+{
+    Show();
+    for (const char* entry : {"mn_inter", "mn_spal", "mn_asy", "mn_punkt"}) {
+        SCOPED_TRACE(entry);
+        Row(2)->setFocus();
+        Trigger(entry);
+        QMdiSubWindow* opened = Find<QMdiArea>("area")->activeSubWindow();
+        ASSERT_TRUE(opened->isAncestorOf(QApplication::focusWidget()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        EXPECT_FALSE(opened->isVisible());
+        EXPECT_EQ(QApplication::focusWidget(), Row(2));
+        Trigger(entry);
+        EXPECT_TRUE(opened->isAncestorOf(QApplication::focusWidget())) << "it comes back";
+        opened->close();
+    }
+}
+
+// The letters after "&" of what stands in a window.
+std::vector<QChar> Mnemonics(const QWidget& window)
+{
+    QStringList captions;
+    for (const auto* label : window.findChildren<QLabel*>()) {
+        if (label->buddy() != nullptr) captions << label->text();
+    }
+    for (const auto* button : window.findChildren<QAbstractButton*>()) captions << button->text();
+    std::vector<QChar> letters;
+    for (const QString& caption : captions) {
+        const qsizetype place = caption.indexOf('&');
+        if (place >= 0) letters.push_back(caption[place + 1].toLower());
+    }
+    return letters;
+}
+
+TEST_F(MainWindowTest, MnemonicsOfAWindowClashNeitherWithEachOtherNorWithTheMenus)
+{
+    std::set<QChar> menus;
+    for (const QAction* menu : window_.menuBar()->actions()) {
+        menus.insert(menu->text()[menu->text().indexOf('&') + 1].toLower());
+    }
+    for (const char* name : {"interform", "Parameter", "Asymptoten", "Punkte"}) {
+        SCOPED_TRACE(name);
+        std::set<QChar> taken = menus;
+        EXPECT_FALSE(Mnemonics(*Find(name)).empty());
+        for (const QChar letter : Mnemonics(*Find(name))) {
+            EXPECT_TRUE(taken.insert(letter).second) << QString(letter).toStdString();
+        }
+    }
 }
 
 TEST_F(MainWindowTest, TermsGoToTheClipboard)
@@ -389,6 +425,8 @@ TEST_F(MainWindowTest, ChildrenCloseComeBackAndFillTheRoom)
     Find<QMdiSubWindow>("termform_frame")->close();
     EXPECT_FALSE(Find("termform")->isVisible());
     Find<QMdiSubWindow>("paracolumn_frame")->close();
+    EXPECT_EQ(Frame("sammlung_frame").height(), docked.height()) << "it has the column alone";
+    Find<QMdiSubWindow>("sammlung_frame")->close();
     EXPECT_EQ(Frame("graphform_frame").left(), 0);
     Trigger("mn_term");
     EXPECT_TRUE(Find("termform")->isVisible());
@@ -425,20 +463,48 @@ TEST_F(MainWindowTest, AFreeGraphStaysWhereItWasPut)
     EXPECT_EQ(Frame("graphform_frame"), docked);
 }
 
+TEST_F(MainWindowTest, AnEntryOfTheCollectionDrawsItsPlotAgain)
+{
+    Show();
+    EXPECT_TRUE(Find("sammlung")->isVisible());
+    Type(0, "f(x)=a*x");
+    Trigger("mn_add");
+    window_.Entries().FinishEditing();
+    const QImage straight = Picture();
+    Type(0, "f(x)=x^2");
+    Trigger("mn_add");
+    window_.Entries().FinishEditing();
+    EXPECT_NE(Picture(), straight);
+    auto* list = Find<QListView>("samml_list");
+    list->setCurrentIndex(list->model()->index(0, 0));
+    Trigger("mn_einakt");
+    EXPECT_EQ(Row(0)->text(), "f(x) = a*x");
+    EXPECT_EQ(Picture(), straight);
+    Trigger("mn_undo");
+    EXPECT_EQ(Row(0)->text(), "f(x) = x^2");
+
+    EXPECT_FALSE(Find("sammtext")->isVisible());
+    Trigger("mn_dtl");
+    EXPECT_TRUE(Find("sammtext")->isVisible());
+    Find<QMdiSubWindow>("sammlung_frame")->close();
+    Trigger("mn_col");
+    EXPECT_TRUE(Find("sammlung")->isVisible());
+}
+
 TEST_F(MainWindowTest, CtrlTabGoesRoundTheWindows)
 {
     Show();
     Type(0, "f(x)=a*x");
     Row(0)->setFocus();
     std::vector<std::string> visited;
-    for (int step = 0; step < 3; ++step) {
+    for (int step = 0; step < 4; ++step) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
         visited.push_back(Find<QMdiArea>("area")->activeSubWindow()->objectName().toStdString());
         EXPECT_TRUE(
             Find<QMdiArea>("area")->activeSubWindow()->isAncestorOf(QApplication::focusWidget()));
     }
-    EXPECT_EQ(visited,
-              (std::vector<std::string>{"paracolumn_frame", "graphform_frame", "termform_frame"}));
+    EXPECT_EQ(visited, (std::vector<std::string>{"paracolumn_frame", "graphform_frame",
+                                                 "sammlung_frame", "termform_frame"}));
 }
 
 // What has the focus says its name, or shows it.
@@ -476,17 +542,6 @@ TEST_F(MainWindowTest, NastyInputGetsAnAnswerAndIsKept)
         EXPECT_NE(Status(), "o.k.");
         EXPECT_TRUE(Row(12)->text().endsWith(text.right(10)));
     }
-}
-
-TEST_F(MainWindowTest, TellsAboutTheProgram)
-{
-    Show();
-    Trigger("mn_about");
-    auto* box = Find<QMessageBox>("about");
-    ASSERT_NE(box, nullptr);
-    EXPECT_TRUE(box->text().contains(KORVINTH_VERSION));
-    QTest::keyClick(box, Qt::Key_Escape);
-    EXPECT_FALSE(box->isVisible());
 }
 
 TEST_F(MainWindowTest, HasItsTitleAndCloses)

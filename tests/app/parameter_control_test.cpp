@@ -302,6 +302,23 @@ TEST_F(ParameterWindows, TheTimerSymbolAsksForAStepFirstThenStartsAndStops)
     EXPECT_TRUE(Field("a", "Text1").isEnabled());
 }
 
+TEST_F(ParameterWindows, TheTimerDialogOpensBesideItsSliderAndOnTheScreen)
+{
+    Apply({"a*x"});
+    const QRect screen = column.screen()->availableGeometry();
+    ui::TimerDialog& dialog = control.TimerSettings();
+    for (const int y : {screen.top(), screen.bottom() - 80}) {
+        column.move(screen.left() + 20, y);
+        QTest::mouseClick(&Symbol("a"), Qt::LeftButton);
+        const QRect slider(Window("a").mapToGlobal(QPoint()), Window("a").size());
+        EXPECT_TRUE(screen.contains(dialog.geometry()));
+        EXPECT_FALSE(dialog.geometry().intersects(slider));
+        EXPECT_EQ(dialog.x(), slider.x());
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        EXPECT_FALSE(dialog.isVisible());
+    }
+}
+
 TEST_F(ParameterWindows, AllRunningParametersShareOneRedrawATick)
 {
     Apply({"a*x+b+c"});

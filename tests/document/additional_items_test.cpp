@@ -6,6 +6,7 @@
 #include "document/additional_lines.h"
 #include "document/additional_points.h"
 #include "document/list_text.h"
+#include "document/storable_text.h"
 #include "plot_fixture.h"
 #include "term/words.h"
 

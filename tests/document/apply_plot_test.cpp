@@ -140,6 +140,11 @@ const ReportCase kReportCases[] = {
      "g(x): Nicht definierte Funktion: f; ",
      "",
      1},
+    {"the integral of a hatched function",
+     {"f(x)=fill*x", "g(x)=2*f(x)", "h(x)=G(x)"},
+     "",
+     "h: Das Integral einer schraffierten Funktion zählt nur ihre Striche; ",
+     0},
 };
 
 TEST_F(ApplyPlotTest, CollectsTheMessages)

@@ -60,6 +60,8 @@ constexpr SettingCase kSettingCases[] = {
     {Setting::XAxisName, " Zeit in s ", "Zeit in s"},
     {Setting::XAxisName, "αβγδεζηθικλμνξοπρστυ", "αβγδεζηθικλμνξοπρστυ"},
     {Setting::XAxisName, "123456789012345678901", ""},
+    {Setting::XAxisName, "%;%;%;%;%;%;%", "%;%;%;%;%;%;%"},
+    {Setting::XAxisName, "%;%;%;%;%;%;%;", ""},  // 42 bytes in a file
     {Setting::YAxisName, "f{x}", ""},
     {Setting::YAxisName, "a\nb", ""},
 };

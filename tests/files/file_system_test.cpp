@@ -213,6 +213,7 @@ TEST(ReplaceFile, LeavesTheOldOrTheNewContentWhateverHappens)
             std::error_code fault;
             try {
                 fault = ReplaceFile(disk, "file", "new content");
+                disk.PowerCut();
             } catch (const Killed&) {
                 ++stopped;
                 disk.PowerCut();

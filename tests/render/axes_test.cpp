@@ -68,38 +68,14 @@ TEST_F(AxesTest, LabelsTheMarksOfBothAxesAndZeroOnce)
                                                    "\u22124", "\u22122", "2", "4", "6"}));
 }
 
-struct SwitchCase
-{
-    std::string_view behaviour;
-    bool document::DisplayAttributes::*attribute;
-};
-constexpr SwitchCase kSwitchCases[] = {
-    {"numbers of the x-axis", &document::DisplayAttributes::x_numbers},
-    {"numbers of the y-axis", &document::DisplayAttributes::y_numbers},
-    {"help lines", &document::DisplayAttributes::help_lines},
-    {"additional help lines", &document::DisplayAttributes::extra_help_lines},
-    {"axes", &document::DisplayAttributes::axes},
-    {"names of the axes", &document::DisplayAttributes::axis_names},
-};
-
-TEST_F(AxesTest, EverySwitchChangesThePictureAndBack)
-{
-    for (const SwitchCase& row : kSwitchCases) {
-        SCOPED_TRACE(row.behaviour);
-        Draw();
-        const auto before = surface->Commands();
-        attributes.*row.attribute = !(attributes.*row.attribute);
-        Draw();
-        EXPECT_NE(surface->Commands(), before);
-        attributes.*row.attribute = !(attributes.*row.attribute);
-        Draw();
-        EXPECT_EQ(surface->Commands(), before);
-    }
-}
-
 TEST_F(AxesTest, DrawsOnlyTheBackgroundWithEverythingOff)
 {
-    for (const SwitchCase& row : kSwitchCases) attributes.*row.attribute = false;
+    for (bool document::DisplayAttributes::*const on :
+         {&document::DisplayAttributes::x_numbers, &document::DisplayAttributes::y_numbers,
+          &document::DisplayAttributes::help_lines, &document::DisplayAttributes::axes,
+          &document::DisplayAttributes::axis_names}) {
+        attributes.*on = false;
+    }
     Draw();
     EXPECT_EQ(surface->Commands(),
               (std::vector<DrawingCommand>{ClearCommand{attributes.background}}));
@@ -216,6 +192,32 @@ TEST_F(AxesTest, SticksNumbersToTheEdgeWhenTheirAxisIsOutOfView)
     }
 }
 
+TEST_F(AxesTest, DrawsTheAxesOnTheVeryEdgesOfTheView)
+{
+    for (const auto& [from, to] : {std::pair{0, 10}, {-10, 0}}) {
+        SCOPED_TRACE(from);
+        Show(from, to, from, to);
+        Draw();
+        const bool first = from == 0;
+        int level = -1;
+        int upright = -1;
+        for (const StrokeCommand& stroke : surface->All<StrokeCommand>()) {
+            if (stroke.pen.width != attributes.axis_width) continue;
+            const auto& [a, b] = std::pair{stroke.points.front(), stroke.points.back()};
+            (a.y == b.y ? level : upright) = a.y == b.y ? a.y : a.x;
+        }
+        EXPECT_EQ(level, first ? 599 * 5 : 0);
+        EXPECT_EQ(upright, first ? 0 : 799 * 5);
+        const std::string number = first ? "8" : "\u22128";
+        for (const TextCommand& text : surface->All<TextCommand>()) {
+            if (text.text != number) continue;
+            const bool beside_x = first ? text.top_left.y > 560 * 5 : text.top_left.y < 40 * 5;
+            const bool beside_y = first ? text.top_left.x < 40 * 5 : text.top_left.x > 740 * 5;
+            EXPECT_TRUE(beside_x || beside_y);
+        }
+    }
+}
+
 TEST_F(AxesTest, LeavesNumbersOutOfATinyArea)
 {
     for (const auto& [width, height] : {std::pair{60, 40}, {800, 30}, {30, 600}, {1, 1}}) {
@@ -287,20 +289,6 @@ TEST_F(AxesTest, DrawFewCommandsInRangesThatAreNone)
             }
         }
     }
-}
-
-TEST_F(AxesTest, GivesPenAndFontBack)
-{
-    RecordingSurface other(4000, 3000, 5);
-    const Pen pen{document::MakeColour(1, 2, 3), 7, LineType::Dot};
-    const Font font{"Arial", 33};
-    other.SelectPen(pen);
-    other.SelectFont(font);
-    LabelSpace labels(4000, 3000, 5);
-    UpdateDerived(view);
-    helpline(other, view, attributes, {}, labels);
-    EXPECT_EQ(other.CurrentPen(), pen);
-    EXPECT_EQ(other.SelectFont({}), font);
 }
 
 }  // namespace

@@ -37,34 +37,18 @@ constexpr LabelCase kLabelCases[] = {
     {"the smallest number that is written out", {1, -4}, 1, "0,0001"},
     {"below it, a negative exponent", {5, -5}, 1, "5\u00B710\u207B\u2075"},
     {"all digits of a number beside 1", {2, -11}, 50000000003, "1,00000000006"},
+    {"pi alone", {1, 0, 2, kPiUnit}, 2, "\u03C0"},
+    {"a half of pi", {1, 0, 2, kPiUnit}, 1, "\u03C0/2"},
+    {"an odd number of halves", {1, 0, 2, kPiUnit}, -3, "\u22123\u03C0/2"},
+    {"a fraction in its lowest terms", {1, 0, 4, kPiUnit}, 6, "3\u03C0/2"},
+    {"minus pi", {1, 0, 1, kPiUnit}, -1, "\u2212\u03C0"},
+    {"whole multiples", {2, 0, 1, kPiUnit}, 3, "6\u03C0"},
+    {"decimal multiples", {5, -2, 1, kPiUnit}, 7, "0,35\u03C0"},
+    {"a power of ten beside pi",
+     {1, -10, 1, kPiUnit},
+     2,
+     "2\u00B710\u207B\u00B9\u2070\u00B7\u03C0"},
 };
-
-struct PiLabelCase
-{
-    std::string_view behaviour;
-    int rung;
-    std::int64_t mark;
-    std::string_view label;
-};
-constexpr PiLabelCase kPiLabelCases[] = {
-    {"zero", -1, 0, "0"},
-    {"pi alone", -1, 2, "\u03C0"},
-    {"a half", -1, 1, "\u03C0/2"},
-    {"an odd number of halves", -1, -3, "\u22123\u03C0/2"},
-    {"a fraction in its lowest terms", -2, 6, "3\u03C0/2"},
-    {"minus pi", 0, -1, "\u2212\u03C0"},
-    {"whole multiples", 1, 3, "6\u03C0"},
-    {"decimal multiples below an eighth", -4, 7, "0,35\u03C0"},
-    {"a power of ten beside pi", -30, 2, "2\u00B710\u207B\u00B9\u2070\u00B7\u03C0"},
-};
-
-TEST(AxisMarks, WritesMultiplesOfPi)
-{
-    for (const PiLabelCase& row : kPiLabelCases) {
-        SCOPED_TRACE(row.behaviour);
-        EXPECT_EQ(AxisMarks{Rung(StepLadder::Pi, row.rung)}.Label(row.mark), row.label);
-    }
-}
 
 std::string Labels(const AxisMarks& marks)
 {
@@ -111,17 +95,6 @@ TEST(AxisMarks, AreFiveToTwelveAtEveryZoomAndPlace)
             ExpectUsefulMarks(FineMarks(lower, upper, ladder), lower, upper);
         }
         if (HasFailure()) return;
-    }
-}
-
-TEST(AxisMarks, AreNeverThirteenInStepsOfTwo)
-{
-    for (int shift = 0; shift < 1000; ++shift) {
-        const double lower = -12.5 + shift * 0.01;
-        for (const double range : {24.0, 24.5, 24.99}) {
-            SCOPED_TRACE(testing::Message() << lower << " width " << range);
-            ExpectUsefulMarks(CoarseMarks(lower, lower + range), lower, lower + range);
-        }
     }
 }
 

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
+#include <vector>
 
 #include "render/recording_surface.h"
 
@@ -12,45 +14,21 @@ namespace {
 const Pen kBlue{document::MakeColour(0, 0, 255), 2, LineType::Solid};
 const Pen kRed{document::MakeColour(255, 0, 0), 1, LineType::Dash};
 
-using Points = std::vector<GridPoint>;
-
-TEST(DrawingSurface, JoinsConsecutiveLinesToOneStroke)
+TEST(DrawingSurface, AStrokeEndsAtAMoveOrAnotherPen)
 {
     RecordingSurface surface(100, 100, 1);
     surface.SelectPen(kBlue);
-    surface.MoveTo({1, 2});
     surface.LineTo({3, 4});
     surface.SelectPen(kBlue);  // the same pen goes on with the stroke
     surface.LineTo({5, 6});
-    ASSERT_EQ(surface.Commands().size(), 1U);
-    EXPECT_EQ(surface.All<StrokeCommand>().front(),
-              (StrokeCommand{{{1, 2}, {3, 4}, {5, 6}}, kBlue}));
-}
-
-TEST(DrawingSurface, BeginsANewStrokeWhereThePenChanges)
-{
-    RecordingSurface surface(100, 100, 1);
-    surface.SelectPen(kBlue);
-    surface.LineTo({3, 4});
     EXPECT_EQ(surface.SelectPen(kRed), kBlue);
-    surface.LineTo({5, 6});
-    const auto strokes = surface.All<StrokeCommand>();
-    ASSERT_EQ(strokes.size(), 2U);
-    EXPECT_EQ(strokes[0], (StrokeCommand{{{0, 0}, {3, 4}}, kBlue}));
-    EXPECT_EQ(strokes[1], (StrokeCommand{{{3, 4}, {5, 6}}, kRed}));
-}
-
-TEST(DrawingSurface, BreaksTheStrokeAtEveryMove)
-{
-    RecordingSurface surface(100, 100, 1);
-    surface.LineTo({1, 1});
+    surface.LineTo({7, 8});
     surface.MoveTo({2, 2});
     surface.MoveTo({4, 4});  // a move alone draws nothing
-    surface.LineTo({5, 5});
-    const auto strokes = surface.All<StrokeCommand>();
-    ASSERT_EQ(strokes.size(), 2U);
-    EXPECT_EQ(strokes[0].points, (Points{{0, 0}, {1, 1}}));
-    EXPECT_EQ(strokes[1].points, (Points{{4, 4}, {5, 5}}));
+    surface.LineTo({9, 9});
+    const std::vector<StrokeCommand> strokes{
+        {{{0, 0}, {3, 4}, {5, 6}}, kBlue}, {{{5, 6}, {7, 8}}, kRed}, {{{4, 4}, {9, 9}}, kRed}};
+    EXPECT_EQ(surface.All<StrokeCommand>(), strokes);
 }
 
 TEST(DrawingSurface, KeepsTheOrderOfStrokesAndOtherShapes)
@@ -97,14 +75,6 @@ TEST(DrawingSurface, OutlinesPolygonsAndNotRegions)
     EXPECT_EQ(polygons[0].fill, Brush{kRed.colour});
     EXPECT_FALSE(polygons[1].outlined);
     EXPECT_EQ(polygons[1].fill, Brush{kBlue.colour});
-}
-
-TEST(RecordingSurface, MeasuresCharactersAndNotBytes)
-{
-    RecordingSurface surface(100, 100, 5);
-    surface.SelectFont({"Arial", 10});
-    EXPECT_EQ(surface.MeasureText("\u2212\u03C0"), surface.MeasureText("-1"));
-    EXPECT_EQ(surface.MeasureText("-1"), (GridExtent{50, 60}));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "document/hatched_term.h"
 #include "document/parameter_use.h"
 #include "plot_fixture.h"
 #include "render/recording_surface.h"
@@ -24,9 +25,7 @@ struct HatchingTest : testing::Test
 {
     HatchingTest()
     {
-        document::DisplayAttributes& look = plot.document.attributes;
-        look.axes = look.axis_names = look.x_numbers = look.y_numbers = look.help_lines = false;
-        look.graph_names = false;
+        plot.DrawGraphsAlone();
         plot.Define(0, "f", std::string(kFill) + "*2");
     }
 
@@ -112,7 +111,7 @@ TEST_F(HatchingTest, OnlyHatchedGraphsAreShifted)
     plot.Define(3, "k", "_x");
     const std::vector hatched{true, true, true, false, false};
     for (std::int16_t slot = 0; slot < 5; ++slot) {
-        EXPECT_EQ(IsHatched(plot.document, SlotIndex{slot}),
+        EXPECT_EQ(document::IsHatched(plot.document, SlotIndex{slot}),
                   hatched[static_cast<std::size_t>(slot)]);
     }
 }

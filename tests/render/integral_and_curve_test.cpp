@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "document/parameter_use.h"
 #include "plot_fixture.h"
 #include "render/curve_graph.h"
 #include "render/integral_graph.h"
@@ -19,17 +20,21 @@ using document::SlotIndex;
 // 200 x 100 pixels, ten a unit; x from -10 to 10, y from -5 to 5.
 struct IntegralAndCurveTest : testing::Test
 {
-    IntegralAndCurveTest()
-    {
-        document::DisplayAttributes& look = plot.document.attributes;
-        look.axes = look.axis_names = look.x_numbers = look.y_numbers = look.help_lines = false;
-        look.graph_names = false;
-    }
+    IntegralAndCurveTest() { plot.DrawGraphsAlone(); }
 
     void DefineIntegral(int index, const std::string& integrand, double lower_bound)
     {
         plot.Define(index, "g", "integral" + integrand).integral_term = integrand;
-        plot.document.parameters[document::LowerBoundParameter(Slot(index))].value = lower_bound;
+        SetLowerBound(index, lower_bound);
+    }
+    document::Parameter& SetLowerBound(int index, double value)
+    {
+        const document::ParameterIndex bound = document::LowerBoundParameter(Slot(index));
+        document::Parameter& parameter = plot.document.parameters[bound];
+        parameter.name = "bound" + std::to_string(index);
+        parameter.handle = plot.parser.DefineVariable(parameter.name);
+        document::SetParameterValue(plot.document, plot.parser, bound, value);
+        return parameter;
     }
     static SlotIndex Slot(int index) { return SlotIndex{static_cast<std::int16_t>(index)}; }
 
@@ -140,6 +145,28 @@ TEST_F(IntegralAndCurveTest, AnIntegrandMayLookAtTheRunningSum)
     EXPECT_EQ(plot.parser.VariableValue(plot.document.variables.qq), 0);
 }
 
+TEST_F(IntegralAndCurveTest, SupportPointsSetTheSampleCountOfTheirIntegral)
+{
+    DefineIntegral(0, "(10*_x)", 0);
+    document::Parameter& points = plot.document.parameters[SampleCountParameter(Slot(0))];
+    points.name = "ganz";
+    points.value = 21;
+    EXPECT_DOUBLE_EQ(HeightAt(110), 0) << "a step of one unit";
+    EXPECT_EQ(renderer.SampleCount(Slot(1)), 200);
+
+    // Of a curve, those of its only integral.
+    document::FunctionSlot& y_part = plot.Define(0, "y", "integral(1)");
+    y_part.curve_link = document::kCurveYPart;
+    y_part.integral_term = "(1)";
+    plot.Define(1, "x", "_x").curve_link = 0;
+    points.value = 5;
+    ASSERT_EQ(Redraw().size(), 1U);
+    EXPECT_EQ(Redraw()[0].points.size(), 5U);
+
+    points.name.clear();
+    EXPECT_EQ(renderer.SampleCount(Slot(0)), 200) << "the usual count again";
+}
+
 TEST_F(IntegralAndCurveTest, ACircleClosesInEveryAngleMode)
 {
     plot.Define(0, "x", "4*cos(_x)").curve_link = 1;
@@ -165,12 +192,42 @@ TEST_F(IntegralAndCurveTest, CurvesBreakAtGapsAndDrawTheirIntegrals)
     // x = t, y = integral of 1 from 1: a line, drawn once in one stroke.
     document::FunctionSlot& y_part = plot.Define(1, "y", "integral(1)");
     y_part.integral_term = "(1)";
-    plot.document.parameters[document::LowerBoundParameter(Slot(1))].value = 1;
+    SetLowerBound(1, 1);
     const std::vector<StrokeCommand> strokes = Redraw();
     ASSERT_EQ(strokes.size(), 1U);
     EXPECT_EQ(strokes[0].points.front(), (GridPoint{70, 90}));
     EXPECT_EQ(strokes[0].points.back(), (GridPoint{130, 30}));
     EXPECT_TRUE(renderer.Problems().empty());
+}
+
+TEST_F(IntegralAndCurveTest, AFamilyOfLowerBounds)
+{
+    DefineIntegral(0, "(1)", 1);
+    document::Parameter& bound = SetLowerBound(0, 1);
+    bound.family = true;
+    plot.document.slots[Slot(0)].family_allowed = true;
+    plot.document.attributes.family_count = 1;
+    plot.document.attributes.family_step = -2;
+    const auto crosses_the_axis_at = [this](int column) {
+        for (const StrokeCommand& stroke : Redraw()) {
+            for (const GridPoint& point : stroke.points) {
+                if (point == GridPoint{column, 50}) return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(crosses_the_axis_at(110));
+    EXPECT_TRUE(crosses_the_axis_at(90));
+    // The same as the y-part of a curve.
+    plot.document.slots[Slot(0)].curve_link = document::kCurveYPart;
+    document::FunctionSlot& x_part = plot.Define(1, "x", "_x");
+    x_part.curve_link = 0;
+    x_part.family_allowed = true;
+    x_part.lower_bound = "-3";
+    x_part.upper_bound = "3";
+    EXPECT_EQ(Redraw().size(), 2U);
+    EXPECT_EQ(Redraw().at(1).points.front(), (GridPoint{70, 70}));
+    EXPECT_EQ(plot.parser.VariableValue(bound.handle), 1);
 }
 
 TEST_F(IntegralAndCurveTest, DeliberateMessageOfACombinationThatCurvesCannotHold)

@@ -32,6 +32,14 @@ struct TestPlot
         UpdateMapping(view, parser, document.variables);
     }
 
+    // Without axes, help lines, numbers and names.
+    void DrawGraphsAlone()
+    {
+        document::DisplayAttributes& look = document.attributes;
+        look.axes = look.axis_names = look.x_numbers = look.y_numbers = look.help_lines = false;
+        look.graph_names = false;
+    }
+
     document::FunctionSlot& Define(int index, std::string_view name, std::string_view parser_term)
     {
         document::FunctionSlot& slot =

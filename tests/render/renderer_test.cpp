@@ -17,12 +17,7 @@ using document::SlotIndex;
 // 200 x 100 pixels; x from -10 to 10, y from -5 to 5. Axes, help lines and names are off.
 struct RendererTest : testing::Test
 {
-    RendererTest()
-    {
-        document::DisplayAttributes& look = plot.document.attributes;
-        look.axes = look.axis_names = look.x_numbers = look.y_numbers = look.help_lines = false;
-        look.graph_names = false;
-    }
+    RendererTest() { plot.DrawGraphsAlone(); }
 
     std::vector<StrokeCommand> Redraw()
     {
@@ -59,28 +54,19 @@ TEST_F(RendererTest, DrawsSlotsInOrderInTheirPens)
 {
     plot.Define(12, "h", "-1");
     plot.Define(3, "g", "2");
-    plot.Define(0, "f", "1");  // slots between may be free
+    plot.Define(0, "f", "1").colour_index = 7;  // slots between may be free
     plot.document.attributes.slots[SlotIndex{3}].width = 5;
     plot.document.attributes.slots[SlotIndex{12}].type = LineType::Dot;
+    const Pen pen{document::MakeColour(9, 8, 7), 3, LineType::Dash};
+    surface.SelectPen(pen);
     EXPECT_EQ(Heights(), (std::vector{60, 70, 40}));
+    EXPECT_EQ(surface.CurrentPen(), pen) << "given back";
     const auto strokes = surface.All<StrokeCommand>();
-    EXPECT_EQ(strokes[0].pen.colour, plot.document.attributes.slots[SlotIndex{0}].colour);
-    EXPECT_EQ(strokes[1].pen.width, 5);
-    EXPECT_EQ(strokes[2].pen.type, LineType::Dot);
-}
-
-TEST_F(RendererTest, TakesTheColourFromTheTableEntryOfTheSlot)
-{
-    plot.Define(0, "f", "1").colour_index = 7;
-    EXPECT_EQ(Redraw().at(0).pen.colour, plot.document.attributes.slots[SlotIndex{7}].colour);
-}
-
-TEST_F(RendererTest, BeginsWithTheBackgroundAndEndsWithTheRefresh)
-{
-    plot.Define(0, "f", "1");
-    Redraw();
     EXPECT_TRUE(std::holds_alternative<ClearCommand>(surface.Commands().front()));
     EXPECT_TRUE(std::holds_alternative<RefreshCommand>(surface.Commands().back()));
+    EXPECT_EQ(strokes[0].pen.colour, plot.document.attributes.slots[SlotIndex{7}].colour);
+    EXPECT_EQ(strokes[1].pen.width, 5);
+    EXPECT_EQ(strokes[2].pen.type, LineType::Dot);
 }
 
 TEST_F(RendererTest, LeavesOutHiddenAndEmptySlots)
@@ -102,15 +88,6 @@ TEST_F(RendererTest, DrawsNothingWhileTheGateIsClosed)
         EXPECT_TRUE(surface.Commands().empty());
     }
     EXPECT_EQ(Redraw().size(), 1U);
-}
-
-TEST_F(RendererTest, GivesThePenBack)
-{
-    plot.Define(0, "f", "1");
-    const Pen pen{document::MakeColour(9, 8, 7), 3, LineType::Dash};
-    surface.SelectPen(pen);
-    Redraw();
-    EXPECT_EQ(surface.CurrentPen(), pen);
 }
 
 TEST_F(RendererTest, SetsTheStepToThatOfTheSlotAndThenOfTheView)
@@ -142,14 +119,13 @@ TEST_F(RendererTest, DrawsAFamilyFromThePresentValueUpAndRestoresIt)
     plot.document.attributes.family_step = 1;
     EXPECT_EQ(Heights(), (std::vector{55, 65, 75, 85, 45}));
     EXPECT_DOUBLE_EQ(plot.parser.EvalText("a"), 0.5);
-}
-
-TEST_F(RendererTest, NeedsBothSwitchesForAFamily)
-{
-    plot.Define(0, "f", "a").family_allowed = true;
-    DefineParameter(0.5);
-    plot.document.attributes.family_count = 3;
-    EXPECT_EQ(Redraw().size(), 1U);
+    plot.document.slots[SlotIndex{0}].upper_bound = "a";
+    const auto strokes = Redraw();
+    EXPECT_EQ(strokes.at(3).points.back().x - strokes.at(0).points.back().x, 30)
+        << "so do the ends of intervals";
+    plot.document.slots[SlotIndex{0}].upper_bound.clear();
+    plot.document.parameters[document::ParameterIndex{26}].family = false;
+    EXPECT_EQ(Heights(), (std::vector{55, 45})) << "both switches count";
 }
 
 TEST_F(RendererTest, DrawsMarkersInTheColourOfTheSlot)
@@ -175,23 +151,9 @@ TEST_F(RendererTest, NamesTheGraphsInTheirColours)
     EXPECT_EQ(names[0].text, "f");
     EXPECT_EQ(names[1].text, "g");
     EXPECT_EQ(names[1].colour, plot.document.attributes.slots[SlotIndex{4}].colour);
-}
-
-TEST_F(RendererTest, NamesOfEqualGraphsDoNotOverlap)
-{
-    plot.document.attributes.graph_names = true;
-    for (int slot = 0; slot < document::kSlotCount; ++slot) plot.Define(slot, "f", "1");
+    plot.document.attributes.slots[SlotIndex{0}].type = LineType::Invisible;
     Redraw();
-    auto names = surface.All<TextCommand>();
-    EXPECT_GT(names.size(), 5U);
-    for (auto one = names.begin(); one != names.end(); ++one) {
-        for (auto other = one + 1; other != names.end(); ++other) {
-            EXPECT_TRUE(one->top_left.x + one->extent.width <= other->top_left.x ||
-                        other->top_left.x + other->extent.width <= one->top_left.x ||
-                        one->top_left.y + one->extent.height <= other->top_left.y ||
-                        other->top_left.y + other->extent.height <= one->top_left.y);
-        }
-    }
+    EXPECT_EQ(surface.All<TextCommand>().size(), 1U);
 }
 
 TEST_F(RendererTest, KeepsTheNumberOfProgramsFromRedrawToRedraw)
@@ -210,32 +172,6 @@ TEST_F(RendererTest, KeepsTheNumberOfProgramsFromRedrawToRedraw)
         Redraw();
     }
     EXPECT_EQ(plot.parser.LivePrograms(), programs);
-}
-
-struct KindCase
-{
-    std::string_view behaviour;
-    std::int16_t link;
-    std::string_view integrand;
-    GraphKind kind;
-};
-constexpr KindCase kKindCases[] = {
-    {"a plain function", document::kPlainFunction, "", GraphKind::Function},
-    {"an integral function", document::kPlainFunction, "(_x)", GraphKind::Integral},
-    {"the x-part of a curve knows its partner", 4, "", GraphKind::CurveXPart},
-    {"the y-part", document::kCurveYPart, "", GraphKind::CurveYPart},
-    {"an integral may be a part of a curve", 0, "(_x)", GraphKind::CurveXPart},
-};
-
-TEST(GraphKind, ComesFromLinkAndIntegrand)
-{
-    for (const KindCase& row : kKindCases) {
-        SCOPED_TRACE(row.behaviour);
-        document::FunctionSlot slot;
-        slot.curve_link = row.link;
-        slot.integral_term = row.integrand;
-        EXPECT_EQ(KindOf(slot), row.kind);
-    }
 }
 
 }  // namespace

@@ -44,23 +44,11 @@ TEST(Sampling, FindsTheSamplesOfAnInterval)
     }
 }
 
-TEST(Sampling, FollowsTheSampleCount)
-{
-    TestPlot plot(200, 100);
-    const Sampling sampling = checkdef(plot.document, {}, 50, plot.view, plot.parser);
-    EXPECT_DOUBLE_EQ(sampling.dx, 20.0 / 50);
-    EXPECT_DOUBLE_EQ(sampling.pixels_per_sample, 4);
-}
-
-TEST(Sampling, LimitsTheSampleCount)
+TEST(Sampling, TakesOneSampleAPixelColumnByDefaultWithinLimits)
 {
     TestPlot plot;
     EXPECT_EQ(checkdef(plot.document, {}, 0, plot.view, plot.parser).sample_count, 2);
     EXPECT_EQ(checkdef(plot.document, {}, 99999, plot.view, plot.parser).sample_count, 20000);
-}
-
-TEST(Sampling, TakesOneSampleAPixelColumnByDefault)
-{
     EXPECT_EQ(DefaultSampleCount(TestPlot(333, 10).view), 333);
     EXPECT_EQ(DefaultSampleCount(TestPlot(1, 1).view), 2);
 }

@@ -88,15 +88,6 @@ TEST(ViewZoom, BringsTheClickedPointToTheCentre)
     EXPECT_NEAR(view.AreaY(y), view.area_height / 2, 1e-9);
 }
 
-TEST(ViewZoom, DoesNothingWithoutAKey)
-{
-    ViewHistory history;
-    ViewRange view = SomeView();
-    EXPECT_FALSE(ZoomByClick(view, history, ClickButton::Left, 0, kX, kY, kFactors));
-    EXPECT_TRUE(history.Empty());
-    EXPECT_EQ(view.x_min, -7);
-}
-
 TEST(ViewZoom, StopsBeforeDoublePrecisionEnds)
 {
     ViewHistory history;
@@ -113,17 +104,6 @@ TEST(ViewZoom, StopsBeforeDoublePrecisionEnds)
     const double width = view.width;
     EXPECT_FALSE(ZoomByClick(view, history, ClickButton::Left, kCtrlKey, 100, kY, kFactors));
     EXPECT_EQ(view.width, width);
-}
-
-TEST(ViewZoom, KeepsTheHistoryEntryOfARefusedZoom)
-{
-    ViewHistory history;
-    ViewRange view = SomeView();
-    view.x_min = 1;
-    view.x_max = 1 + 1e-13;
-    UpdateDerived(view);
-    EXPECT_FALSE(ZoomByClick(view, history, ClickButton::Left, kCtrlKey, kX, kY, {1e9, 1}));
-    EXPECT_FALSE(history.Empty());
 }
 
 TEST(ViewZoom, ShowsWhatTheFrameHolds)

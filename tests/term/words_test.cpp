@@ -45,34 +45,6 @@ TEST(ReplaceWord, IsNotIdempotent)
     EXPECT_EQ(ReplaceWord(once, "x", "_x", kWholeWord), "__x");
 }
 
-struct NeighbourCase
-{
-    std::string_view behaviour, text;
-    std::size_t offset;
-    unsigned kind;
-};
-
-constexpr NeighbourCase kNeighbourCases[] = {
-    {"nothing around", "x", 0, 0},
-    {"operators on both sides", "+x+", 1, 0},
-    {"a letter before", "ax", 1, kContinuedOnTheLeft},
-    {"a number before", "12x", 2, 0},
-    {"letter and number before", "a12x", 3, kContinuedOnTheLeft},
-    {"an underscore before", "_x", 1, 0},
-    {"an apostrophe after", "x'", 0, kContinuedOnTheRight},
-    {"a bracket after", "x(", 0, kContinuedOnTheRight},
-    {"a closing bracket after", "x)", 0, 0},
-    {"continued on both sides", "exp", 1, kWholeWord},
-};
-
-TEST(NeighbourKind, ClassifiesBothSides)
-{
-    for (const NeighbourCase& row : kNeighbourCases) {
-        SCOPED_TRACE(row.behaviour);
-        EXPECT_EQ(NeighbourKind(row.text, row.offset, 1), row.kind);
-    }
-}
-
 TEST(MatchingGroup, FindsTheBracketThatCloses)
 {
     EXPECT_EQ(MatchingGroup("f(a(b)c)+d", 0), "(a(b)c)");
@@ -81,20 +53,6 @@ TEST(MatchingGroup, FindsTheBracketThatCloses)
     EXPECT_EQ(MatchingGroup("f((a)", 0), "");
     EXPECT_EQ(MatchingGroup("no bracket", 0), "");
     EXPECT_EQ(MatchingGroup("(a)", 7), "");
-}
-
-TEST(MatchingBrackets, AgreesWithMatchingGroupAtEveryBracket)
-{
-    constexpr std::string_view kTexts[] = {"a(b(c)d)(e", ")((x)", "((((", "()()", "(()))("};
-    for (std::string_view text : kTexts) {
-        const std::vector<std::size_t> matches = MatchingBrackets(text);
-        for (std::size_t i = 0; i < text.size(); ++i) {
-            if (text[i] != '(') continue;
-            const std::string_view group = MatchingGroup(text, i);
-            EXPECT_EQ(matches[i], group.empty() ? std::string_view::npos : i + group.size() - 1)
-                << text << " at " << i;
-        }
-    }
 }
 
 }  // namespace

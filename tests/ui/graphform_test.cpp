@@ -6,32 +6,13 @@
 #include <QTest>
 #include <vector>
 
+#include "recorded_gestures.h"
 #include "render/qt/raster_surface.h"
 
 namespace korvinth::ui {
 namespace {
 
 const render::Pen kRed{document::MakeColour(255, 0, 0), 4, document::LineType::Solid};
-
-class NoGestures : public GraphGestures
-{
-public:
-    void zoom(render::ClickButton, unsigned, double, double) override {}
-    bool ZoomToFrame(const render::ZoomFrame&) override { return false; }
-    void ZoomByWheel(double, unsigned, double, double) override {}
-    void ZoomByPinch(double, double, double) override {}
-    void BeginDrag() override {}
-    void Drag(double, double) override {}
-    void EndDrag() override {}
-    void CancelDrag() override {}
-    void scrlr(std::int16_t) override {}
-    void scrud(std::int16_t) override {}
-    void ScrollByKey(std::int16_t, std::int16_t) override {}
-    void ZoomByKey(int) override {}
-    void einszueins(render::ClickButton) override {}
-    void UseStandardRange() override {}
-    void PopView() override {}
-};
 
 // A red bar across the middle of the surface.
 void DrawBar(render::DrawingSurface& surface)
@@ -54,7 +35,7 @@ std::vector<int> RedRows(const QImage& image)
 
 TEST(GraphForm, ShowsWhatItsRoutineDraws)
 {
-    NoGestures gestures;
+    RecordedGestures gestures;
     const render::ViewRange view;
     int drawings = 0;
     GraphForm form(view, gestures, [&drawings](render::DrawingSurface& surface) {

@@ -15,32 +15,10 @@
 #include <string>
 #include <vector>
 
+#include "scripted_dialogs.h"
+
 namespace korvinth::ui {
 namespace {
-
-class ColourDialogs : public Dialogs
-{
-public:
-    void ShowError(const std::string&, const std::string&) override { ++boxes; }
-    void ShowExclamation(const std::string&, const std::string&) override { ++boxes; }
-    bool AskYesNo(const std::string&, const std::string&) override { return false; }
-    std::optional<std::string> OpenFile(const std::string&, const std::string&) override
-    {
-        return std::nullopt;
-    }
-    std::optional<std::string> SaveFile(const std::string&, const std::string&) override
-    {
-        return std::nullopt;
-    }
-    std::optional<document::Colour> ChooseColour(document::Colour) override { return answer; }
-    std::optional<int> AskNumber(const std::string&, const std::string&, int, int, int) override
-    {
-        return std::nullopt;
-    }
-
-    std::optional<document::Colour> answer;
-    int boxes = 0;
-};
 
 class OptionsGraphTest : public testing::Test
 {
@@ -82,7 +60,7 @@ protected:
     document::DisplayAttributes attributes;
     const document::DisplayAttributes defaults;
     term::MathParser parser;
-    ColourDialogs dialogs;
+    ScriptedDialogs dialogs;
     OptionsGraph window{parser, dialogs};
     int changes = 0;
 };
@@ -97,11 +75,12 @@ TEST_F(OptionsGraphTest, EveryChangeIsToldAtOnceAndAbbrechenTakesAllBack)
     EXPECT_EQ(attributes.axis_width, 2.5);
     Click("smooth");
     EXPECT_FALSE(attributes.smooth_drawing);
-    dialogs.answer = document::MakeColour(0, 0, 0);
+    dialogs.colour = document::MakeColour(0, 0, 0);
     Click("colback");
     EXPECT_EQ(attributes.background, document::MakeColour(0, 0, 0));
     QTest::keyClicks(Find<QComboBox>("ystepmode"), "V");
     EXPECT_EQ(attributes.y_step.mode, document::StepMode::MultiplesOfPi);
+    window.Open(attributes, 640);   // from the menu once more
     attributes.help_lines = false;  // from the menu, meanwhile
     QTest::keyClick(&window, Qt::Key_Escape);
     EXPECT_FALSE(window.isVisible());
@@ -148,7 +127,7 @@ TEST_F(OptionsGraphTest, WrongInputIsRefusedInPlaceWithItsName)
     EXPECT_TRUE(window.isVisible());
     EXPECT_TRUE(window.findChild<QLineEdit*>("limit")->isVisible())
         << "its page comes to the front";
-    EXPECT_EQ(dialogs.boxes, 0);
+    EXPECT_TRUE(dialogs.errors.empty() && dialogs.exclamations.empty());
     Type("limit", "0,5");
     EXPECT_EQ(Message(), "");
     Click("cmok");

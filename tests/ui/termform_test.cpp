@@ -13,39 +13,14 @@
 #include <QTest>
 #include <QToolButton>
 
+#include "document/storable_text.h"
+#include "scripted_dialogs.h"
+
 namespace korvinth::ui {
 namespace {
 
 using document::EditorState;
 using document::SlotIndex;
-
-class ScriptedDialogs : public Dialogs
-{
-public:
-    void ShowError(const std::string&, const std::string&) override {}
-    void ShowExclamation(const std::string&, const std::string&) override {}
-    bool AskYesNo(const std::string&, const std::string&) override { return false; }
-    std::optional<std::string> OpenFile(const std::string&, const std::string&) override
-    {
-        return {};
-    }
-    std::optional<std::string> SaveFile(const std::string&, const std::string&) override
-    {
-        return {};
-    }
-    std::optional<document::Colour> ChooseColour(document::Colour initial) override
-    {
-        offered.push_back(initial);
-        return chosen;
-    }
-    std::optional<int> AskNumber(const std::string&, const std::string&, int, int, int) override
-    {
-        return {};
-    }
-
-    std::vector<document::Colour> offered;
-    std::optional<document::Colour> chosen;
-};
 
 constexpr SlotIndex Slot(int number) { return SlotIndex{static_cast<std::int16_t>(number)}; }
 
@@ -103,6 +78,24 @@ protected:
     ScriptedDialogs dialogs;
     TermForm form{plot, dialogs};
 };
+
+TEST_F(TermFormTest, SignsThatNoFileTakesAreRewrittenWhileTyping)
+{
+    Type(3, "{7\\n}");
+    EXPECT_EQ(Shown(3), "(7\\ n)");
+    EXPECT_EQ(Field(3)->cursorPosition(), 6);
+    Field(3)->setCursorPosition(1);
+    QTest::keyClicks(Field(3), "\\{");
+    EXPECT_EQ(Shown(3), "(\\(7\\ n)");
+    EXPECT_EQ(Field(3)->cursorPosition(), 3);
+    Press(3, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Shown(3), "(7\\ n)") << "undoing goes on behind a bracket";
+    Paste(4, "f(x)={x}\t\\n\u0085");
+    EXPECT_EQ(Shown(4), "f(x)=(x) \\ n ");
+    form.StoreRows(plot);
+    EXPECT_EQ(plot.rows[Slot(3)], "(7\\ n)");
+    EXPECT_EQ(plot.rows[Slot(4)], "f(x)=(x) \\ n ");
+}
 
 TEST_F(TermFormTest, TypingChangesNothingUntilEnterApplies)
 {
@@ -169,6 +162,10 @@ TEST_F(TermFormTest, EscPutsBackTheTextThatTheRowHad)
     EXPECT_EQ(Field(0)->cursorPosition(), 8);
     QTest::keyClick(Field(0), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(Shown(0), "17") << "even that is not lost";
+    form.FocusRow(Slot(1));
+    QTest::keyClick(Field(1), Qt::Key_Home);
+    QTest::keyClick(Field(1), Qt::Key_Escape);
+    EXPECT_EQ(Field(1)->cursorPosition(), 14) << "also when there is nothing to put back";
 }
 
 TEST_F(TermFormTest, UndoBringsADeletedRowBack)
@@ -257,11 +254,11 @@ TEST_F(TermFormTest, ColourFieldsChooseAndShowColours)
     form.Refresh();
     QTest::mouseClick(Part("fcol[1]"), Qt::LeftButton);
     EXPECT_EQ(chosen.count(), 0) << "cancelled";
-    dialogs.chosen = document::MakeColour(1, 2, 3);
+    dialogs.colour = document::MakeColour(1, 2, 3);
     QTest::mouseClick(Part("fcol[1]"), Qt::LeftButton);
     ASSERT_EQ(chosen.count(), 1);
     EXPECT_EQ(chosen.at(0).at(0).value<SlotIndex>(), Slot(1));
-    EXPECT_EQ(dialogs.offered.back(), document::MakeColour(10, 200, 30));
+    EXPECT_EQ(dialogs.offered_colours.back(), document::MakeColour(10, 200, 30));
     const QImage hollow = Part("fcol[2]")->grab().toImage();
     EXPECT_NE(hollow.pixelColor(hollow.rect().center()), QColor(10, 200, 30));
     EXPECT_EQ(hollow.pixelColor(hollow.width() / 2, 2), QColor(10, 200, 30));
@@ -344,7 +341,8 @@ TEST_F(TermFormTest, HostileTextIsKeptAndAnsweredQuickly)
         Paste(row, QString());
         Field(row)->clear();
         Paste(row, texts[row % 3]);
-        EXPECT_EQ(Shown(row), texts[row % 3]);
+        const std::string storable = document::StorableTerm(texts[row % 3].toStdString());
+        EXPECT_EQ(Shown(row), QString::fromStdString(storable));
     }
     const QString megabyte(1 << 20, 'x');
     Paste(0, megabyte);

@@ -1,0 +1,139 @@
+#include "ui/storable_fields.h"
+
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTextCursor>
+#include <algorithm>
+#include <optional>
+
+#include "document/storable_text.h"
+
+namespace korvinth::ui {
+namespace {
+
+// The part of a text that another one has in its place.
+struct Replacement
+{
+    qsizetype start = 0;
+    qsizetype length = 0;
+    QString text;
+};
+
+std::optional<Replacement> Difference(const QString& present, const QString& wanted)
+{
+    if (present == wanted) return std::nullopt;
+    const auto shorter = std::min(present.size(), wanted.size());
+    qsizetype start = 0;
+    while (start < shorter && present[start] == wanted[start]) ++start;
+    qsizetype end = 0;
+    while (end < shorter - start && *(present.end() - 1 - end) == *(wanted.end() - 1 - end)) ++end;
+    return Replacement{start, present.size() - start - end,
+                       wanted.mid(start, wanted.size() - start - end)};
+}
+
+bool IsBlank(QChar c) { return c == ' ' || c == '\t'; }
+
+qsizetype LengthWithoutBlanks(const QString& text)
+{
+    qsizetype length = text.size();
+    while (length > 0 && IsBlank(text[length - 1])) --length;
+    return length;
+}
+
+QString Storable(const QString& typed, std::string (*storable)(std::string_view))
+{
+    return ShownText(storable(typed.toStdString()));
+}
+
+QString StorableLine(const QString& typed)
+{
+    const qsizetype length = LengthWithoutBlanks(typed);
+    return Storable(typed.left(length), document::StorableShortText) + typed.mid(length);
+}
+
+QString StorableLines(const QString& typed)
+{
+    qsizetype length = typed.size();
+    while (length > 0 && (IsBlank(typed[length - 1]) || typed[length - 1] == '\n')) --length;
+    const QStringList before = typed.left(length).split('\n');
+    const QString stored = Storable(typed.left(length), document::StorableLongText);
+    QStringList after = stored.split('\n');
+    if (after.size() != before.size()) return stored + typed.mid(length);
+    for (qsizetype line = 0; line < after.size(); ++line) {
+        const QString blanks = before[line].mid(LengthWithoutBlanks(before[line]));
+        if (!after[line].endsWith(blanks)) after[line] += blanks;
+    }
+    return after.join('\n') + typed.mid(length);
+}
+
+// toPlainText would make every no-break space a blank.
+QString TextOf(const QPlainTextEdit& field)
+{
+    QString text = field.document()->toRawText();
+    text.replace(QChar::ParagraphSeparator, '\n').replace(QChar::LineSeparator, '\n');
+    return text;
+}
+
+void Replace(QLineEdit& field, const Replacement& part)
+{
+    const auto end = part.start + part.length;
+    auto caret = static_cast<qsizetype>(field.cursorPosition());
+    if (caret >= end) {
+        caret += part.text.size() - part.length;
+    } else if (caret > part.start) {
+        caret = part.start + part.text.size();
+    }
+    field.setSelection(static_cast<int>(part.start), static_cast<int>(part.length));
+    if (part.length == 0) field.setCursorPosition(static_cast<int>(part.start));
+    field.insert(part.text);
+    field.setCursorPosition(static_cast<int>(caret));
+}
+
+void Replace(QPlainTextEdit& field, const Replacement& part)
+{
+    QTextCursor cursor(field.document());
+    cursor.joinPreviousEditBlock();  // undone together with what was typed
+    cursor.setPosition(static_cast<int>(part.start));
+    cursor.setPosition(static_cast<int>(part.start + part.length), QTextCursor::KeepAnchor);
+    cursor.insertText(part.text);
+    cursor.endEditBlock();
+}
+
+}  // namespace
+
+void KeepStorable(QLineEdit& field)
+{
+    QObject::connect(&field, &QLineEdit::textEdited, &field, [&field](const QString& typed) {
+        if (const auto part = Difference(typed, StorableLine(typed))) Replace(field, *part);
+    });
+}
+
+// The replacement's own signal finds nothing more to do.
+void KeepStorable(QPlainTextEdit& field)
+{
+    QObject::connect(&field, &QPlainTextEdit::textChanged, &field, [&field] {
+        const QString typed = TextOf(field);
+        if (const auto part = Difference(typed, StorableLines(typed))) Replace(field, *part);
+    });
+}
+
+std::string StoredText(const QLineEdit& field)
+{
+    const QString typed = field.text();
+    return document::StorableShortText(typed.left(LengthWithoutBlanks(typed)).toStdString());
+}
+
+std::string StoredText(const QPlainTextEdit& field)
+{
+    QString typed = TextOf(field);
+    while (!typed.isEmpty() && (IsBlank(typed.back()) || typed.back() == '\n')) typed.chop(1);
+    return document::StorableLongText(typed.toStdString());
+}
+
+QString ShownText(std::string_view stored)
+{
+    QString text = QString::fromUtf8(stored.data(), static_cast<qsizetype>(stored.size()));
+    return text.replace("\r\n", "\n").replace('\r', '\n');
+}
+
+}  // namespace korvinth::ui
