@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "render/variable_scope.h"
+
 namespace korvinth::app {
 
 Application::Application()
@@ -47,6 +49,16 @@ document::DisplayedRanges Application::Ranges() const
 {
     const render::ViewRange& view = View();
     return {view.x_min, view.x_max, view.y_min, view.y_max, view.t_min, view.t_max};
+}
+
+void Application::Draw(render::DrawingSurface& surface, render::ViewRange view)
+{
+    const render::VariableScope step(parser_, document_.variables.sw);
+    render::UpdateMapping(view, parser_, document_.variables);
+    const render::RedrawGate always_open;
+    render::Renderer renderer(document_, parser_, view, always_open);
+    renderer.RedrawAll(surface);
+    views_.UpdateMapping();
 }
 
 void Application::StopAnimation()

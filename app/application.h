@@ -60,7 +60,10 @@ public:
         return renderer_.Begin(surface);
     }
     bool ContinueDrawing(render::Renderer::Redraw& redraw) { return renderer_.Continue(redraw); }
-    // What the last drawing could not do.
+    // The picture of another view, for files and paper; whatever belongs to the screen's stays as
+    // it is. The view's derived values need not be up to date.
+    void Draw(render::DrawingSurface& surface, render::ViewRange view);
+    // What the last drawing of the screen's picture could not do.
     const std::vector<render::Problem>& Problems() const { return renderer_.Problems(); }
     // The additional point that was drawn at a pixel.
     std::optional<std::size_t> PointAt(double pixel_x, double pixel_y) const

@@ -84,7 +84,7 @@ std::string PictureName(std::size_t number, std::size_t count, std::string_view 
 }
 
 std::string DrawAll(Application& application, const document::Collection& collection,
-                    const std::string& folder,
+                    const std::string& folder, const PictureOptions& options,
                     const std::function<void(std::size_t done, std::size_t count)>& progress)
 {
     const std::size_t count = collection.entries.size();
@@ -98,8 +98,8 @@ std::string DrawAll(Application& application, const document::Collection& collec
         ++number;
         application.Document().attributes = defaults;  // each as if it were drawn alone
         complain(ApplyEntry(application, entry));
-        complain(WritePicture(application,
-                              folder + PictureName(number, count, entry[Column::ShortText])));
+        const std::string file = folder + PictureName(number, count, entry[Column::ShortText]);
+        complain(WritePicture(application, file, options).fault);
         progress(number, count);
     }
     return faults;

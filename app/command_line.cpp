@@ -139,14 +139,11 @@ std::string TakeSize(CommandLine& command, const std::string& value)
 
 std::string TakeOutput(CommandLine& command, const std::string& value)
 {
-    command.output = value;
-    if (value.ends_with('/')) return "";  // a folder
-    const std::size_t dot = value.rfind('.');
-    std::string suffix = dot == std::string::npos ? "" : value.substr(dot + 1);
-    for (char& c : suffix) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    if (!value.ends_with('/') && !FormatOf(value)) {
+        return "Bilder gibt es als .png, .svg, .pdf und .emf";
     }
-    return suffix == "png" ? "" : "Bilder gibt es bisher nur als .png";
+    command.output = value;
+    return "";
 }
 
 std::string TakeCollection(CommandLine& command, const std::string& value)
@@ -170,6 +167,70 @@ std::string TakeList(CommandLine& command, const std::string&)
 std::string TakeAll(CommandLine& command, const std::string&)
 {
     command.all = true;
+    return "";
+}
+
+// A number with a decimal comma, or point, and what follows it; nothing else.
+std::optional<double> NumberBefore(std::string text, std::string_view unit)
+{
+    std::ranges::replace(text, ',', '.');
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const std::string_view rest(end, static_cast<std::size_t>(text.data() + text.size() - end));
+    if (error != std::errc() || Trimmed(rest) != unit) return std::nullopt;
+    return number;
+}
+
+std::string TakeScale(CommandLine& command, const std::string& value)
+{
+    const std::optional<double> scale = NumberBefore(value, "cm");
+    if (!scale) return "erwartet wird die Länge einer Einheit, zum Beispiel 1cm oder 0,5cm";
+    if (!(*scale >= kSmallestScale && *scale <= kLargestScale)) {
+        return "eine Einheit kann 0,001cm bis 1000cm lang sein";
+    }
+    command.picture.page.scale = scale;
+    return "";
+}
+
+std::string TakeResolution(CommandLine& command, const std::string& value)
+{
+    const std::optional<double> resolution = NumberBefore(value, "");
+    if (!resolution || !(*resolution >= kLeastResolution && *resolution <= kMostResolution)) {
+        return "erwartet werden 10 bis 2400 Punkte pro Zoll, zum Beispiel 300";
+    }
+    command.picture.resolution = *resolution;
+    return "";
+}
+
+std::string TakeLandscape(CommandLine& command, const std::string&)
+{
+    command.picture.page.landscape = true;
+    return "";
+}
+
+std::string TakeLegend(CommandLine& command, const std::string&)
+{
+    command.picture.page.legend = true;
+    return "";
+}
+
+// Options that the format of the picture has no use for.
+std::string UnusedPictureOption(const CommandLine& command)
+{
+    const std::optional<PictureFormat> format =
+        command.all ? PictureFormat::Png : FormatOf(command.output);
+    const bool page = format == PictureFormat::Pdf;
+    const PictureOptions& picture = command.picture;
+    if (picture.page.scale && !page && format != PictureFormat::Svg) {
+        return "--massstab gibt es nur für --ausgabe mit .pdf und .svg";
+    }
+    if (picture.resolution != kUsualResolution && format != PictureFormat::Png) {
+        return "--aufloesung gibt es nur für --ausgabe mit .png";
+    }
+    if (picture.page.landscape && !page) {
+        return "--querformat gibt es nur für --ausgabe mit .pdf";
+    }
+    if (picture.page.legend && !page) return "--legende gibt es nur für --ausgabe mit .pdf";
     return "";
 }
 
@@ -216,8 +277,15 @@ constexpr Option kOptions[] = {
     {"--intervall", "NAME:VON;BIS", TakeInterval, true,
      "Darstellungsintervall einer Funktion: 'f:0;2*pi', offen: 'f:0;oo'"},
     {"--winkel", "rad|deg|grad", TakeAngleMode, false, "Winkelmaß (sonst rad)"},
-    {"--ausgabe", "DATEI.png", TakeOutput, false, "zeichnet in eine Datei statt ins Fenster"},
+    {"--ausgabe", "DATEI", TakeOutput, false,
+     "zeichnet in eine Datei statt ins Fenster: .png, .svg, .pdf oder .emf"},
     {"--groesse", "BREITExHÖHE", TakeSize, false, "Größe des Bildes in Pixeln (sonst 800x600)"},
+    {"--aufloesung", "DPI", TakeResolution, false,
+     "Pixel pro Zoll in einer PNG-Datei (sonst 96): Schrift und Linien wachsen mit"},
+    {"--massstab", "LÄNGE", TakeScale, false,
+     "Länge einer Einheit im PDF oder SVG: 1cm oder 0,5cm (sonst füllt das Bild die Seite)"},
+    {"--querformat", "", TakeLandscape, false, "PDF-Seite im Querformat"},
+    {"--legende", "", TakeLegend, false, "Terme und Parameterwerte unter dem Bild im PDF"},
     {"--rechne", "TERM", TakeCalculation, true, "gibt den Wert eines Terms aus"},
     {"--stellen", "ANZAHL", TakePlaces, false, "Nachkommastellen von --rechne (sonst 3)"},
     {"--tabelle", "VON;BIS;SCHRITT", TakeTable, false,
@@ -312,14 +380,15 @@ ParsedCommandLine ParseCommandLine(std::span<const std::string> arguments)
         const std::string complaint = option->take(result.command, value);
         if (!complaint.empty()) return wrong(name + " " + Quoted(value) + ": " + complaint);
     }
-    const std::string contradiction = Contradiction(result.command);
+    std::string contradiction = Contradiction(result.command);
+    if (contradiction.empty()) contradiction = UnusedPictureOption(result.command);
     if (!contradiction.empty()) return wrong(contradiction);
     return result;
 }
 
 std::string_view UsageLine()
 {
-    return "Aufruf: korvinth [--zeichne TERM] [--ausgabe DATEI.png] [--rechne TERM] "
+    return "Aufruf: korvinth [--zeichne TERM] [--ausgabe DATEI] [--rechne TERM] "
            "[--tabelle VON;BIS;SCHRITT] ..., alles Weitere mit --hilfe";
 }
 

@@ -7,12 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "app/picture_options.h"
 #include "term/math_parser.h"
 
 namespace korvinth::app {
 
-inline constexpr int kLongestSide = 30'000;           // pixels of a picture
-inline constexpr long kLargestPicture = 100'000'000;  // pixels; 4 bytes each while it is drawn
 inline constexpr int kMostPlaces = 22;
 
 // Two bounds as typed; both are terms.
@@ -48,6 +47,7 @@ struct CommandLine
     std::optional<std::string> entry;  // of the collection, by name or number
     bool list = false;                 // the collection's entries
     bool all = false;                  // draws every entry
+    PictureOptions picture;
     std::vector<std::string> calculations;
     std::optional<int> places;
     std::optional<std::string> table;  // first, last and step as typed

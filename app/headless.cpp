@@ -81,7 +81,7 @@ std::string DrawFromCollection(Application& application, const CommandLine& comm
     if (!results.errors.empty()) return "";
     if (command.all) {
         const bool shown = files::StderrIsTerminal();
-        results.errors = DrawAll(application, file.collection, command.output,
+        results.errors = DrawAll(application, file.collection, command.output, command.picture,
                                  [&](std::size_t done, std::size_t count) {
                                      if (shown) ShowProgress(errors, done, count);
                                  });
@@ -132,8 +132,9 @@ int RunHeadless(const CommandLine& command, std::ostream& out, std::ostream& err
     if (results.errors.empty() && command.table) Tabulate(application, *command.table, results);
     if (results.errors.empty() && !command.output.empty() && !command.all) {
         PrintMessage(errors, notes);
-        const std::string fault = WritePicture(application, command.output);
-        if (!fault.empty()) results.errors = Quoted(command.output) + ": " + fault;
+        const PictureReport picture = WritePicture(application, command.output, command.picture);
+        PrintMessage(errors, picture.note);
+        if (!picture.fault.empty()) results.errors = Quoted(command.output) + ": " + picture.fault;
     }
 
     PrintMessage(errors, results.errors);

@@ -1,15 +1,36 @@
-// Draws the plot into an image file.
+// Draws the plot into a file: image, vector graphic, page or metafile.
 #pragma once
 
 #include <string>
 
 #include "app/application.h"
+#include "app/picture_options.h"
+#include "files/file_system.h"
 
 namespace korvinth::app {
 
-// Draws the whole picture at the size of the application's drawing area and writes it as PNG.
-// Either the file is complete or an existing one is as it was. The result is a German message, ""
-// for success. Works without a display.
-std::string WritePicture(Application& application, const std::string& file);
+// The content of a picture file.
+struct PictureBytes
+{
+    std::string bytes;
+    std::string fault;  // German; "" when there is a picture
+    std::string note;   // what of the plot the picture leaves out
+};
+
+// The whole picture at the size of the application's drawing area, which for an image is its size
+// in dots. The screen's picture is left alone. Works without a display.
+PictureBytes MakePicture(Application& application, PictureFormat format,
+                         const PictureOptions& options);
+
+struct PictureReport
+{
+    std::string fault;  // German; "" when the file is written
+    std::string note;
+};
+
+// Writes the format of the file's ending. Either the file is complete or an existing one is as it
+// was.
+PictureReport WritePicture(Application& application, const std::string& file,
+                           const PictureOptions& options, files::FileSystem& disk = files::Disk());
 
 }  // namespace korvinth::app

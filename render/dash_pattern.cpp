@@ -41,4 +41,17 @@ DashPattern::DashPattern(LineType type, double width)
     }
 }
 
+DashPattern DashPattern::WithRoundEnds(double width) const
+{
+    // A dot keeps a trace of a length, so that no painter takes it for nothing.
+    constexpr double kDot = 0.1;
+    DashPattern pattern = *this;
+    for (std::size_t dash = 0; dash < count_; dash += 2) {
+        const double taken = std::min(width, lengths_[dash] - kDot);
+        pattern.lengths_[dash] -= taken;
+        pattern.lengths_[dash + 1] += taken;
+    }
+    return pattern;
+}
+
 }  // namespace korvinth::render

@@ -15,6 +15,9 @@ public:
     DashPattern() = default;
     DashPattern(document::LineType type, double width);
 
+    // The same to the eye when round ends are added to each dash: they take the line's width.
+    DashPattern WithRoundEnds(double width) const;
+
     bool Unbroken() const { return count_ == 0; }
     double Period() const { return period_; }
     std::span<const double> Lengths() const

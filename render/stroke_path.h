@@ -20,8 +20,7 @@ inline int FloorWithin(double value, int low, int high)
 class DashCursor
 {
 public:
-    // `shrink` is taken off each dash and added to each gap: what round ends add to a dash.
-    DashCursor(const DashPattern& pattern, double shrink) : pattern_(pattern), shrink_(shrink) {}
+    explicit DashCursor(const DashPattern& pattern) : pattern_(pattern) {}
 
     bool Visible() const { return index_ % 2 == 0; }
     double Left() const { return Length(index_) - done_; }
@@ -29,24 +28,22 @@ public:
     {
         done_ += std::fmod(length, pattern_.Period());
         while (done_ >= Length(index_)) {
-            done_ -= Length(index_);
-            index_ = (index_ + 1) % pattern_.Lengths().size();
+            const double beyond = done_ - Length(index_);
+            GoToNext();
+            done_ = beyond;
         }
+    }
+    // To the start of the next dash or gap. Lengths added up would not quite meet it.
+    void GoToNext()
+    {
+        done_ = 0;
+        index_ = (index_ + 1) % pattern_.Lengths().size();
     }
 
 private:
-    double Length(std::size_t index) const
-    {
-        // A dot keeps a trace of a length, so that it is met on the way.
-        constexpr double kDot = 1e-3;
-        const double length = pattern_.Lengths()[index];
-        const double dash = pattern_.Lengths()[index & ~std::size_t{1}];
-        const double taken = std::min(shrink_, dash - kDot);
-        return index % 2 == 0 ? length - taken : length + taken;
-    }
+    double Length(std::size_t index) const { return pattern_.Lengths()[index]; }
 
     const DashPattern& pattern_;
-    double shrink_;
     std::size_t index_ = 0;
     double done_ = 0;
 };

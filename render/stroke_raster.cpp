@@ -146,7 +146,8 @@ void StrokeRaster::AddSmooth(std::span<const PixelPoint> points, double width,
 void StrokeRaster::AddDashed(std::span<const PixelPoint> points, double width,
                              const DashPattern& dashes)
 {
-    DashCursor cursor(dashes, width);
+    const DashPattern round_dashes = dashes.WithRoundEnds(width);
+    DashCursor cursor(round_dashes);
     const double margin = width / 2 + 1;
     for (std::size_t i = 1; i < points.size(); ++i) {
         const PixelPoint from = points[i - 1];
@@ -168,13 +169,14 @@ void StrokeRaster::AddDashed(std::span<const PixelPoint> points, double width,
         double along = part.first * length;
         const double end = part.last * length;
         cursor.Advance(along);
-        while (along < end) {
-            const double next = std::min(along + cursor.Left(), end);
+        if (end + round_dashes.Period() <= end) break;  // too fine for the numbers
+        while (along + cursor.Left() < end) {
+            const double next = along + cursor.Left();
             if (cursor.Visible()) AddSegment(at(along), at(next), width, true);
-            if (next <= along) break;  // too fine for the numbers
-            cursor.Advance(next - along);
+            cursor.GoToNext();
             along = next;
         }
+        if (cursor.Visible() && along < end) AddSegment(at(along), at(end), width, true);
         cursor.Advance(length - along);
     }
 }

@@ -71,7 +71,8 @@ void StrokeRaster::AddHardSegment(PixelIndex from, PixelIndex to, int width,
     const int before = (width - 1) / 2;  // pixels of the line's width above or left of it
     // Wide dashes are rows of discs, which lengthen them.
     const bool round = !dashes.Unbroken() && width > kWidestWithoutDiscs;
-    DashCursor cursor(dashes, round ? width - 1 : 0);
+    const DashPattern drawn_dashes = round ? dashes.WithRoundEnds(width - 1) : dashes;
+    DashCursor cursor(drawn_dashes);
     if (!dashes.Unbroken() && first <= last) cursor.Advance(phase + first);
     for (double step = first; step <= last; ++step) {
         const bool visible = dashes.Unbroken() || cursor.Visible();

@@ -1,10 +1,10 @@
 #include "render/qt/raster_surface.h"
 
-#include <QColor>
 #include <QPolygonF>
-#include <QString>
 #include <algorithm>
 #include <cmath>
+
+#include "render/qt/conversions.h"
 
 namespace korvinth::render {
 namespace {
@@ -14,13 +14,6 @@ std::uint32_t OpaquePixel(Colour colour)
     return 0xFF000000U | static_cast<std::uint32_t>(document::Red(colour)) << 16U |
            static_cast<std::uint32_t>(document::Green(colour)) << 8U |
            static_cast<std::uint32_t>(document::Blue(colour));
-}
-
-QColor ToQt(Colour colour) { return QColor::fromRgb(OpaquePixel(colour)); }
-
-QString ToQt(std::string_view utf8)
-{
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
 int FloorDivide(int value, int divisor)
@@ -36,6 +29,16 @@ RasterSurface::RasterSurface(int width_pixels, int height_pixels, int steps_per_
       scale_(scale),
       image_(static_cast<int>(std::lround(width_pixels * scale)),
              static_cast<int>(std::lround(height_pixels * scale)), QImage::Format_RGB32),
+      raster_(image_.width(), image_.height())
+{
+    image_.fill(Qt::white);
+}
+
+RasterSurface::RasterSurface(QSize dots, int steps_per_pixel, double scale)
+    : DrawingSurface(static_cast<int>(dots.width() / scale) * steps_per_pixel,
+                     static_cast<int>(dots.height() / scale) * steps_per_pixel, steps_per_pixel),
+      scale_(scale),
+      image_(dots, QImage::Format_RGB32),
       raster_(image_.width(), image_.height())
 {
     image_.fill(Qt::white);

@@ -29,6 +29,8 @@ class RasterSurface final : public DrawingSurface
 public:
     // A scale other than 1 wants more than one step to a dot.
     RasterSurface(int width_pixels, int height_pixels, int steps_per_pixel, double scale = 1);
+    // An image of just so many dots, whether they make whole pixels or not.
+    RasterSurface(QSize dots, int steps_per_pixel, double scale);
 
     // Complete after Refresh.
     const QImage& Image() const { return image_; }

@@ -120,9 +120,18 @@ TEST(CommandLine, ComplainsAboutWrongCallsInOneLine)
         {"a negative side", {"--groesse=-800x600"}, "1 bis 30000"},
         {"text after the size", {"--groesse=800x600px"}, "1 bis 30000"},
         {"more pixels than memory", {"--groesse=30000x30000"}, "100 Millionen"},
-        {"a format to come", {"--ausgabe=bild.svg"}, "nur als .png"},
-        {"no suffix", {"--ausgabe=png"}, "nur als .png"},
-        {"a suffix in a folder's name", {"--ausgabe=a.png/b"}, "nur als .png"},
+        {"an unknown format", {"--ausgabe=bild.jpg"}, ".png, .svg, .pdf und .emf"},
+        {"no suffix", {"--ausgabe=png"}, ".png, .svg, .pdf und .emf"},
+        {"a suffix in a folder's name", {"--ausgabe=a.png/b"}, ".png, .svg, .pdf und .emf"},
+        {"a scale without its unit", {"--ausgabe=a.pdf", "--massstab=1"}, "1cm oder 0,5cm"},
+        {"a scale of nothing", {"--ausgabe=a.pdf", "--massstab=0cm"}, "0,001cm bis"},
+        {"a scale that is no number", {"--ausgabe=a.pdf", "--massstab=nancm"}, "0,001cm bis"},
+        {"a scale for pixels", {"--massstab=1cm", "--ausgabe=a.png"}, "nur für"},
+        {"a resolution without dots", {"--ausgabe=a.png", "--aufloesung=9"}, "10 bis 2400"},
+        {"a resolution for lines", {"--ausgabe=a.svg", "--aufloesung=300"}, "nur für"},
+        {"a page for an image", {"--ausgabe=a.png", "--querformat"}, "nur für"},
+        {"a legend without a page", {"--ausgabe=a.svg", "--legende"}, "nur für"},
+        {"a value for a switch", {"--ausgabe=a.pdf", "--legende=ja"}, "hat keinen Wert"},
         {"23 places", {"--stellen=23"}, "0 bis 22"},
         {"fewer than no places", {"--stellen", "-1"}, "0 bis 22"},
         {"table without a step", {"--tabelle=0;1"}, "Schrittweite"},
@@ -136,6 +145,20 @@ TEST(CommandLine, ComplainsAboutWrongCallsInOneLine)
         EXPECT_EQ(message.find('\n'), std::string::npos);
         EXPECT_LT(message.size(), 300U);
     }
+}
+
+TEST(CommandLine, ReadsWhatAPictureIsToBeLike)
+{
+    const ParsedCommandLine page = ParseCommandLine(
+        Arguments{"--querformat", "--legende", "--massstab", "0,5 cm", "--ausgabe=a.PDF"});
+    ASSERT_EQ(page.usage_error, "");
+    EXPECT_TRUE(page.command.picture.page.landscape);
+    EXPECT_TRUE(page.command.picture.page.legend);
+    EXPECT_EQ(page.command.picture.page.scale, 0.5);
+    const ParsedCommandLine image =
+        ParseCommandLine(Arguments{"--ausgabe=a.png", "--aufloesung=300"});
+    EXPECT_EQ(image.usage_error, "");
+    EXPECT_EQ(image.command.picture.resolution, 300);
 }
 
 TEST(CommandLine, RefusesBytesThatAreNoText)

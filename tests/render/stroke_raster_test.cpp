@@ -176,6 +176,20 @@ TEST(StrokeRaster, ContinuesDashesAlongTheCurve)
     EXPECT_EQ(Row(raster, 0, 20), "##....##....##....##");
 }
 
+// Each dot is nearly without length, so that sums of lengths could miss it.
+TEST(StrokeRaster, DrawsDotsUpToTheEndOfALine)
+{
+    for (const double width : {2.0, 3.3, 4.0}) {
+        const DashPattern dots(document::LineType::Dot, width);
+        StrokeRaster raster(kWidth, kHeight);
+        const PixelPoint points[] = {{0, 10.5}, {kWidth, 10.5}};
+        raster.AddSmooth(points, width, dots);
+        for (double middle = width / 2; middle < kWidth; middle += dots.Period()) {
+            EXPECT_GT(raster.CoverageAt(static_cast<int>(middle - width / 2), 10), 150) << middle;
+        }
+    }
+}
+
 TEST(StrokeRaster, KeepsTheDashesInPlaceOutsideThePicture)
 {
     const DashPattern dash(document::LineType::Dash, 2);  // 10 on, 6 off
