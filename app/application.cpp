@@ -26,13 +26,11 @@ void Application::ForgetSampleCounts()
 document::PlotReport Application::Apply()
 {
     document::PlotReport report = document::ApplyPlot(document_, parser_, *this);
-    if (!report.errors.empty()) {
-        views_.MarkParameters();
-        return report;
-    }
-
+    // A faulty term keeps no range from being taken; what is wrong with ranges was then said.
+    const bool terms_are_right = report.errors.empty();
     bool changed = false;
     const std::string faults = views_.ReadRanges(changed);
+    if (!terms_are_right) return report;
     if (changed) {
         // The notes speak of the displayed range.
         report = document::ApplyPlot(document_, parser_, *this);
@@ -43,6 +41,12 @@ document::PlotReport Application::Apply()
         report.status = report.errors;
     }
     return report;
+}
+
+document::DisplayedRanges Application::Ranges() const
+{
+    const render::ViewRange& view = View();
+    return {view.x_min, view.x_max, view.y_min, view.y_max, view.t_min, view.t_max};
 }
 
 void Application::StopAnimation()

@@ -8,6 +8,7 @@
 #include "app/view_control.h"
 #include "document/apply_plot.h"
 #include "document/plot_document.h"
+#include "document/plot_entry.h"
 #include "render/drawing_surface.h"
 #include "render/graph_probe.h"
 #include "render/redraw_gate.h"
@@ -47,6 +48,9 @@ public:
     // Rebuilds the parser's state from the plot and reads the displayed ranges, which may use
     // parameters. A range that cannot be displayed is reported, the old one stays in force.
     document::PlotReport Apply();
+
+    // The displayed ranges in force.
+    document::DisplayedRanges Ranges() const;
 
     // The whole picture; the surface has the area's size.
     void Draw(render::DrawingSurface& surface) { renderer_.RedrawAll(surface); }

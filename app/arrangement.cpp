@@ -6,7 +6,7 @@ namespace korvinth::app {
 namespace {
 
 // Widths and heights in heights of a line, so that they follow the font.
-constexpr int kColumnLines = 24;  // a term of about forty letters
+constexpr int kColumnLines = 24;         // a term of about forty letters
 constexpr int kLeastParameterLines = 7;  // title and one slider, or what stands in its place
 
 // In percent of the area.

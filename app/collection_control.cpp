@@ -183,6 +183,7 @@ void CollectionControl::TakePlot()
     if (!selected || !MayChange({*selected}, "geändert")) return;
     editor_.SetPlot(*selected, host_.CurrentPlot());
     FollowChange({*selected});
+    Q_EMIT plotTaken();
 }
 
 void CollectionControl::Copy() const

@@ -64,6 +64,7 @@ Q_SIGNALS:
     void windowWanted();            // `sammlung` is to be seen
     void descriptionWanted();       // `sammtext` is to be seen
     void descriptionFontChanged();  // a setting
+    void plotTaken();               // into an entry, from the window
 
 private:
     void ConnectMenus();

@@ -139,13 +139,37 @@ std::string TakeSize(CommandLine& command, const std::string& value)
 
 std::string TakeOutput(CommandLine& command, const std::string& value)
 {
+    command.output = value;
+    if (value.ends_with('/')) return "";  // a folder
     const std::size_t dot = value.rfind('.');
     std::string suffix = dot == std::string::npos ? "" : value.substr(dot + 1);
     for (char& c : suffix) {
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
     }
-    if (suffix != "png") return "Bilder gibt es bisher nur als .png";
-    command.output = value;
+    return suffix == "png" ? "" : "Bilder gibt es bisher nur als .png";
+}
+
+std::string TakeCollection(CommandLine& command, const std::string& value)
+{
+    command.collection = value;
+    return value.empty() ? "erwartet wird eine Sammlungsdatei" : "";
+}
+
+std::string TakeEntry(CommandLine& command, const std::string& value)
+{
+    command.entry = value;
+    return "";
+}
+
+std::string TakeList(CommandLine& command, const std::string&)
+{
+    command.list = true;
+    return "";
+}
+
+std::string TakeAll(CommandLine& command, const std::string&)
+{
+    command.all = true;
     return "";
 }
 
@@ -178,7 +202,7 @@ std::string TakeTable(CommandLine& command, const std::string& value)
 struct Option
 {
     std::string_view name;
-    std::string_view value;  // what stands for the value in the help text
+    std::string_view value;  // what stands for the value in the help text, "" when there is none
     std::string (*take)(CommandLine&, const std::string&);
     bool repeatable;
     std::string_view help;
@@ -198,12 +222,41 @@ constexpr Option kOptions[] = {
     {"--stellen", "ANZAHL", TakePlaces, false, "Nachkommastellen von --rechne (sonst 3)"},
     {"--tabelle", "VON;BIS;SCHRITT", TakeTable, false,
      "gibt eine Wertetabelle der Funktionen aus (CSV)"},
+    {"--sammlung", "DATEI", TakeCollection, false, "nimmt die Plots einer Sammlungsdatei"},
+    {"--liste", "", TakeList, false, "gibt Nummer und Namen ihrer Einträge aus, * für geschützte"},
+    {"--eintrag", "NAME|NUMMER", TakeEntry, false,
+     "wählt einen Eintrag (sonst die zuletzt bearbeiteten Daten)"},
+    {"--alle", "", TakeAll, false, "zeichnet jeden Eintrag in den Ordner --ausgabe ORDNER/"},
 };
 
 const Option* FindOption(std::string_view name)
 {
     const auto* const found = std::ranges::find(kOptions, name, &Option::name);
     return found == std::ranges::end(kOptions) ? nullptr : found;
+}
+
+// Options that do not go together; "" when all is well.
+std::string Contradiction(const CommandLine& command)
+{
+    const bool choice = command.entry || command.all || command.list;
+    if (choice && command.collection.empty()) {
+        return "--liste, --eintrag und --alle brauchen --sammlung";
+    }
+    if (!command.collection.empty() && command.AsksForPlot()) {
+        return "--sammlung bringt ihren Plot mit und verträgt sich nicht mit --zeichne, "
+               "--parameter, --x, --y, --intervall und --winkel";
+    }
+    if (command.entry && command.all) return "--eintrag und --alle schließen sich aus";
+    if (command.all != command.output.ends_with('/')) {
+        return "--alle und --ausgabe ORDNER/ gehören zusammen";
+    }
+    if (command.all && (!command.calculations.empty() || command.table)) {
+        return "--alle zeichnet nur";
+    }
+    if (command.entry && command.OpensWindow()) {
+        return "--eintrag braucht --ausgabe, --rechne oder --tabelle";
+    }
+    return "";
 }
 
 }  // namespace
@@ -230,10 +283,16 @@ ParsedCommandLine ParseCommandLine(std::span<const std::string> arguments)
         const std::size_t equals = argument.find('=');
         const std::string name = argument.substr(0, equals);
         const Option* option = FindOption(name);
+        const bool is_file = option == nullptr && !argument.starts_with('-');
+        if (is_file) option = FindOption("--sammlung");
         if (option == nullptr) return wrong("Unbekanntes Argument: " + Quoted(argument));
 
         std::string value;
-        if (equals != std::string::npos) {
+        if (is_file) {
+            value = argument;
+        } else if (option->value.empty()) {
+            if (equals != std::string::npos) return wrong(name + " hat keinen Wert");
+        } else if (equals != std::string::npos) {
             value = argument.substr(equals + 1);
         } else if (i + 1 < arguments.size() && FindOption(arguments[i + 1]) == nullptr) {
             value = arguments[++i];
@@ -253,6 +312,8 @@ ParsedCommandLine ParseCommandLine(std::span<const std::string> arguments)
         const std::string complaint = option->take(result.command, value);
         if (!complaint.empty()) return wrong(name + " " + Quoted(value) + ": " + complaint);
     }
+    const std::string contradiction = Contradiction(result.command);
+    if (!contradiction.empty()) return wrong(contradiction);
     return result;
 }
 
@@ -267,7 +328,7 @@ std::string HelpText()
     constexpr std::size_t kHelpColumn = 30;
     std::string text =
         "Korvinth 2 zeichnet Graphen von Funktionen.\n"
-        "Aufruf: korvinth [OPTION]...\n\n";
+        "Aufruf: korvinth [OPTION]... [SAMMLUNGSDATEI]\n\n";
     const auto add = [&text](std::string left, std::string_view help) {
         std::size_t shown = 0;  // characters, not bytes
         for (const char c : left) shown += (static_cast<unsigned char>(c) & 0xC0U) != 0x80U ? 1 : 0;
@@ -278,14 +339,14 @@ std::string HelpText()
         text += '\n';
     };
     for (const Option& option : kOptions) {
-        add(std::string(option.name) + " " + std::string(option.value), option.help);
+        const std::string value = option.value.empty() ? "" : " " + std::string(option.value);
+        add(std::string(option.name) + value, option.help);
     }
     add("--hilfe, --help", "zeigt diese Hilfe");
     add("--version", "zeigt die Version");
     text +=
-        "\nOhne --ausgabe, --rechne und --tabelle öffnet sich das Fenster. Werte folgen nach "
-        "\"=\"\n"
-        "oder als nächstes Argument; Grenzen sind Terme mit Dezimalkomma.\n";
+        "\nOhne --ausgabe, --rechne, --tabelle und --liste öffnet sich das Fenster. Werte folgen\n"
+        "nach \"=\" oder als nächstes Argument; Grenzen sind Terme mit Dezimalkomma.\n";
     return text;
 }
 

@@ -43,7 +43,11 @@ struct CommandLine
     term::TrigMode angle_mode = term::TrigMode::Radians;
     int width = 800;  // of the picture, in pixels
     int height = 600;
-    std::string output;  // file of the picture, "" for none
+    std::string output;                // file of the picture, a folder for --alle, "" for none
+    std::string collection;            // file, "" for none
+    std::optional<std::string> entry;  // of the collection, by name or number
+    bool list = false;                 // the collection's entries
+    bool all = false;                  // draws every entry
     std::vector<std::string> calculations;
     std::optional<int> places;
     std::optional<std::string> table;  // first, last and step as typed
@@ -53,7 +57,13 @@ struct CommandLine
     // True when the window is to be opened, since nothing else is asked for.
     bool OpensWindow() const
     {
-        return output.empty() && calculations.empty() && !table && !help && !version;
+        return output.empty() && calculations.empty() && !table && !help && !version && !list;
+    }
+    // True when a plot is described by options.
+    bool AsksForPlot() const
+    {
+        return !rows.empty() || !parameters.empty() || !intervals.empty() || x_range || y_range ||
+               angle_mode != term::TrigMode::Radians;
     }
 };
 

@@ -1,13 +1,16 @@
 #include "app/entry_preview.h"
 
 #include <algorithm>
-#include <chrono>
+#include <cmath>
+#include <map>
 #include <string>
+#include <string_view>
 
 #include "app/application.h"
 #include "document/plot_entry.h"
 #include "render/qt/raster_surface.h"
 #include "render/renderer.h"
+#include "term/words.h"
 
 namespace korvinth::app {
 namespace {
@@ -19,9 +22,7 @@ constexpr int kSamples = 150;    // of a graph
 constexpr int kMostMembers = 4;  // of a family
 constexpr int kLineWidth = 3;    // before the reduction
 constexpr std::size_t kLongestList = 2000;  // lines and points, in characters
-constexpr std::size_t kLongestTerms = 5000;
-// What the drawing of one picture may take, as far as it can be told before.
-constexpr std::chrono::milliseconds kMostTime{60};
+constexpr double kMostCost = 5000;          // of all functions, in characters of terms
 
 void CutList(std::string& list)
 {
@@ -56,26 +57,58 @@ void LimitSamples(PlotDocument& plot)
     }
 }
 
-// An estimate from one value of each graph. An integral function is summed up from its lower bound,
-// wherever that is; its share is that of the displayed range.
-bool TakesLong(Application& application)
+// Of the row "name(argument)=term": what one value costs, in characters of term. Functions that it
+// calls count each time; a derivative takes the values of several places.
+using Costs = std::map<std::string, double, std::less<>>;
+
+double CostOf(std::string_view term, const Costs& costs)
 {
-    const PlotDocument& plot = application.Document();
-    term::MathParser& parser = application.Parser();
-    using Clock = std::chrono::steady_clock;
-    Clock::duration time{};
-    for (const document::FunctionSlot& slot : plot.slots) {
-        if (!slot.visible || slot.parser_term.empty()) continue;
-        const std::string& term =
-            slot.integral_term.empty() ? slot.parser_term : slot.integral_term;
-        const term::ExprHandle value = parser.Parse(term);
-        const Clock::time_point start = Clock::now();
-        parser.Evaluate(value);
-        time += (Clock::now() - start) * kSamples * (1 + plot.attributes.family_count);
-        parser.ReleaseExpr(value);
-        if (time > kMostTime) return true;
+    constexpr double kPlacesOfDerivative = 3;
+    auto cost = static_cast<double>(term.size());
+    for (std::size_t i = 0; i < term.size(); ++i) {
+        for (const auto& [name, called] : costs) {
+            if (name.empty() || !term.substr(i).starts_with(name)) continue;
+            std::size_t end = i + name.size();
+            double of_call = called;
+            for (; end < term.size() && term[end] == '\''; ++end) of_call *= kPlacesOfDerivative;
+            if (end < term.size() && term[end] == '(') cost += of_call;
+        }
+    }
+    return cost;
+}
+
+// Few characters can call for millions of operations: f(x)=x+1, g(x)=f(f(f(x))), h(x)=g(g(g(x)))...
+// Told from the text, since the plot's rebuild evaluates it already.
+bool TakesLong(const PlotDocument& plot)
+{
+    Costs costs;
+    for (int round = 0; round < document::kSlotCount; ++round) {
+        double total = 0;
+        for (const std::string& typed : plot.rows) {
+            const std::string row = term::LowerCase(term::ReplaceAll(typed, " ", ""));
+            const std::size_t equals = std::min(row.find('='), row.size());
+            const std::string_view term =
+                std::string_view(row).substr(equals < row.size() ? equals : 0);
+            const double cost = CostOf(term, costs);
+            costs[row.substr(0, std::min(row.find('('), equals))] = cost;
+            total += cost;
+        }
+        if (total > kMostCost) return true;
     }
     return false;
+}
+
+// An integral function is summed up from its lower bound, wherever that is.
+bool SumsFromAfar(Application& application)
+{
+    constexpr double kMostWidths = 5;
+    const render::ViewRange& view = application.View();
+    return std::ranges::any_of(
+        application.Document().parameters, [&](const document::Parameter& parameter) {
+            return (parameter.state & document::kIntegralBoundState) != 0 &&
+                   !parameter.name.empty() &&
+                   std::abs(parameter.value - view.x_min) > kMostWidths * view.width;
+        });
 }
 
 }  // namespace
@@ -84,16 +117,16 @@ QImage DrawPreview(const document::CollectionEntry& entry, QSize size)
 {
     QImage paper(size, QImage::Format_RGB32);
     paper.fill(Qt::white);
-    if (entry[document::Column::Functions].size() > kLongestTerms) return paper;
     // One of its own: the plot that is being worked on stays as it is.
     Application application;
-    document::FillPlot(entry, application.Document());
-    Simplify(application.Document());
     const QSize drawn = size * kReduction;
     application.SetAreaSize(drawn.width(), drawn.height());
+    document::FillPlot(entry, application.Document());
+    if (TakesLong(application.Document())) return paper;
+    Simplify(application.Document());
     application.Apply();
     LimitSamples(application.Document());
-    if (TakesLong(application)) return paper;
+    if (SumsFromAfar(application)) return paper;
     render::RasterSurface surface(drawn.width(), drawn.height(), render::kSmoothSteps,
                                   1.0 / kReduction);
     application.Draw(surface);

@@ -4,11 +4,13 @@
 #include <sstream>
 #include <string>
 
+#include "app/collection_run.h"
 #include "app/message_text.h"
 #include "app/picture_file.h"
 #include "app/plot_request.h"
 #include "document/calculator.h"
 #include "document/value_table.h"
+#include "files/path_text.h"
 
 namespace korvinth::app {
 namespace {
@@ -26,6 +28,7 @@ struct Results
 {
     std::string output;             // for stdout when all is well
     std::string calculator_errors;  // for stdout in any case
+    std::string list;               // of a collection, for stdout in any case
     std::string errors;
 };
 
@@ -54,6 +57,51 @@ void Tabulate(Application& application, const std::string& range, Results& resul
     results.output += table.str();
 }
 
+std::string DrawRequest(Application& application, const CommandLine& command, Results& results)
+{
+    const PlotRequestReport request = ApplyRequest(application, command);
+    results.errors = request.errors;
+    return request.notes;
+}
+
+// A line on the terminal that is written over until all is done.
+void ShowProgress(std::ostream& terminal, std::size_t done, std::size_t count)
+{
+    terminal << '\r' << done << " von " << count << (done == count ? "\n" : "") << std::flush;
+}
+
+std::string DrawFromCollection(Application& application, const CommandLine& command,
+                               Results& results, std::ostream& errors)
+{
+    const ReadFileResult file = ReadCollectionFile(command.collection);
+    if (!file.fault.empty()) results.errors = Quoted(command.collection) + ": " + file.fault;
+    if (command.list) results.list = EntryList(file.collection);
+    application.SetAreaSize(command.width, command.height);
+    if (command.places) application.Document().attributes.calculator_places = *command.places;
+    if (!results.errors.empty()) return "";
+    if (command.all) {
+        const bool shown = files::StderrIsTerminal();
+        results.errors = DrawAll(application, file.collection, command.output,
+                                 [&](std::size_t done, std::size_t count) {
+                                     if (shown) ShowProgress(errors, done, count);
+                                 });
+        return "";
+    }
+    if (command.list && command.output.empty()) return "";
+    const document::CollectionEntry* const entry =
+        command.entry ? FindEntry(file.collection, *command.entry) : &file.collection.buffer;
+    if (entry == nullptr) {
+        results.errors = "Einen Eintrag " + Quoted(*command.entry) + " gibt es nicht";
+    } else if (!command.entry && !file.collection.buffer_loaded) {
+        results.errors =
+            "Neben den Einträgen enthält die Sammlung keinen Plot; --eintrag wählt "
+            "einen Eintrag";
+    } else {
+        results.errors = ApplyEntry(application, *entry);
+    }
+    return "";
+}
+
 }  // namespace
 
 int ReportFaults(const ParsedCommandLine& parsed, std::ostream& errors)
@@ -74,21 +122,22 @@ int RunHeadless(const CommandLine& command, std::ostream& out, std::ostream& err
     }
 
     Application application;
-    const PlotRequestReport request = ApplyRequest(application, command);
     Results results;
-    results.errors = request.errors;
+    const std::string notes = command.collection.empty()
+                                  ? DrawRequest(application, command, results)
+                                  : DrawFromCollection(application, command, results, errors);
     term::MathParser& parser = application.Parser();
     parser.SetVariableValue(application.Document().variables.sw, document::kStepWithoutView);
     Calculate(application, command, results);
     if (results.errors.empty() && command.table) Tabulate(application, *command.table, results);
-    if (results.errors.empty() && !command.output.empty()) {
-        PrintMessage(errors, request.notes);
+    if (results.errors.empty() && !command.output.empty() && !command.all) {
+        PrintMessage(errors, notes);
         const std::string fault = WritePicture(application, command.output);
         if (!fault.empty()) results.errors = Quoted(command.output) + ": " + fault;
     }
 
     PrintMessage(errors, results.errors);
-    out << (results.errors.empty() ? results.output : results.calculator_errors);
+    out << results.list << (results.errors.empty() ? results.output : results.calculator_errors);
     if (!out.flush()) {
         PrintMessage(errors, "Die Ausgabe konnte nicht geschrieben werden");
         return kInputError;

@@ -6,9 +6,12 @@
 
 #include "app/command_line.h"
 #include "app/headless.h"
+#include "app/main_window.h"
 #include "app/program.h"
 #include "app/toolkit.h"
+#include "files/path_text.h"
 #include "ui/desktop_style.h"
+#include "ui/qt_dialogs.h"
 
 namespace {
 
@@ -29,7 +32,11 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
     QApplication::setStyle(new korvinth::ui::DesktopStyle);
     UseGerman(toolkit);
 
-    Program program;
+    korvinth::ui::QtDialogs dialogs;
+    Program program(UseProgramDirectory(
+                        korvinth::files::PathOf(QApplication::applicationDirPath().toStdString())),
+                    dialogs);
+    dialogs.SetWindow(&program.Window());
     program.Start(command);
     return QApplication::exec();
 }

@@ -2,11 +2,15 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QDropEvent>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QShortcut>
 #include <QStatusBar>
+#include <QTimer>
+#include <QUrl>
 #include <algorithm>
 
 #include "ui/asymptoten.h"
@@ -42,6 +46,7 @@ MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* 
       outcome_(new QLabel)
 {
     setObjectName("mother");
+    setAcceptDrops(true);
     setWindowTitle("Korvinth 2 - Funktionsgraphen und Kurven mit dynamischen Parametern");
     statusBar()->setObjectName("statusbar");
     // A label of its own: a message of the status bar would go when a menu opens.
@@ -120,6 +125,7 @@ void MainWindow::MakeCollection(Application& application)
     collection_frame_ = MakeChild(&collection_->Window());
     description_frame_ = MakeChild(&collection_->DescriptionWindow());
     description_frame_->SetFree(true);
+    description_frame_->SetClosedByEsc();
     description_frame_->hide();
     connect(collection_.get(), &CollectionControl::windowWanted, this,
             [this] { ShowChild(collection_frame_); });
@@ -164,6 +170,7 @@ void MainWindow::ConnectSession()
             [this](const render::ZoomFactors& factors) { session_->TakeZoomFactors(factors); });
     connect(settings_, &ui::OptionsGraph::settingsChanged, session_.get(),
             &Session::TakeGeneralSettings);
+    connect(settings_, &QDialog::finished, session_.get(), &Session::settingsTouched);
 }
 
 void MainWindow::ConnectWindowEntries()
@@ -377,6 +384,20 @@ void MainWindow::closeEvent(QCloseEvent* event)
 {
     Q_EMIT closing();
     event->accept();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    const QList<QUrl> files = event->mimeData()->urls();
+    if (files.size() == 1 && files[0].isLocalFile()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    const QString file = event->mimeData()->urls().constFirst().toLocalFile();
+    // A question may follow; the program that the file came from is not kept waiting for it.
+    QTimer::singleShot(0, this, [this, file] { Q_EMIT fileDropped(file); });
 }
 
 // Typing can begin at once.

@@ -36,6 +36,7 @@ public:
 
     Session& PlotSession() { return *session_; }
     CollectionControl& Entries() { return *collection_; }
+    QAction& MenuEntry(std::string_view name) { return menus_.Entry(name); }
 
     void ArrangeWindows();
     void CloseSliders();
@@ -43,10 +44,13 @@ public:
 
 Q_SIGNALS:
     void closing();  // before the window closes, while everything is there
+    void fileDropped(const QString& file);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 

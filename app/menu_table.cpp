@@ -15,12 +15,12 @@ constexpr MenuEntry Line(std::string_view menu) { return {menu, "", "", Separato
 // Deliberate: captions stand as users know them, "&S&chließen", "hinzfügen" and a double blank too.
 constexpr MenuEntry kMainMenu[] = {
     {"", "mn_file", "&Datei", Menu, ""},
-    {"mn_file", "mn_open", "&Öffnen", Command, "Ctrl+O", kLater},
-    {"mn_file", "mn_mrg", "&Anhängen", Command, "", kLater},
-    {"mn_file", "mn_save", "&Speichern", Command, "Ctrl+S", kLater},
-    {"mn_file", "mn_saveas", "Speichern &unter...", Command, "Ctrl+Shift+S", kLater},
+    {"mn_file", "mn_open", "&Öffnen", Command, "Ctrl+O"},
+    {"mn_file", "mn_mrg", "&Anhängen", Command, ""},
+    {"mn_file", "mn_save", "&Speichern", Command, "Ctrl+S"},
+    {"mn_file", "mn_saveas", "Speichern &unter...", Command, "Ctrl+Shift+S"},
     Line("mn_file"),
-    {"mn_file", "mn_saveopt", "&Einstellungen speichern", Command, "", kLater},
+    {"mn_file", "mn_saveopt", "&Einstellungen speichern", Command, ""},
     {"mn_file", "mn_optdef", "&Voreinstellungen aktivieren", Command, ""},
     Line("mn_file"),
     {"mn_file", "mn_close", "&S&chließen", Command, "Ctrl+Q"},

@@ -1,25 +1,68 @@
 #include "app/program.h"
 
+#include <QAction>
+#include <QCoreApplication>
+#include <QEvent>
+
 #include "app/main_window.h"
-#include "app/plot_request.h"
 #include "document/interval_text.h"
+#include "files/path_text.h"
 
 namespace korvinth::app {
 
-Program::Program() : window_(std::make_unique<MainWindow>(application_, dialogs_))
+Program::Program(const files::Path& directory, ui::Dialogs& dialogs)
+    : settings_(files::Disk(), directory),
+      place_(TakeWorkingPlace(directory)),
+      window_(std::make_unique<MainWindow>(application_, dialogs)),
+      files_(std::make_unique<CollectionFiles>(files::Disk(), place_.collection, window_->Entries(),
+                                               static_cast<CollectionFilesHost&>(*this), dialogs))
 {
-    dialogs_.SetWindow(window_.get());
     connect(window_.get(), &MainWindow::closing, this, [this] { RunSteps(EndSteps(), *this); });
+    connect(window_.get(), &MainWindow::fileDropped, this,
+            [this](const QString& file) { files_->OpenFile(files::PathOf(file.toStdString())); });
+    Session& session = window_->PlotSession();
+    connect(&session, &Session::settingsTouched, this, &Program::WriteSettings);
+    connect(&session, &Session::touched, files_.get(), &CollectionFiles::Touch);
+    CollectionControl& entries = window_->Entries();
+    connect(&entries, &CollectionControl::plotTaken, this, &Program::WriteSettings);
+    connect(&entries, &CollectionControl::descriptionFontChanged, this, &Program::WriteSettings);
+    ConnectEntries();
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
 Program::~Program() = default;
 
+void Program::ConnectEntries()
+{
+    const auto on = [this](std::string_view entry, auto action) {
+        connect(&window_->MenuEntry(entry), &QAction::triggered, this, action);
+    };
+    on("mn_open", [this] { files_->Open(); });
+    on("mn_mrg", [this] { files_->Append(); });
+    on("mn_save", [this] { files_->Save(); });
+    on("mn_saveas", [this] { files_->SaveAs(); });
+    on("mn_saveopt", [this] { SaveSettings(); });
+}
+
 void Program::Start(const CommandLine& command)
 {
     RunSteps(StartSteps(), *this);
-    const PlotRequestReport request = ApplyRequest(application_, command);
-    window_->PlotSession().ShowPlot(request);
+    if (command.AsksForPlot()) window_->PlotSession().DrawRequest(command);
     window_->show();
+    if (!command.collection.empty()) files_->OpenFile(files::PathOf(command.collection));
+}
+
+// Whatever the user does by hand or key may change something that the working collection holds.
+bool Program::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+        case QEvent::MouseButtonRelease:
+        case QEvent::KeyRelease:
+        case QEvent::Wheel:
+        case QEvent::Drop: files_->Touch(); break;
+        default: break;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void Program::RunParserOnce() { application_.Parser().EvalText("1"); }
@@ -42,14 +85,58 @@ void Program::LoadDefinitions()
 
 void Program::ComputeMapping() { application_.UpdateMapping(); }
 
+void Program::SetUpWorkingCollection() { files_->SetUpWorkingCollection(); }
+
+void Program::ReadCollection()
+{
+    files_->ReadWorkingCollection();
+    window_->PlotSession().ForgetSteps();
+}
+
 void Program::ArrangeWindows() { window_->ArrangeWindows(); }
 
 void Program::FinishIntervalTexts()
 {
     for (document::FunctionSlot& slot : application_.Document().slots) {
-        slot.interval = document::kOpenInterval;
+        const bool open = slot.lower_bound.empty() && slot.upper_bound.empty();
+        if (open) slot.interval = document::kOpenInterval;
     }
 }
+
+void Program::WriteSettings()
+{
+    settings_.WriteSettings(application_.Document().attributes);  // a fault is told to nobody
+}
+
+void Program::ReadSettings()
+{
+    settings_.ReadSettings(application_.Document().attributes);
+    window_->PlotSession().FollowSettings();
+}
+
+void Program::SaveSettings()
+{
+    WriteSettings();
+    // Deliberate: with a named collection they are written once more, which does no harm.
+    if (files_->HasName()) WriteSettings();
+}
+
+void Program::OfferToSave()
+{
+    files_->OfferToSave();
+    files_->Flush();
+}
+
+document::CollectionEntry Program::CurrentPlot() { return window_->PlotSession().CurrentPlot(); }
+
+void Program::DrawEntry(const document::CollectionEntry& entry)
+{
+    window_->PlotSession().DrawEntry(entry);
+}
+
+void Program::RedrawGraph() { window_->PlotSession().Redraw(); }
+
+bool Program::Animated() const { return window_->PlotSession().Animation().Active(); }
 
 void Program::StopTimers() { window_->PlotSession().Animation().StopAll(); }
 

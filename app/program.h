@@ -1,43 +1,68 @@
 // The program with its windows: what starting and ending do in each of their steps.
 #pragma once
 
+#include <QObject>
 #include <memory>
 
 #include "app/application.h"
+#include "app/collection_files.h"
 #include "app/command_line.h"
 #include "app/start_up.h"
-#include "ui/qt_dialogs.h"
+#include "document/settings_file.h"
+#include "ui/dialogs.h"
 
 namespace korvinth::app {
 
 class MainWindow;
 
-class Program final : public QObject, LifeCycle
+class Program final : public QObject, LifeCycle, CollectionFilesHost
 {
     Q_OBJECT
 public:
-    Program();
+    // The program's files are in `directory`. The dialogs outlive the program.
+    Program(const files::Path& directory, ui::Dialogs& dialogs);
     ~Program() override;
+    Q_DISABLE_COPY_MOVE(Program)
 
     // Runs the steps of starting, draws what the command line asks for and shows the main window.
     void Start(const CommandLine& command);
     MainWindow& Window() { return *window_; }
+    CollectionFiles& Files() { return *files_; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // LifeCycle
     void RunParserOnce() override;
     void PrepareIntervalTexts() override;
     void SetDefaults() override;
     void LoadDefinitions() override;
     void ComputeMapping() override;
+    void SetUpWorkingCollection() override;
+    void ReadCollection() override;
     void ArrangeWindows() override;
     void FinishIntervalTexts() override;
+    void OfferToSave() override;
     void StopTimers() override;
     void CloseSliders() override;
     void CloseWindows() override;
+    // LifeCycle and CollectionFilesHost
+    void WriteSettings() override;
+    // CollectionFilesHost
+    document::CollectionEntry CurrentPlot() override;
+    void DrawEntry(const document::CollectionEntry& entry) override;
+    void RedrawGraph() override;
+    void ReadSettings() override;
+    bool Animated() const override;
+
+    void ConnectEntries();
+    void SaveSettings();  // mn_saveopt
 
     Application application_;
-    ui::QtDialogs dialogs_;
+    document::SettingsFile settings_;
+    WorkingPlace place_;
     std::unique_ptr<MainWindow> window_;
+    std::unique_ptr<CollectionFiles> files_;
 };
 
 }  // namespace korvinth::app

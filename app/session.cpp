@@ -105,6 +105,32 @@ void Session::Connect()
     connect(&animation_, &AnimationControl::activeChanged, this, &Session::stateChanged);
 }
 
+document::CollectionEntry Session::CurrentPlot()
+{
+    return document::EntryOfPlot(Document(), application_.Ranges());
+}
+
+void Session::DrawEntry(const document::CollectionEntry& entry)
+{
+    std::string faults;
+    AsOneStep([&] {
+        faults = document::FillPlot(entry, application_.Document());
+        FollowSettings();
+        windows_.terms.init();
+        Rebuild();
+    });
+    Q_EMIT settingsTouched();
+    if (!faults.empty()) dialogs_.ShowExclamation("Meldung:", faults);
+}
+
+void Session::DrawRequest(const CommandLine& command)
+{
+    AsOneStep([&] {
+        document::FillPlot({}, application_.Document());
+        ShowPlot(ApplyRequest(application_, command));
+    });
+}
+
 void Session::ShowPlot(const PlotRequestReport& request)
 {
     document::PlotReport report;
@@ -143,6 +169,12 @@ void Session::ClearAllRows()
     ApplyRows();
 }
 
+void Session::ForgetSteps()
+{
+    undo_ = {};
+    Q_EMIT stateChanged();
+}
+
 void Session::Undo() { GoTo(undo_.Undo(document::TakeSnapshot(Document()))); }
 
 void Session::Redo() { GoTo(undo_.Redo(document::TakeSnapshot(Document()))); }
@@ -154,25 +186,6 @@ void Session::GoTo(const std::optional<document::PlotSnapshot>& snapshot)
     Rebuild();
     windows_.terms.init();
     Q_EMIT layoutChanged();
-}
-
-document::CollectionEntry Session::CurrentPlot()
-{
-    const render::ViewRange& view = application_.View();
-    return document::EntryOfPlot(
-        Document(), {view.x_min, view.x_max, view.y_min, view.y_max, view.t_min, view.t_max});
-}
-
-void Session::DrawEntry(const document::CollectionEntry& entry)
-{
-    std::string faults;
-    AsOneStep([&] {
-        faults = document::FillPlot(entry, application_.Document());
-        Rebuild();
-    });
-    windows_.terms.init();
-    Q_EMIT layoutChanged();
-    if (!faults.empty()) dialogs_.ShowExclamation("Meldung:", faults);
 }
 
 // The step is kept when the plot is another one afterwards.
@@ -341,6 +354,7 @@ void Session::TakeList(std::string document::PlotDocument::*list, const std::str
             RedrawGraph();
         }
     });
+    Q_EMIT settingsTouched();
 }
 
 void Session::TakeGeneralSettings(const document::DisplayAttributes& settings)
@@ -350,17 +364,28 @@ void Session::TakeGeneralSettings(const document::DisplayAttributes& settings)
                                settings.sample_count != attributes.sample_count;
     document::CopyGeneralSettings(settings, attributes);
     if (counts_change) application_.ForgetSampleCounts();
+    FollowSettings();
+}
+
+void Session::FollowSettings()
+{
+    const document::DisplayAttributes& attributes = Document().attributes;
     animation_.SetInterval(attributes.timer_milliseconds);
     windows_.lines.SetCommonColour(attributes.line_colour);
+    View().SetZoomFactors({attributes.zoom_factor_x, attributes.zoom_factor_y});
     windows_.graph.SetSmooth(attributes.smooth_drawing);  // redraws
+    Q_EMIT stateChanged();
 }
 
 void Session::UseDefaultSettings()
 {
     const document::DisplayAttributes defaults;
+    document::DisplayAttributes& attributes = application_.Document().attributes;
+    attributes.zoom_factor_x = defaults.zoom_factor_x;
+    attributes.zoom_factor_y = defaults.zoom_factor_y;
     TakeGeneralSettings(defaults);
-    TakeZoomFactors({defaults.zoom_factor_x, defaults.zoom_factor_y});
     application_.UpdateMapping();
+    Q_EMIT settingsTouched();
 }
 
 void Session::AskRowFont()
@@ -377,6 +402,7 @@ void Session::TakeZoomFactors(const render::ZoomFactors& factors)
     attributes.zoom_factor_x = factors.x;
     attributes.zoom_factor_y = factors.y;
     View().SetZoomFactors(factors);
+    Q_EMIT settingsTouched();
 }
 
 void Session::ToggleSwitch(bool document::DisplayAttributes::*flag)
@@ -464,7 +490,11 @@ document::Bounds Session::DisplayedXRange() const
     return {view.x_min, view.x_max};
 }
 
-void Session::RedrawGraph() { windows_.graph.Redraw(); }
+void Session::RedrawGraph()
+{
+    windows_.graph.Redraw();
+    Q_EMIT touched();
+}
 
 void Session::updatex()
 {

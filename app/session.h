@@ -13,6 +13,7 @@
 #include "app/parameter_control.h"
 #include "app/plot_request.h"
 #include "app/view_control.h"
+#include "document/collection.h"
 #include "document/plot_undo.h"
 #include "ui/dialogs.h"
 
@@ -49,8 +50,11 @@ public:
     ~Session() override;
     Q_DISABLE_COPY_MOVE(Session)
 
-    // Shows a plot that was applied before the windows were there.
-    void ShowPlot(const PlotRequestReport& request);
+    // Draws what the command line asks for; the plot of before can be brought back.
+    void DrawRequest(const CommandLine& command);
+
+    void Redraw() { RedrawGraph(); }
+    void ForgetSteps();  // nothing can be undone
 
     // The rows or intervals as typed become the plot.
     void ApplyRows();
@@ -61,7 +65,7 @@ public:
     bool CanUndo() const { return undo_.CanUndo(); }
     bool CanRedo() const { return undo_.CanRedo(); }
 
-    // CollectionHost
+    // CollectionHost. What is wrong with an entry is shown.
     document::CollectionEntry CurrentPlot() override;
     void DrawEntry(const document::CollectionEntry& entry) override;
 
@@ -88,6 +92,8 @@ public:
     // The general settings, as typed in their window or their defaults (mn_optdef).
     void TakeGeneralSettings(const document::DisplayAttributes& settings);
     void UseDefaultSettings();
+    // After the attributes were set past the session (the settings file was read).
+    void FollowSettings();
     void AskRowFont();  // of the term editor
     void TakeZoomFactors(const render::ZoomFactors& factors);
     // After the picture was drawn.
@@ -105,6 +111,8 @@ Q_SIGNALS:
     void outcomeChanged(QString outcome);  // of the last applied plot: "Ok." or the messages
     void layoutChanged();                  // other heights suit the windows
     void parametersWanted();               // the column of sliders is to be seen
+    void settingsTouched();                // what the settings file keeps
+    void touched();                        // anything that an entry of a collection holds
 
 private:
     // ApplyHooks
@@ -132,6 +140,7 @@ private:
     // Applies the document; the windows show what came of it.
     void Rebuild();
     void ShowReport(const document::PlotReport& report);
+    void ShowPlot(const PlotRequestReport& request);
     void TakeList(std::string document::PlotDocument::*list, const std::string& text, bool apply);
     void GoTo(const std::optional<document::PlotSnapshot>& snapshot);
     void ShowChange();  // of looks

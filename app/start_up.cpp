@@ -12,11 +12,15 @@ constexpr LifeStep kStartSteps[] = {
     {"put the defaults into the settings", &LifeCycle::SetDefaults},
     {"load definitions and aliases", &LifeCycle::LoadDefinitions},
     {"compute the view mapping", &LifeCycle::ComputeMapping},
+    {"set up the working collection", &LifeCycle::SetUpWorkingCollection},
+    {"read the collection", &LifeCycle::ReadCollection},
     {"arrange the windows", &LifeCycle::ArrangeWindows},
     {"finish the interval texts", &LifeCycle::FinishIntervalTexts},
 };
 
 constexpr LifeStep kEndSteps[] = {
+    {"write the settings", &LifeCycle::WriteSettings},
+    {"offer to save the collection", &LifeCycle::OfferToSave},
     {"stop the timers", &LifeCycle::StopTimers},
     {"close the sliders", &LifeCycle::CloseSliders},
     {"close the other windows", &LifeCycle::CloseWindows},

@@ -21,9 +21,13 @@ public:
     virtual void SetDefaults() = 0;           // the general settings
     virtual void LoadDefinitions() = 0;       // of the parser: standard functions and aliases
     virtual void ComputeMapping() = 0;
+    virtual void SetUpWorkingCollection() = 0;  // with the settings file
+    virtual void ReadCollection() = 0;
     virtual void ArrangeWindows() = 0;
     virtual void FinishIntervalTexts() = 0;  // "-oo; +oo"
 
+    virtual void WriteSettings() = 0;
+    virtual void OfferToSave() = 0;
     virtual void StopTimers() = 0;
     virtual void CloseSliders() = 0;
     virtual void CloseWindows() = 0;

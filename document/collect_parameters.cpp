@@ -82,7 +82,7 @@ void ParameterCollector::Define(ParameterIndex index, Parameter initial)
     if (dormant != document_.dormant_parameters.end()) {
         const Parameter& former = dormant->second;
         // It may have been another kind of parameter, or come from a file.
-        initial.value = AcceptedValue(former.value, initial.state);
+        initial.value = former.value;
         if (!CheckBounds(initial, {former.lower, former.upper})) {
             initial.lower = former.lower;
             initial.upper = former.upper;

@@ -62,7 +62,7 @@ std::string NameOfRow(std::string_view row)
     const std::size_t equals = row.find('=');
     if (equals == row.npos) return {};
     const std::string left = term::ReplaceAll(row.substr(0, equals), " ", "");
-    std::string name = left.substr(0, left.find('('));
+    std::string name = left.substr(0, left.find_first_of("()"));
     return IsName(name) ? name : std::string();
 }
 

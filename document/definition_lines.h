@@ -52,7 +52,7 @@ std::vector<std::string_view> SplitItems(std::string_view inner);
 // all. Nothing without one.
 std::optional<std::pair<std::string_view, std::string_view>> SplitBounds(std::string_view inner);
 
-// The name in front of "(" or "=" of a row as typed, "" when it has none.
+// The name in front of a bracket or "=" of a row as typed, "" when it has none.
 std::string NameOfRow(std::string_view row);
 
 // The names in a text; those of an exponent such as e5 may be among them.

@@ -97,8 +97,10 @@ private:
         const FunctionSlot& slot = plot_.slots[index];
         std::string line = slot.visible ? "" : std::string(1, kInvisibleMark);
         if (!slot.name.empty()) {
-            return line + slot.name + "(" + StorableTerm(slot.argument) +
-                   ")=" + StorableTerm(slot.raw_term);
+            // Brackets in the other order read alike, and such an argument needs them.
+            const bool swapped = slot.argument.find(')') != slot.argument.npos;
+            return line + slot.name + (swapped ? ")" : "(") + StorableTerm(slot.argument) +
+                   (swapped ? "(=" : ")=") + StorableTerm(slot.raw_term);
         }
         const std::string text = RowText(index);
         if (text.empty()) return {};

@@ -255,6 +255,7 @@ private:
             const SlotIndex index{static_cast<std::int16_t>(next_row_++)};
             plot_.slots[index].visible = visible;
             // Its name keeps interval and looks with the row when the rows are checked.
+            text = StorableTerm(text);  // as if it had been typed
             plot_.slots[index].name = NameOfRow(text);
             plot_.rows[index] = std::move(text);
         }
@@ -281,8 +282,8 @@ private:
             messages_.Add(line, bounds ? "Der Term ist zu lang" : "Semikolon fehlt!");
             return;
         }
-        slot.lower_bound = bounds->first;
-        slot.upper_bound = bounds->second;
+        slot.lower_bound = StorableTerm(bounds->first);
+        slot.upper_bound = StorableTerm(bounds->second);
         slot.interval = IntervalText(slot.lower_bound, slot.upper_bound);
     }
 
@@ -422,14 +423,15 @@ private:
         } else if ((bounds->first.empty() || bounds->second.empty()) && !left_to_view) {
             messages_.Add(line, "Eine Grenze fehlt");
         } else {
-            plot_.ranges.*axis.lower = bounds->first;
-            plot_.ranges.*axis.upper = bounds->second;
+            plot_.ranges.*axis.lower = StorableTerm(bounds->first);
+            plot_.ranges.*axis.upper = StorableTerm(bounds->second);
         }
     }
 
+    // The lines not in the form of TakeLines, which changes a name that ends in x at each pass.
     void TakeLists()
     {
-        plot_.lines_text = TakeLines(Text2List(ItemsOf(Column::Lines)));
+        plot_.lines_text = ReadList(Text2List(ItemsOf(Column::Lines)));
         plot_.points_text = ReadPoints(Text2Points(ItemsOf(Column::Points)));
     }
 

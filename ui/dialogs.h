@@ -17,7 +17,9 @@ public:
     virtual void ShowExclamation(const std::string& title, const std::string& text) = 0;
     virtual bool AskYesNo(const std::string& title, const std::string& text) = 0;
 
-    // `filter` as "Textdateien (*.txt)|*.txt|Alle Dateien (*.*)|*.*"; nothing when cancelled.
+    // `filter` as "Textdateien (*.txt)|*.txt|Alle Dateien (*.*)|*.*"; nothing when cancelled. The
+    // file may exist or not in both; a name typed without an ending takes that of the filter when
+    // it is for saving.
     virtual std::optional<std::string> OpenFile(const std::string& title,
                                                 const std::string& filter) = 0;
     virtual std::optional<std::string> SaveFile(const std::string& title,

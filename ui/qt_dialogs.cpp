@@ -1,7 +1,6 @@
 #include "ui/qt_dialogs.h"
 
 #include <QColorDialog>
-#include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <algorithm>
@@ -35,12 +34,6 @@ bool Accepted(QDialog& dialog, const QWidget* window)
             window->mapToGlobal(QPoint(0, std::max(0, (window->height() - dialog.height()) / 2))));
     }
     return dialog.exec() == QDialog::Accepted;
-}
-
-std::optional<std::string> Chosen(const QString& file)
-{
-    if (file.isEmpty()) return std::nullopt;
-    return file.toStdString();
 }
 
 }  // namespace
@@ -80,14 +73,30 @@ bool QtDialogs::AskYesNo(const std::string& title, const std::string& text)
 
 std::optional<std::string> QtDialogs::OpenFile(const std::string& title, const std::string& filter)
 {
-    return Chosen(QFileDialog::getOpenFileName(window_, QString::fromStdString(title), QString(),
-                                               ToolkitFilter(filter)));
+    return ChooseFile(title, filter, QFileDialog::AcceptOpen);
 }
 
 std::optional<std::string> QtDialogs::SaveFile(const std::string& title, const std::string& filter)
 {
-    return Chosen(QFileDialog::getSaveFileName(window_, QString::fromStdString(title), QString(),
-                                               ToolkitFilter(filter)));
+    return ChooseFile(title, filter, QFileDialog::AcceptSave);
+}
+
+// Whether a file is to be made or overwritten is the caller's question.
+std::optional<std::string> QtDialogs::ChooseFile(const std::string& title,
+                                                 const std::string& filter,
+                                                 QFileDialog::AcceptMode mode)
+{
+    QFileDialog dialog(window_, QString::fromStdString(title), folder_, ToolkitFilter(filter));
+    dialog.setAcceptMode(mode);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    if (mode == QFileDialog::AcceptSave) {
+        dialog.setDefaultSuffix(
+            QString::fromStdString(filter).section("*.", 1, 1).section(')', 0, 0));
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    folder_ = dialog.directory().absolutePath();
+    return dialog.selectedFiles().constFirst().toStdString();
 }
 
 std::optional<document::Colour> QtDialogs::ChooseColour(document::Colour initial)

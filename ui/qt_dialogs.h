@@ -1,7 +1,9 @@
 // Message boxes, file dialogs and the colour chooser of the toolkit.
 #pragma once
 
+#include <QFileDialog>
 #include <QPointer>
+#include <QString>
 #include <QWidget>
 
 #include "ui/dialogs.h"
@@ -26,7 +28,11 @@ public:
                                  int lowest, int highest) override;
 
 private:
+    std::optional<std::string> ChooseFile(const std::string& title, const std::string& filter,
+                                          QFileDialog::AcceptMode mode);
+
     QPointer<QWidget> window_;
+    QString folder_;  // of the file chosen last
 };
 
 // "Textdateien (*.txt)|*.txt|Alle Dateien (*.*)|*.*" in the toolkit's form: the captions, each with

@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "app/entry_preview.h"
 #include "document/collection_file.h"
 #include "tests/ui/scripted_dialogs.h"
 #include "ui/sammlung.h"
@@ -362,6 +363,36 @@ TEST_F(CollectionControlTest, TheDescriptionsFontIsChosenOrFollowsTheWindow)
     EXPECT_EQ(points(), 30);
     Trigger("mn_ivar");
     EXPECT_EQ(points(), small);
+}
+
+int PixelsOfGraph(const std::string& functions)
+{
+    document::CollectionEntry entry;
+    entry.Set(Column::Functions, functions);
+    const QImage picture = DrawPreview(entry, {45, 30});
+    EXPECT_EQ(picture.size(), QSize(45, 30));
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor colour = picture.pixelColor(x, y);
+            count += colour.saturation() > 60 ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+TEST(EntryPreview, ShowsThePlotButNothingThatTakesLong)
+{
+    EXPECT_GT(PixelsOfGraph("f(x)=2*sin(x)"), 30);
+    EXPECT_GT(PixelsOfGraph("f(x)=x/3\r\nF(x)=integral(f(x))\r\ng(x)=f'(x)+f(f(x))"), 30);
+    EXPECT_EQ(PixelsOfGraph("f(x)="), 0);
+    std::string nested = "f(x)=sin(x)";
+    for (char name = 'g'; name <= 'r'; ++name) {
+        const std::string former(1, static_cast<char>(name - 1));
+        nested += "\r\n" + std::string(1, name) + "(x)=" + former + "(" + former + "(2" + former +
+                  "'(x)))";
+    }
+    EXPECT_EQ(PixelsOfGraph(nested), 0) << "it would take minutes";
 }
 
 }  // namespace

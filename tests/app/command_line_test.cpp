@@ -92,7 +92,12 @@ TEST(CommandLine, ComplainsAboutWrongCallsInOneLine)
     };
     const Case cases[] = {
         {"unknown option", {"--farbe=rot"}, "Unbekanntes Argument: „--farbe=rot“"},
-        {"an argument without an option", {"x^2"}, "Unbekanntes Argument"},
+        {"two collections", {"a.txt", "b.txt"}, "mehrfach"},
+        {"an entry of nothing", {"--eintrag=1", "--ausgabe=a.png"}, "brauchen --sammlung"},
+        {"a collection and a plot", {"a.txt", "--zeichne=x"}, "bringt ihren Plot mit"},
+        {"all entries into one file", {"a.txt", "--alle", "--ausgabe=a.png"}, "ORDNER/"},
+        {"a folder for one picture", {"--zeichne=x", "--ausgabe=a/"}, "ORDNER/"},
+        {"a list with a value", {"a.txt", "--liste=1"}, "hat keinen Wert"},
         {"an abbreviated option", {"--zeich", "x"}, "Unbekanntes Argument"},
         {"value missing at the end", {"--rechne"}, "braucht einen Wert"},
         {"another option in the value's place",

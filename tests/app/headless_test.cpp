@@ -56,6 +56,42 @@ document::Colour SlotColour(int slot)
         .colour;
 }
 
+TEST(Headless, ListsAndDrawsTheEntriesOfACollection)
+{
+    const QTemporaryDir folder;
+    const std::string file = folder.filePath("a.txt").toStdString();
+    const std::string picture = folder.filePath("a.png").toStdString();
+    QFile source(folder.filePath("a.txt"));
+    ASSERT_TRUE(source.open(QIODevice::WriteOnly));
+    source.write(
+        "[Funktionenplotter]\r\n{short:one\r\nf(x)=3\r\na=2}\r\n"
+        "{*short:Gl\xFC/ck\r\nf(x)=a*x\r\na=7}\r\n{short:bad\r\nf(x)=sin(}\r\n");
+    source.close();
+
+    Outcome outcome = Call({file, "--liste"});
+    EXPECT_EQ(outcome.out, "1   one\n2 * Glü/ck\n3   bad\n");
+    EXPECT_EQ(outcome.status, kAllWell);
+    for (const char* const entry : {"2", "Glü/ck"}) {
+        EXPECT_EQ(Call({file, "--eintrag", entry, "--rechne=f(2)"}).out, "14\n");
+    }
+    outcome = Call({file, "--eintrag=none", "--ausgabe", picture});
+    EXPECT_EQ(outcome.status, kInputError);
+    EXPECT_EQ(outcome.errors, "Einen Eintrag „none“ gibt es nicht\n");
+    outcome = Call({file, "--ausgabe", picture});
+    EXPECT_EQ(outcome.status, kInputError) << "no plot beside the entries";
+    EXPECT_FALSE(QFile::exists(QString::fromStdString(picture)));
+    EXPECT_EQ(Call({file, "--eintrag=1", "--ausgabe", picture}).status, kAllWell);
+    EXPECT_GT(CountPixels(QImage(QString::fromStdString(picture)), SlotColour(0)), 300);
+
+    outcome = Call({file, "--alle", "--ausgabe", folder.path().toStdString() + "/"});
+    EXPECT_EQ(outcome.status, kInputError);
+    EXPECT_TRUE(outcome.errors.starts_with("„bad“: ")) << outcome.errors;
+    for (const char* const name : {"1-one.png", "2-Glü_ck.png", "3-bad.png"}) {
+        EXPECT_TRUE(QFile::exists(folder.filePath(name))) << name;
+    }
+    EXPECT_EQ(Call({folder.filePath("none.txt").toStdString(), "--liste"}).status, kInputError);
+}
+
 TEST(Headless, CalculatesAndTabulates)
 {
     struct Case

@@ -19,8 +19,12 @@ public:
     void SetDefaults() override { calls.push_back("defaults"); }
     void LoadDefinitions() override { calls.push_back("definitions"); }
     void ComputeMapping() override { calls.push_back("mapping"); }
+    void SetUpWorkingCollection() override { calls.push_back("working collection"); }
+    void ReadCollection() override { calls.push_back("collection"); }
     void ArrangeWindows() override { calls.push_back("arrange"); }
     void FinishIntervalTexts() override { calls.push_back("-oo; +oo"); }
+    void WriteSettings() override { calls.push_back("settings"); }
+    void OfferToSave() override { calls.push_back("save?"); }
     void StopTimers() override { calls.push_back("timers"); }
     void CloseSliders() override { calls.push_back("sliders"); }
     void CloseWindows() override { calls.push_back("windows"); }
@@ -32,16 +36,17 @@ TEST(StartUp, StepsRunInTheFixedOrder)
 {
     RecordingCycle cycle;
     RunSteps(StartSteps(), cycle);
-    EXPECT_EQ(cycle.calls,
-              (std::vector<std::string>{"parser", "intervals", "defaults", "definitions", "mapping",
-                                        "arrange", "-oo; +oo"}));
+    EXPECT_EQ(cycle.calls, (std::vector<std::string>{"parser", "intervals", "defaults",
+                                                     "definitions", "mapping", "working collection",
+                                                     "collection", "arrange", "-oo; +oo"}));
 }
 
 TEST(ShutDown, StepsRunInTheFixedOrder)
 {
     RecordingCycle cycle;
     RunSteps(EndSteps(), cycle);
-    EXPECT_EQ(cycle.calls, (std::vector<std::string>{"timers", "sliders", "windows"}));
+    EXPECT_EQ(cycle.calls,
+              (std::vector<std::string>{"settings", "save?", "timers", "sliders", "windows"}));
 }
 
 struct DirectoryCase

@@ -133,7 +133,7 @@ protected:
         }
         settings.slots = before.attributes.slots;
         EXPECT_TRUE(settings == before.attributes);
-        EXPECT_EQ(document.lines_text, before.lines_text);
+        EXPECT_EQ(Text2List(document.lines_text), Text2List(before.lines_text));
         EXPECT_EQ(Text2Points(document.points_text), Text2Points(before.points_text));
         for (const auto text : {&RangeTexts::x_lower, &RangeTexts::x_upper, &RangeTexts::y_lower,
                                 &RangeTexts::y_upper, &RangeTexts::t_lower, &RangeTexts::t_upper}) {
@@ -385,6 +385,40 @@ TEST_F(PlotEntryTest, WrongItemsAreNamedOnceAndTheRestIsTaken)
     // Two parameters of families would multiply.
     EXPECT_EQ(FillAndApply(EntryOfLines("Pa[0;1;0;0;0;1]\nPb[0;1;0;0;0;1]")),
               "„Pb[0;1;0;0;0;1]“: Nur ein Parameter kann Scharparameter sein");
+}
+
+// Whatever a file holds: what is taken of it is a plot that comes back.
+TEST_F(PlotEntryTest, RandomLinesGiveAPlotThatComesBack)
+{
+    constexpr unsigned kSeed = 7;
+    RecordProperty("seed", static_cast<int>(kSeed));
+    std::mt19937 generator(kSeed);
+    const std::vector<std::string> pieces{
+        "f",  "g",    "x",    "y",    "t",    "a",      "u",   "D",   "P",    "S",
+        "(",  ")",    "(x)",  "(t)",  "=",    "==",     "[",   "]",   ";",    "$",
+        "$$", "\r\n", "\r\n", "\r\n", "1",    "-2",     "1e9", "nan", "+",    "*",
+        "²",  "F(x)", "anz",  ",anz", "x$[",  "u[",     "Pa[", "Df[", "Sf[",  " ",
+        "\\", "n",    "{",    "ü",    ":c=+", "dichte", "asy", ".5",  "_int", "'"};
+    const auto text = [&] {
+        std::string joined;
+        for (std::size_t count = generator() % 40; count > 0; --count) {
+            joined += pieces[generator() % pieces.size()];
+        }
+        return joined;
+    };
+    int drawn = 0;
+    for (int round = 0; round < 3000; ++round) {
+        CollectionEntry first;
+        for (int column = 2; column < kColumnCount; ++column) first.Set(Column{column}, text());
+        SCOPED_TRACE(Shown(first));
+        FillAndApply(first);
+        drawn += document.slots_in_use > 0 ? 1 : 0;
+        const CollectionEntry entry = EntryOfPlot(document, ranges);
+        ASSERT_EQ(ThroughAFile(entry), entry);
+        ASSERT_EQ(FillAndApply(entry), "");
+        ASSERT_EQ(EntryOfPlot(document, ranges), entry);
+    }
+    EXPECT_GT(drawn, 300);
 }
 
 TEST_F(PlotEntryTest, HugeEntriesAreCutToWhatTheWindowsCouldHold)

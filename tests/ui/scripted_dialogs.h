@@ -1,8 +1,10 @@
 // Dialogs that answer as a test has written down, and note what was shown.
 #pragma once
 
+#include <deque>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ui/dialogs.h"
@@ -25,13 +27,13 @@ public:
         questions.push_back(title + "|" + text);
         return yes;
     }
-    std::optional<std::string> OpenFile(const std::string&, const std::string&) override
+    std::optional<std::string> OpenFile(const std::string& title, const std::string&) override
     {
-        return file;
+        return ChosenFile(title);
     }
-    std::optional<std::string> SaveFile(const std::string&, const std::string&) override
+    std::optional<std::string> SaveFile(const std::string& title, const std::string&) override
     {
-        return file;
+        return ChosenFile(title);
     }
     std::optional<document::Colour> ChooseColour(document::Colour initial) override
     {
@@ -46,13 +48,24 @@ public:
     }
 
     bool yes = false;
-    std::optional<std::string> file;
+    std::deque<std::string> files;  // chosen one after the other; then cancelled
     std::optional<document::Colour> colour;
     std::optional<int> number;
 
     std::vector<std::string> errors, exclamations, questions;  // "title|text"
+    std::vector<std::string> file_dialogs;                     // titles
     std::vector<document::Colour> offered_colours;
     std::vector<int> offered_numbers;
+
+private:
+    std::optional<std::string> ChosenFile(const std::string& title)
+    {
+        file_dialogs.push_back(title);
+        if (files.empty()) return std::nullopt;
+        std::string file = std::move(files.front());
+        files.pop_front();
+        return file;
+    }
 };
 
 }  // namespace korvinth::ui

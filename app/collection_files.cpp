@@ -1,0 +1,293 @@
+#include "app/collection_files.h"
+
+#include <utility>
+
+#include "document/collection_file.h"
+#include "document/save_collection.h"
+#include "files/path_text.h"
+
+namespace korvinth::app {
+namespace {
+
+using document::CollectionEntry;
+using document::Column;
+
+constexpr const char* kFilter = "Textdateien (*.txt)|*.txt|Alle Dateien (*.*)|*.*";
+constexpr const char* kOpenTitle = "Sammlungsdatei öffnen";
+constexpr const char* kAppendTitle = "Einträge aus welcher Datei anhängen?";
+constexpr const char* kSaveTitle = "Sammlungsdatei speichern";
+constexpr const char* kAttention = "Achtung!";
+constexpr const char* kMessage = "Meldung:";
+constexpr const char* kError = "Fehler";
+
+// Whether an entry draws anything or moves the view: a file made by hand has no buffer entry.
+bool HasPlot(const CollectionEntry& buffer) { return buffer != CollectionEntry(); }
+
+}  // namespace
+
+CollectionFiles::CollectionFiles(files::FileSystem& disk, const files::Path& working,
+                                 CollectionControl& collection, CollectionFilesHost& host,
+                                 ui::Dialogs& dialogs)
+    : disk_(disk),
+      collection_(collection),
+      host_(host),
+      dialogs_(dialogs),
+      working_(
+          disk, working, [this] { return WorkingBytes(); }, [this] { return host_.Animated(); })
+{
+    connect(&collection_, &CollectionControl::changed, this, &CollectionFiles::Touch);
+    connect(&working_, &WorkingCollection::failed, this, [this](std::error_code fault) {
+        written_.reset();
+        Exclaim(fault);
+    });
+}
+
+// Much is asked while nothing has changed; only changes cost time.
+std::optional<std::string> CollectionFiles::WorkingBytes()
+{
+    const document::CollectionEditor& editor = collection_.Editor();
+    const Written now{editor.Changes(), editor.Modified(), host_.CurrentPlot()};
+    if (now == written_) return std::nullopt;
+    written_ = now;
+    return WithModifiedMark(Bytes(), now.modified);
+}
+
+// The bytes of the whole collection with the current plot in front.
+std::string CollectionFiles::Bytes()
+{
+    document::Collection& entries = collection_.Entries();
+    entries.buffer = host_.CurrentPlot();
+    return document::WriteCollection(entries);
+}
+
+void CollectionFiles::Exclaim(const std::string& fault)
+{
+    if (!fault.empty()) dialogs_.ShowExclamation(kError, fault);
+}
+
+void CollectionFiles::Exclaim(std::error_code fault)
+{
+    if (fault) Exclaim(files::ErrorText(fault) + ".");
+}
+
+void CollectionFiles::SetName(const files::Path& file)
+{
+    name_ = file;
+    collection_.SetFileName(QString::fromStdString(files::Utf8(file.filename())));
+}
+
+void CollectionFiles::SetUpWorkingCollection()
+{
+    bool exists = false;
+    if (!Exists(working_.File(), exists)) return;
+    if (exists) {
+        host_.ReadSettings();
+    } else {
+        Exclaim(document::CreateEmptyCollection(disk_, working_.File()));
+    }
+}
+
+void CollectionFiles::ReadWorkingCollection()
+{
+    std::string bytes;
+    if (disk_.Read(working_.File(), bytes)) return;  // it could not be created, as was said
+    document::Collection& entries = collection_.Entries();
+    const std::string fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
+    if (!fault.empty()) SetAside();
+    collection_.ShowEntries();
+    collection_.Editor().SetModified(HasModifiedMark(bytes) || !fault.empty());
+    SetName({});
+    collection_.ShowState();
+    if (entries.buffer_loaded && HasPlot(entries.buffer)) host_.DrawEntry(entries.buffer);
+    if (!fault.empty()) {
+        dialogs_.ShowError(kError, fault +
+                                       "\n\nDie Datei mit den zuletzt bearbeiteten Daten ist "
+                                       "beschädigt. Sie wurde als \"" +
+                                       files::Utf8(working_.File().filename()) +
+                                       ".defekt\" aufgehoben, alles Lesbare ist geladen.");
+        working_.Touch();
+    }
+}
+
+// An older one that was set aside stays as well.
+void CollectionFiles::SetAside()
+{
+    std::error_code fault;
+    files::Path target = files::WithEnding(working_.File(), ".defekt");
+    for (int i = 2; disk_.Exists(target, fault); ++i) {
+        target = files::WithEnding(working_.File(), ".defekt" + std::to_string(i));
+    }
+    Exclaim(disk_.Rename(working_.File(), target));
+}
+
+bool CollectionFiles::Exists(const files::Path& file, bool& exists)
+{
+    std::error_code fault;
+    exists = disk_.Exists(file, fault);
+    if (!fault) return true;
+    Exclaim(fault);
+    return false;
+}
+
+void CollectionFiles::OfferToSave()
+{
+    collection_.FinishEditing();
+    if (!collection_.Editor().Modified()) return;
+    if (dialogs_.AskYesNo(kAttention,
+                          "Die Sammlung ist geändert worden. Soll sie gespeichert werden?")) {
+        Save();
+    }
+}
+
+void CollectionFiles::Open()
+{
+    OfferToSave();
+    const std::optional<std::string> chosen = dialogs_.OpenFile(kOpenTitle, kFilter);
+    if (!chosen) return;
+    const files::Path file = files::PathOf(*chosen);
+    bool exists = false;
+    if (!Exists(file, exists)) return;
+    if (!exists && !RestoreCopy(file)) {
+        // Deliberate: with No the name is taken all the same, and the entries stay.
+        const bool create = dialogs_.AskYesNo(
+            kMessage, "Diese Datei gibt es noch nicht. Soll sie neu erzeugt werden?");
+        if (!create) return SetName(file);
+        const std::string fault = document::CreateEmptyCollection(disk_, file);
+        if (!fault.empty()) return Exclaim(fault);
+    }
+    ReadFile(file);
+}
+
+// An interrupted saving can leave a file under the name of its copy only.
+bool CollectionFiles::RestoreCopy(const files::Path& file)
+{
+    const files::Path copy = files::WithEnding(file, ".tmp");
+    bool exists = false;
+    if (!Exists(copy, exists) || !exists) return false;
+    if (!dialogs_.AskYesNo(kMessage, "Von dieser Datei gibt es nur noch die Sicherung \"" +
+                                         files::Utf8(copy.filename()) +
+                                         "\". Soll sie wiederhergestellt werden?")) {
+        return false;
+    }
+    const std::error_code fault = disk_.Rename(copy, file);
+    Exclaim(fault);
+    return !fault;
+}
+
+void CollectionFiles::OpenFile(const files::Path& file)
+{
+    OfferToSave();
+    ReadFile(file);
+}
+
+void CollectionFiles::OpenBytes(std::string_view bytes)
+{
+    OfferToSave();
+    ReadAnew(bytes, {});
+}
+
+void CollectionFiles::ReadFile(const files::Path& file)
+{
+    std::string bytes;
+    if (const auto fault = disk_.Read(file, bytes)) return Exclaim(fault);
+    ReadAnew(bytes, file);
+}
+
+// The working collection is a copy of the chosen file before anything is read from it.
+void CollectionFiles::ReadAnew(std::string_view bytes, const files::Path& name)
+{
+    working_.Forget();
+    written_.reset();
+    if (const auto fault = files::ReplaceFile(disk_, working_.File(), bytes)) Exclaim(fault);
+    document::Collection& entries = collection_.Entries();
+    const std::string fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
+    damaged_ = !fault.empty();
+    collection_.ShowEntries();
+    collection_.Editor().SetModified(false);
+    SetName(name);
+    collection_.ShowState();
+    if (entries.buffer_loaded && HasPlot(entries.buffer)) host_.DrawEntry(entries.buffer);
+    host_.RedrawGraph();
+    if (damaged_) dialogs_.ShowError(kError, fault);
+    working_.Touch();
+}
+
+void CollectionFiles::Append()
+{
+    collection_.FinishEditing();
+    files::Path file;
+    for (bool exists = false; !exists;) {
+        const std::optional<std::string> chosen = dialogs_.OpenFile(kAppendTitle, kFilter);
+        if (!chosen) return;
+        file = files::PathOf(*chosen);
+        if (!Exists(file, exists)) return;
+    }
+    std::string bytes;
+    if (const auto fault = disk_.Read(file, bytes)) return Exclaim(fault);
+    document::Collection& entries = collection_.Entries();
+    const std::size_t before = entries.entries.size();
+    const std::string fault = document::ReadCollection(bytes, document::ReadMode::Append, entries);
+    collection_.ShowEntries();
+    if (entries.entries.size() != before) collection_.Editor().SetModified(true);
+    collection_.ShowState();
+    host_.RedrawGraph();
+    if (!fault.empty()) dialogs_.ShowError(kError, fault);
+    working_.Touch();
+}
+
+void CollectionFiles::Save()
+{
+    collection_.FinishEditing();
+    if (HasName()) {
+        SaveTo(name_);
+    } else {
+        SaveAs();
+    }
+}
+
+void CollectionFiles::SaveAs()
+{
+    collection_.FinishEditing();
+    const std::optional<files::Path> file = AskForName();
+    if (!file) return;
+    damaged_ = false;  // another file, or one that the user has agreed to overwrite
+    SaveTo(*file);
+}
+
+std::optional<files::Path> CollectionFiles::AskForName()
+{
+    for (;;) {
+        const std::optional<std::string> chosen = dialogs_.SaveFile(kSaveTitle, kFilter);
+        if (!chosen) return std::nullopt;
+        const files::Path file = files::PathOf(*chosen);
+        bool exists = false;
+        if (!Exists(file, exists)) return std::nullopt;
+        if (!exists || dialogs_.AskYesNo(kMessage,
+                                         "Diese Datei gibt es bereits. Soll sie "
+                                         "überschrieben werden?")) {
+            return file;
+        }
+    }
+}
+
+void CollectionFiles::SaveTo(const files::Path& file)
+{
+    working_.Forget();
+    written_.reset();
+    const std::string fault = document::SaveCollection(
+        disk_, file, working_.File(), Bytes(),
+        damaged_ ? document::EarlierFile::Damaged : document::EarlierFile::Complete);
+    if (fault.empty()) {
+        damaged_ = false;
+        SetName(file);
+        collection_.Editor().SetModified(false);
+        collection_.ShowState();
+    }
+    working_.Touch();
+    host_.WriteSettings();
+    Exclaim(fault);
+}
+
+void CollectionFiles::Flush() { Exclaim(working_.Flush()); }
+
+}  // namespace korvinth::app

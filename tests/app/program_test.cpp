@@ -1,0 +1,310 @@
+// The program with its files: what survives its end, however it ends.
+#include "app/program.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUrl>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "app/main_window.h"
+#include "files/path_text.h"
+#include "tests/ui/scripted_dialogs.h"
+
+namespace korvinth::app {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class ProgramTest : public testing::Test
+{
+protected:
+    static constexpr document::ParameterIndex kA{26};
+    static constexpr const char* kAskToSave =
+        "Achtung!|Die Sammlung ist geändert worden. Soll sie gespeichert werden?";
+
+    void Start(const CommandLine& command = {})
+    {
+        program_.reset();
+        program_ = std::make_unique<Program>(Directory(), dialogs_);
+        program_->Start(command);
+        QApplication::processEvents();
+    }
+    // What a crash leaves behind: nothing is closed.
+    void Kill() { program_.reset(); }
+    void Close()
+    {
+        program_->Window().close();
+        program_.reset();
+    }
+
+    files::Path Directory() const { return files::PathOf(folder_.path().toStdString()); }
+    std::string File(const char* name) const { return files::Utf8(Directory() / name); }
+    bool Exists(const char* name) const { return std::filesystem::exists(Directory() / name); }
+    std::string Content(const char* name) const
+    {
+        std::ifstream file(Directory() / name, std::ios::binary);
+        std::ostringstream content;
+        content << file.rdbuf();
+        return content.str();
+    }
+    void Put(const char* name, std::string_view content) const
+    {
+        std::ofstream(Directory() / name, std::ios::binary) << content;
+    }
+    // Waits for what is written within two seconds.
+    bool WaitFor(const std::function<bool()>& condition)
+    {
+        return QTest::qWaitFor(condition, 10'000);
+    }
+    bool WaitForWorking(std::string_view text)
+    {
+        return WaitFor(
+            [this, text] { return Content("korvinth.tmp").find(text) != std::string::npos; });
+    }
+
+    template <class T>
+    T* Find(const char* name)
+    {
+        return program_->Window().findChild<T*>(name);
+    }
+    QString Row(int row) { return RowField(row)->text(); }
+    QLineEdit* RowField(int row)
+    {
+        return program_->Window().findChild<QLineEdit*>(QStringLiteral("fnam[%1]").arg(row));
+    }
+    void Type(int row, const char* text)
+    {
+        RowField(row)->clear();
+        QTest::keyClicks(RowField(row), text);
+        QTest::keyClick(RowField(row), Qt::Key_Return);
+    }
+    void Trigger(const char* entry) { Find<QAction>(entry)->trigger(); }
+    std::size_t Entries() { return program_->Window().Entries().Entries().entries.size(); }
+    QString Caption() { return Find<QWidget>("sammlung")->windowTitle(); }
+
+    QTemporaryDir folder_;
+    ui::ScriptedDialogs dialogs_;
+    std::unique_ptr<Program> program_;
+};
+
+TEST_F(ProgramTest, ACrashLosesNeitherPlotNorEntries)
+{
+    Start();
+    EXPECT_EQ(Content("korvinth.tmp"), "[Korvinth]\r\n\r\n[Funktionenplotter]\r\n");
+    Type(0, "f(x)=a*x^2");
+    Type(1, "g(x)=(x");  // a faulty row as well
+    Trigger("mn_add");
+    Type(2, "h(x)=7");
+    program_->Window().PlotSession().Parameters().setpar(kA, 4.5);
+    ASSERT_TRUE(WaitForWorking("a=4.5"));
+    ASSERT_TRUE(WaitForWorking("h(x)=7"));
+    Kill();
+
+    Start();
+    EXPECT_EQ(Row(0), "f(x) = a*x^2");
+    EXPECT_EQ(Row(1), "g(x) = (x");
+    EXPECT_EQ(Row(2), "h(x) = 7");
+    EXPECT_EQ(program_->Window().PlotSession().Document().parameters[kA].value, 4.5);
+    EXPECT_EQ(Entries(), 1U);
+    EXPECT_TRUE(Caption().startsWith("Sammlung: (noch ohne Bezeichnung)"));
+    EXPECT_FALSE(Find<QAction>("mn_undo")->isEnabled());
+    Close();
+    EXPECT_EQ(dialogs_.questions, Texts{kAskToSave}) << "nothing was saved before the crash";
+    EXPECT_EQ(dialogs_.errors, Texts());
+}
+
+TEST_F(ProgramTest, ClosingAsksOnlyForChangesAndNoSavesNothing)
+{
+    Start();
+    Type(0, "x");
+    Close();
+    EXPECT_EQ(dialogs_.questions, Texts());
+    Start();
+    EXPECT_EQ(Row(0), "f(x) = x");
+    Trigger("mn_add");
+    Close();
+    EXPECT_EQ(dialogs_.questions, Texts{kAskToSave});
+    EXPECT_EQ(dialogs_.file_dialogs, Texts());
+    Start();
+    EXPECT_EQ(Entries(), 1U) << "the working collection has it all the same";
+}
+
+TEST_F(ProgramTest, SavesOpensAndAppends)
+{
+    Start();
+    Type(0, "x^3");
+    Trigger("mn_add");
+    dialogs_.files = {File("a.txt")};
+    Trigger("mn_save");
+    EXPECT_EQ(dialogs_.file_dialogs, Texts{"Sammlungsdatei speichern"});
+    EXPECT_NE(Content("a.txt").find("f(x)=x^3"), std::string::npos);
+    EXPECT_FALSE(Exists("a.txt.tmp"));
+    EXPECT_EQ(Caption(), "Sammlung: a.txt");
+
+    Trigger("mn_newentry");
+    Trigger("mn_save");
+    EXPECT_EQ(dialogs_.file_dialogs.size(), 1U) << "it has a name";
+
+    dialogs_.files = {File("a.txt"), File("b.txt")};  // "No, do not overwrite": asked again
+    Trigger("mn_saveas");
+    EXPECT_EQ(dialogs_.questions,
+              Texts{"Meldung:|Diese Datei gibt es bereits. Soll sie überschrieben werden?"});
+    EXPECT_EQ(Content("b.txt"), Content("a.txt"));
+    EXPECT_EQ(Caption(), "Sammlung: b.txt");
+
+    Type(0, "f(x)=-x");
+    dialogs_.files = {File("none.txt"), File("a.txt")};  // the dialog comes again for a missing one
+    Trigger("mn_mrg");
+    EXPECT_EQ(Entries(), 4U);
+    EXPECT_EQ(Row(0), "f(x) = -x") << "appending leaves the plot alone";
+
+    dialogs_.questions.clear();
+    dialogs_.files = {File("a.txt")};
+    Trigger("mn_open");
+    EXPECT_EQ(dialogs_.questions, Texts{kAskToSave});
+    EXPECT_EQ(Entries(), 2U);
+    EXPECT_EQ(Row(0), "f(x) = x^3") << "the plot that was saved with the entries";
+    Trigger("mn_undo");
+    EXPECT_EQ(Row(0), "f(x) = -x");
+}
+
+TEST_F(ProgramTest, AMissingFileIsCreatedOnRequestOrNamed)
+{
+    Start();
+    Trigger("mn_newentry");
+    dialogs_.yes = false;
+    dialogs_.files = {File("new.txt")};
+    Trigger("mn_open");
+    EXPECT_FALSE(Exists("new.txt"));
+    EXPECT_EQ(Entries(), 1U) << "the entries stay";
+    EXPECT_TRUE(Caption().startsWith("Sammlung: new.txt"));
+    dialogs_.yes = true;
+    dialogs_.files = {File("other.txt")};
+    Trigger("mn_open");
+    EXPECT_TRUE(Exists("new.txt")) << "the changed entries were saved before";
+    EXPECT_TRUE(Exists("other.txt"));
+    EXPECT_EQ(Entries(), 0U);
+    EXPECT_EQ(dialogs_.exclamations, Texts());
+}
+
+TEST_F(ProgramTest, OpensAFileThatIsDroppedOnTheWindow)
+{
+    Put("a.txt", "[Funktionenplotter]\r\n{short:one\r\nf(x)=x}");
+    Start();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(File("a.txt")))});
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&program_->Window(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&program_->Window(), &drop);
+    EXPECT_TRUE(WaitFor([this] { return Entries() == 1; }));
+    EXPECT_EQ(Row(0), "") << "no plot beside the entries: the present one stays";
+}
+
+TEST_F(ProgramTest, ADamagedWorkingCollectionIsSetAside)
+{
+    const std::string damaged = "\xFF\xD8\xFF\xE0 no collection";
+    for (const char* const name : {"korvinth.tmp.defekt", "korvinth.tmp.defekt2"}) {
+        Put("korvinth.tmp", damaged);
+        Start();
+        EXPECT_EQ(dialogs_.errors.size(), 1U);
+        dialogs_.errors.clear();
+        EXPECT_EQ(Content(name), damaged);
+        Type(0, "x");
+        EXPECT_TRUE(WaitForWorking("f(x)=x"));
+        Kill();
+    }
+}
+
+TEST_F(ProgramTest, ADamagedFileSurvivesBeingSavedOver)
+{
+    const std::string damaged = "[Funktionenplotter]\r\n{short:one\r\nlong:\\end\\}\r\n{short:two";
+    Put("a.txt", damaged);
+    Start();
+    dialogs_.files = {File("a.txt")};
+    Trigger("mn_open");
+    EXPECT_EQ(dialogs_.errors, Texts{"Fehler|Die Sammlungsdatei bricht unerwartet ab!"});
+    EXPECT_EQ(Entries(), 2U) << "all that could be read";
+    Trigger("mn_save");
+    EXPECT_NE(Content("a.txt"), damaged);
+    EXPECT_EQ(Content("a.txt.defekt"), damaged);
+}
+
+TEST_F(ProgramTest, TwoProgramsKeepApart)
+{
+    Start();
+    Type(0, "x");
+    ASSERT_TRUE(WaitForWorking("f(x)=x"));
+    {
+        Program second(Directory(), dialogs_);
+        second.Start({});
+        auto* row = second.Window().findChild<QLineEdit*>("fnam[0]");
+        EXPECT_EQ(row->text(), "");
+        QTest::keyClicks(row, "x^7");
+        QTest::keyClick(row, Qt::Key_Return);
+        EXPECT_TRUE(WaitFor(
+            [this] { return Content("korvinth-2.tmp").find("f(x)=x^7") != std::string::npos; }));
+    }
+    EXPECT_EQ(Content("korvinth.tmp").find("x^7"), std::string::npos);
+    EXPECT_EQ(dialogs_.exclamations, Texts());
+}
+
+TEST_F(ProgramTest, SettingsComeBackAndDefaultsAreWrittenAtOnce)
+{
+    Start();
+    Trigger("mn_viewnumb");
+    Close();
+    Start();
+    EXPECT_FALSE(Find<QAction>("mn_viewnumb")->isChecked());
+    program_->Window().PlotSession().TakeZoomFactors({3, 5});
+    EXPECT_EQ(program_->Window().PlotSession().View().Factors().y, 5);
+    Kill();
+    Start();
+    EXPECT_EQ(program_->Window().PlotSession().View().Factors().y, 5);
+    const std::string before = Content("Korvinth.ini");
+    Trigger("mn_optdef");
+    EXPECT_NE(Content("Korvinth.ini"), before);
+}
+
+TEST_F(ProgramTest, WorksWithoutAFolderForItsFiles)
+{
+    Put("file", "");
+    Program program(Directory() / "file" / "below", dialogs_);
+    program.Start({});
+    auto* row = program.Window().findChild<QLineEdit*>("fnam[0]");
+    QTest::keyClicks(row, "x^2");
+    QTest::keyClick(row, Qt::Key_Return);
+    EXPECT_TRUE(WaitFor([this] { return dialogs_.exclamations.size() == 2; }));
+    EXPECT_EQ(row->text(), "f(x) = x^2");
+    program.Window().close();
+    EXPECT_EQ(Content("file"), "");
+}
+
+TEST_F(ProgramTest, TheCommandLineDrawsAndUndoBringsThePlotOfBeforeBack)
+{
+    Start();
+    Type(0, "x^2");
+    Close();
+    CommandLine command;
+    command.rows = {"sin(x)"};
+    Start(command);
+    EXPECT_EQ(Row(0), "f(x) = sin(x)");
+    Trigger("mn_undo");
+    EXPECT_EQ(Row(0), "f(x) = x^2");
+}
+
+}  // namespace
+}  // namespace korvinth::app
