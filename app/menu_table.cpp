@@ -19,6 +19,7 @@ constexpr MenuEntry kMainMenu[] = {
     {"mn_file", "mn_mrg", "&Anhängen", Command, ""},
     {"mn_file", "mn_save", "&Speichern", Command, "Ctrl+S"},
     {"mn_file", "mn_saveas", "Speichern &unter...", Command, "Ctrl+Shift+S"},
+    {"mn_file", "mn_examples", "&Beispiele", Command, ""},
     Line("mn_file"),
     {"mn_file", "mn_saveopt", "&Einstellungen speichern", Command, ""},
     {"mn_file", "mn_optdef", "&Voreinstellungen aktivieren", Command, ""},

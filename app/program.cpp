@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 
+#include "app/examples.h"
 #include "app/main_window.h"
 #include "document/interval_text.h"
 #include "files/path_text.h"
@@ -41,6 +42,10 @@ void Program::ConnectEntries()
     on("mn_mrg", [this] { files_->Append(); });
     on("mn_save", [this] { files_->Save(); });
     on("mn_saveas", [this] { files_->SaveAs(); });
+    on("mn_examples", [this] {
+        files_->OpenBytes(ExampleCollection());
+        Q_EMIT window_->Entries().windowWanted();
+    });
     on("mn_saveopt", [this] { SaveSettings(); });
 }
 

@@ -180,6 +180,17 @@ TEST_F(ProgramTest, SavesOpensAndAppends)
     EXPECT_EQ(Row(0), "f(x) = -x");
 }
 
+TEST_F(ProgramTest, TheExamplesOpenWithoutAName)
+{
+    Start();
+    Trigger("mn_examples");
+    EXPECT_GE(Entries(), 40U);
+    EXPECT_NE(Row(0), "");
+    EXPECT_TRUE(Caption().startsWith("Sammlung: (noch ohne Bezeichnung)"));
+    Close();
+    EXPECT_EQ(dialogs_.questions, Texts()) << "nothing of the user's is in it";
+}
+
 TEST_F(ProgramTest, AMissingFileIsCreatedOnRequestOrNamed)
 {
     Start();
