@@ -115,7 +115,7 @@ void Session::DrawEntry(const document::CollectionEntry& entry)
 {
     std::string faults;
     AsOneStep([&] {
-        faults = document::FillPlot(entry, application_.Document());
+        faults = application_.TakeEntry(entry);
         FollowSettings();
         windows_.terms.init();
         Rebuild();
