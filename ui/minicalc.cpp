@@ -48,19 +48,19 @@ public:
     using QLabel::QLabel;
 
 protected:
-    void paintEvent(QPaintEvent* event) override
+    void paintEvent(QPaintEvent*) override
     {
-        QFrame::paintEvent(event);
         QTextOption option(Qt::AlignLeft | Qt::AlignVCenter);
         option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
         const QRectF room = contentsRect().marginsRemoved({margin(), 0, margin(), 0});
         QPainter painter(this);
+        drawFrame(&painter);
         painter.setPen(palette().color(foregroundRole()));
-        constexpr double kSmallest = 0.6;  // of the window's font
-        constexpr double kStep = 0.05;
-        for (double size = 1; size > kSmallest; size -= kStep) {
+        constexpr int kSmallest = 60;  // percent of the window's font
+        constexpr int kStep = 5;
+        for (int percent = 100; percent >= kSmallest; percent -= kStep) {
             QFont smaller = font();
-            smaller.setPointSizeF(font().pointSizeF() * size);
+            smaller.setPointSizeF(font().pointSizeF() * percent / 100);
             painter.setFont(smaller);
             if (painter.boundingRect(room, text(), option).height() <= room.height()) break;
         }
@@ -93,7 +93,7 @@ MiniCalc::MiniCalc(term::MathParser& parser, const document::PlotDocument& docum
     ShowPlaces();
     ShowLine("");
     HoldSize();
-    resize(sizeHint());
+    resize(MiniCalc::sizeHint());
 }
 
 void MiniCalc::MakeControls()
