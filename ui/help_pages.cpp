@@ -13,9 +13,9 @@ namespace korvinth::ui {
 namespace {
 
 constexpr const char* kPageNames[] = {
-    "erste-schritte", "funktionsterme", "sprache", "graph",        "parameter", "bereich",
-    "einstellungen",  "zoom",           "geraden", "punkte",       "sammlung",  "beschreibung",
-    "taschenrechner", "weitergeben",    "tasten",  "befehlszeile", "hilfe",
+    "erste-schritte", "hauptfenster",   "funktionsterme", "sprache", "graph",        "parameter",
+    "bereich",        "einstellungen",  "zoom",           "geraden", "punkte",       "sammlung",
+    "beschreibung",   "taschenrechner", "weitergeben",    "tasten",  "befehlszeile", "hilfe",
 };
 
 struct WindowPage
@@ -39,6 +39,7 @@ constexpr WindowPage kWindowPages[] = {
     {"sammtext", "beschreibung"},
     {"minicalc", "taschenrechner"},
     {"hilfe", "hilfe"},
+    {"mother", "hauptfenster"},
 };
 constexpr const char* kFirstPage = "erste-schritte";
 

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
+#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStyledItemDelegate>
@@ -11,6 +12,7 @@
 #include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 namespace korvinth::ui {
@@ -135,7 +137,10 @@ HelpWindow::HelpWindow(const QMap<QString, QString>& insertions, HelpPainter pai
     setWindowTitle("Hilfe");
     MakeControls();
     MakeKeys();
-    connect(browser_, &QTextBrowser::sourceChanged, this, &HelpWindow::FollowPage);
+    connect(browser_, &QTextBrowser::sourceChanged, this, [this](const QUrl& url) {
+        shown_ = pages_.Find(NameOf(url));
+        FollowPage();
+    });
     connect(search_, &QLineEdit::textChanged, this, &HelpWindow::Search);
     search_->installEventFilter(this);
     const auto open = [this](const QListWidgetItem* item) {
@@ -143,9 +148,20 @@ HelpWindow::HelpWindow(const QMap<QString, QString>& insertions, HelpPainter pai
     };
     connect(contents_, &QListWidget::currentItemChanged, this, open);
     Search();
+}
+
+// At the right of the window that it helps with, so that the terms stay in view.
+void HelpWindow::Place()
+{
     constexpr int kColumns = 110;
     constexpr int kRows = 36;
-    resize(kColumns * fontMetrics().averageCharWidth(), kRows * fontMetrics().height());
+    constexpr double kPartOfScreen = 0.9;
+    const QSize wanted(kColumns * fontMetrics().averageCharWidth(), kRows * fontMetrics().height());
+    const QRect room = screen()->availableGeometry();
+    if (!testAttribute(Qt::WA_Resized)) resize(wanted.boundedTo(room.size() * kPartOfScreen));
+    if (testAttribute(Qt::WA_Moved)) return;
+    const QRect beside = parentWidget()->window()->geometry() & room;
+    move(std::max(room.left(), beside.right() - width()), beside.top());
 }
 
 void HelpWindow::MakeControls()
@@ -219,6 +235,7 @@ void HelpWindow::ShowPage(const QString& name)
 {
     search_->clear();
     browser_->setSource(PageUrl(name));
+    if (!isVisible()) Place();
     show();
     raise();
     activateWindow();
@@ -243,14 +260,12 @@ void HelpWindow::Search()
 
 void HelpWindow::FollowPage()
 {
-    const QString name = NameOf(browser_->source());
-    const HelpPage* page = pages_.Find(name);
-    if (page == nullptr) return;
-    setWindowTitle("Hilfe: " + page->title);
+    if (shown_ == nullptr) return;
+    setWindowTitle("Hilfe: " + shown_->title);
     const QSignalBlocker blocker(contents_);
     contents_->setCurrentItem(nullptr);
     for (int row = 0; row < contents_->count(); ++row) {
-        if (contents_->item(row)->data(kNameRole) == name) contents_->setCurrentRow(row);
+        if (contents_->item(row)->data(kNameRole) == shown_->name) contents_->setCurrentRow(row);
     }
     MarkWords();
 }

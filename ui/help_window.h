@@ -52,11 +52,13 @@ protected:
 private:
     void MakeControls();
     void MakeKeys();
+    void Place();
     void Search();
     void FollowPage();  // in list and title
     void MarkWords();   // those searched for, in the page
 
     const HelpPages pages_;
+    const HelpPage* shown_ = nullptr;
     HelpBrowser* browser_;
     QLineEdit* search_;
     QListWidget* contents_;

@@ -63,7 +63,8 @@ TEST(HelpPages, LeadOnlyToPagesThatExistAndDrawTheirPictures)
 
 TEST(HelpPages, NameExactlyTheFunctionsThatThereAre)
 {
-    const QString page = ui::HelpPages({}).Find("sprache")->html;
+    const ui::HelpPages pages({});
+    const QString page = pages.Find("sprache")->html;
     const QString table = page.section("id=\"funktionen\"", 1).section("</table>", 0, 0);
     const std::set<QString> named = AllMatches(table, "<code>([a-z0-9]+)</code>");
     std::set<std::string> built_in{"min", "max"};  // iif is told of elsewhere
@@ -82,8 +83,9 @@ TEST(HelpPages, NameExactlyTheFunctionsThatThereAre)
 // What can be chosen in the menus is explained somewhere, by its caption.
 TEST(HelpPages, NameEveryMenuEntryThatWorks)
 {
+    const ui::HelpPages pages({});
     QString all;
-    for (const ui::HelpPage& page : ui::HelpPages({}).All()) all += page.text + '\n';
+    for (const ui::HelpPage& page : pages.All()) all += page.text + '\n';
     for (const auto table : {MainMenu(), GraphPopUp()}) {
         for (const MenuEntry& entry : table) {
             const bool leads_on = entry.kind == EntryKind::Menu || entry.caption.empty();
@@ -121,11 +123,11 @@ protected:
     }
     files::Path Directory() const { return files::PathOf(folder_.path().toStdString()); }
     // The title of the page that is shown.
-    QString Shown() const
+    std::string Shown() const
     {
         for (QWidget* window : QApplication::topLevelWidgets()) {
             if (window->objectName() == "hilfe" && window->isVisible()) {
-                return window->windowTitle();
+                return window->windowTitle().toStdString();
             }
         }
         return "";
@@ -153,7 +155,7 @@ TEST_F(HelpTest, EveryWindowHasAPageOfItsOwn)
         const auto inner = content->findChildren<QWidget*>();
         ASSERT_FALSE(inner.isEmpty());
         const QString name = ui::HelpPageFor(inner.back());
-        EXPECT_NE(name, ui::HelpPageFor(nullptr));
+        EXPECT_NE(name, ui::HelpPageFor(window_.get()));
         EXPECT_NE(pages.Find(name), nullptr);
     }
 }
@@ -176,7 +178,7 @@ TEST_F(HelpTest, AHelpFileGoesBeforeWhenTheSystemOpensIt)
         Make(can_open);
         window_->findChild<QAction*>("mn_hlpm")->trigger();
         EXPECT_EQ(opened_, 1);
-        EXPECT_EQ(Shown().isEmpty(), can_open);
+        EXPECT_EQ(Shown().empty(), can_open);
         opened_ = 0;
     }
 }
@@ -187,6 +189,7 @@ TEST_F(HelpTest, TheWindowSearchesAndGoesBack)
     help_->ShowHelp();
     auto* help = window_->findChild<QWidget*>("hilfe");
     ASSERT_NE(help, nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(help));
     auto* search = help->findChild<QLineEdit*>("hilfe_suche");
     auto* contents = help->findChild<QListWidget*>("hilfe_inhalt");
     const int pages = contents->count();
