@@ -5,6 +5,7 @@
 #include <QListWidget>
 #include <QPainter>
 #include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStyledItemDelegate>
@@ -110,8 +111,10 @@ void HelpBrowser::UseStyle()
     // Desktops name one colour for links, which may be that of light ones.
     const bool dark = colours.color(QPalette::Base).lightness() < 128;
     document()->setDefaultStyleSheet(
-        QStringLiteral("a { color: %1; } code, pre { background-color: %2; font-family: monospace; "
-                       "} th { background-color: %3; } h1, h2 { margin-bottom: 4px; } "
+        QStringLiteral("a { color: %1; } pre { white-space: pre-wrap; } code, pre { "
+                       "background-color: %2; font-family: monospace; "
+                       "} th { background-color: %3; } h1 { font-size: x-large; } "
+                       "h1, h2 { margin-bottom: 4px; } "
                        "td, th { padding: 3px 8px; text-align: left; }")
             .arg(dark ? "#8AB8FF" : "#1A4FA3", mixed(0.07), mixed(0.15)));
 }
@@ -131,7 +134,8 @@ HelpWindow::HelpWindow(const QMap<QString, QString>& insertions, HelpPainter pai
       pages_(insertions),
       browser_(new HelpBrowser(pages_, std::move(painter), this)),
       search_(new QLineEdit(this)),
-      contents_(new QListWidget(this))
+      contents_(new QListWidget(this)),
+      parts_(new QSplitter(this))
 {
     setObjectName("hilfe");
     setWindowTitle("Hilfe");
@@ -144,13 +148,14 @@ HelpWindow::HelpWindow(const QMap<QString, QString>& insertions, HelpPainter pai
     connect(search_, &QLineEdit::textChanged, this, &HelpWindow::Search);
     search_->installEventFilter(this);
     const auto open = [this](const QListWidgetItem* item) {
-        if (item != nullptr) browser_->setSource(PageUrl(item->data(kNameRole).toString()));
+        const bool page = item != nullptr && (item->flags() & Qt::ItemIsEnabled) != 0;
+        if (page) browser_->setSource(PageUrl(item->data(kNameRole).toString()));
     };
     connect(contents_, &QListWidget::currentItemChanged, this, open);
     Search();
 }
 
-// At the right of the window that it helps with, so that the terms stay in view.
+// At the right of the main window, so that the terms stay in view.
 void HelpWindow::Place()
 {
     constexpr int kColumns = 110;
@@ -158,10 +163,18 @@ void HelpWindow::Place()
     constexpr double kPartOfScreen = 0.9;
     const QSize wanted(kColumns * fontMetrics().averageCharWidth(), kRows * fontMetrics().height());
     const QRect room = screen()->availableGeometry();
-    if (!testAttribute(Qt::WA_Resized)) resize(wanted.boundedTo(room.size() * kPartOfScreen));
+    if (!testAttribute(Qt::WA_Resized)) {
+        resize(wanted.boundedTo(room.size() * kPartOfScreen));
+        parts_->setSizes({width() / 3, width() - width() / 3});
+    }
     if (testAttribute(Qt::WA_Moved)) return;
-    const QRect beside = parentWidget()->window()->geometry() & room;
-    move(std::max(room.left(), beside.right() - width()), beside.top());
+    const QWidget* main = parentWidget()->window();
+    while (main->parentWidget() != nullptr) main = main->parentWidget()->window();
+    constexpr int kMargin = 12;
+    const int left = main->geometry().right() - width() - kMargin;
+    const QPoint last = room.bottomRight() - QPoint(width(), height());
+    move(std::clamp(left, room.left(), std::max(room.left(), last.x())),
+         std::clamp(main->y(), room.top(), std::max(room.top(), last.y())));
 }
 
 void HelpWindow::MakeControls()
@@ -202,17 +215,13 @@ void HelpWindow::MakeControls()
     column->setSpacing(6);
     column->addLayout(keys);
     column->addWidget(contents_);
-    auto* parts = new QSplitter(this);
-    parts->addWidget(left);
-    parts->addWidget(browser_);
-    parts->setStretchFactor(1, 1);
-    parts->setChildrenCollapsible(false);
-    constexpr int kListColumns = 34;
-    const int list = kListColumns * fontMetrics().averageCharWidth();
-    parts->setSizes({list, 2 * list});
+    parts_->addWidget(left);
+    parts_->addWidget(browser_);
+    parts_->setStretchFactor(1, 1);
+    parts_->setChildrenCollapsible(false);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
-    layout->addWidget(parts);
+    layout->addWidget(parts_);
 }
 
 void HelpWindow::MakeKeys()
@@ -288,7 +297,9 @@ void HelpWindow::MarkWords()
     QTextCursor first = marks.front().cursor;
     first.setPosition(first.selectionStart());
     browser_->setTextCursor(first);
-    browser_->ensureCursorVisible();
+    // In the upper part of the page, with some of what follows.
+    QScrollBar& bar = *browser_->verticalScrollBar();
+    bar.setValue(bar.value() + browser_->cursorRect(first).top() - browser_->height() / 4);
 }
 
 void HelpWindow::changeEvent(QEvent* event)

@@ -10,6 +10,7 @@
 
 class QLineEdit;
 class QListWidget;
+class QSplitter;
 class QToolButton;
 
 namespace korvinth::ui {
@@ -62,6 +63,7 @@ private:
     HelpBrowser* browser_;
     QLineEdit* search_;
     QListWidget* contents_;
+    QSplitter* parts_;
 };
 
 }  // namespace korvinth::ui

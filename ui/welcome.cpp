@@ -59,6 +59,7 @@ void Welcome::AddExample(QLayout& row, const WelcomeExample& example, int number
     button->setText(example.caption);
     button->setAccessibleName(example.caption);
     button->setToolTip("Dieses Beispiel zeichnen");
+    button->setFocusPolicy(Qt::TabFocus);  // a click leaves the keys where they are
     button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     button->setIcon(QPixmap::fromImage(example.picture));
     button->setIconSize(example.picture.deviceIndependentSize().toSize());

@@ -195,6 +195,12 @@ TEST_F(HelpTest, TheWindowSearchesAndGoesBack)
     const int pages = contents->count();
     QTest::keyClicks(search, "Richtungsumkehr");
     EXPECT_EQ(contents->count(), 1);
+    const QString found = search->text();
+    search->setText("xyzzy");
+    QTest::keyClick(search, Qt::Key_Return);
+    EXPECT_NE(Shown(), "Hilfe");
+    EXPECT_FALSE(help->findChild<QTextBrowser*>("hilfe_seite")->toPlainText().isEmpty());
+    search->setText(found);
     QTest::keyClick(search, Qt::Key_Return);
     EXPECT_EQ(Shown(), "Hilfe: Parameter");
     EXPECT_FALSE(help->findChild<QTextBrowser*>("hilfe_seite")->extraSelections().isEmpty());
