@@ -33,7 +33,7 @@ CollectionFiles::CollectionFiles(files::FileSystem& disk, const files::Path& wor
       host_(host),
       dialogs_(dialogs),
       working_(
-          disk, working, [this] { return WorkingBytes(); }, [this] { return host_.Animated(); })
+          disk, working, [this] { return ContentToWrite(); }, [this] { return host_.Animated(); })
 {
     connect(&collection_, &CollectionControl::changed, this, &CollectionFiles::Touch);
     connect(&working_, &WorkingCollection::failed, this, [this](std::error_code fault) {
@@ -42,14 +42,21 @@ CollectionFiles::CollectionFiles(files::FileSystem& disk, const files::Path& wor
     });
 }
 
-// Much is asked while nothing has changed; only changes cost time.
-std::optional<std::string> CollectionFiles::WorkingBytes()
+// Much is asked while nothing has changed; only changes cost time. An animation changes the plot
+// alone, so that the rest of a large collection is not put together again at its steps.
+std::optional<WorkingContent> CollectionFiles::ContentToWrite()
 {
     const document::CollectionEditor& editor = collection_.Editor();
     const Written now{editor.Changes(), editor.Modified(), host_.CurrentPlot()};
     if (now == written_) return std::nullopt;
+    if (!written_ || written_->changes != now.changes) {
+        rows_text_ = std::make_shared<const std::string>(document::RowsText(editor.Entries()));
+    }
     written_ = now;
-    return WithModifiedMark(Bytes(), now.modified);
+    return WorkingContent{rows_text_->size(), [now, rows = rows_text_] {
+                              return WithModifiedMark(document::WriteCollection(now.plot, *rows),
+                                                      now.modified);
+                          }};
 }
 
 // The bytes of the whole collection with the current plot in front.
@@ -89,11 +96,17 @@ void CollectionFiles::SetUpWorkingCollection()
 
 void CollectionFiles::ReadWorkingCollection()
 {
-    std::string bytes;
-    if (disk_.Read(working_.File(), bytes)) return;  // it could not be created, as was said
+    std::string bytes, fault;
     document::Collection& entries = collection_.Entries();
-    const std::string fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
+    if (const auto unreadable = disk_.Read(working_.File(), bytes)) {
+        bool exists = false;
+        if (!Exists(working_.File(), exists) || !exists) return;  // not created, as was said
+        fault = files::ErrorText(unreadable) + ".";
+    } else {
+        fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
+    }
     if (!fault.empty()) SetAside();
+    working_.Expect(bytes.size());
     collection_.ShowEntries();
     collection_.Editor().SetModified(HasModifiedMark(bytes) || !fault.empty());
     SetName({});
@@ -199,6 +212,7 @@ void CollectionFiles::ReadAnew(std::string_view bytes, const files::Path& name)
     working_.Forget();
     written_.reset();
     if (const auto fault = files::ReplaceFile(disk_, working_.File(), bytes)) Exclaim(fault);
+    working_.Expect(bytes.size());
     document::Collection& entries = collection_.Entries();
     const std::string fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
     damaged_ = !fault.empty();
@@ -262,9 +276,9 @@ std::optional<files::Path> CollectionFiles::AskForName()
         const files::Path file = files::PathOf(*chosen);
         bool exists = false;
         if (!Exists(file, exists)) return std::nullopt;
-        if (!exists || dialogs_.AskYesNo(kMessage,
-                                         "Diese Datei gibt es bereits. Soll sie "
-                                         "überschrieben werden?")) {
+        if (!exists || dialogs_.AskYesNo(
+                           kMessage, "Diese Datei gibt es bereits. Soll sie überschrieben werden?",
+                           ui::Preset::No)) {
             return file;
         }
     }
