@@ -42,29 +42,34 @@ CollectionFiles::CollectionFiles(files::FileSystem& disk, const files::Path& wor
     });
 }
 
-// Much is asked while nothing has changed; only changes cost time. An animation changes the plot
-// alone, so that the rest of a large collection is not put together again at its steps.
+// Much is asked while nothing has changed; only changes cost time.
 std::optional<WorkingContent> CollectionFiles::ContentToWrite()
 {
     const document::CollectionEditor& editor = collection_.Editor();
     const Written now{editor.Changes(), editor.Modified(), host_.CurrentPlot()};
     if (now == written_) return std::nullopt;
-    if (!written_ || written_->changes != now.changes) {
-        rows_text_ = std::make_shared<const std::string>(document::RowsText(editor.Entries()));
-    }
     written_ = now;
-    return WorkingContent{rows_text_->size(), [now, rows = rows_text_] {
+    return WorkingContent{RowsText()->size(), [now, rows = RowsText()] {
                               return WithModifiedMark(document::WriteCollection(now.plot, *rows),
                                                       now.modified);
                           }};
 }
 
+// An animation changes the plot alone: a large collection is not put together anew at its steps.
+const std::shared_ptr<const std::string>& CollectionFiles::RowsText()
+{
+    const document::CollectionEditor& editor = collection_.Editor();
+    if (!rows_text_ || rows_changes_ != editor.Changes()) {
+        rows_text_ = std::make_shared<const std::string>(document::RowsText(editor.Entries()));
+        rows_changes_ = editor.Changes();
+    }
+    return rows_text_;
+}
+
 // The bytes of the whole collection with the current plot in front.
 std::string CollectionFiles::Bytes()
 {
-    document::Collection& entries = collection_.Entries();
-    entries.buffer = host_.CurrentPlot();
-    return document::WriteCollection(entries);
+    return document::WriteCollection(host_.CurrentPlot(), *RowsText());
 }
 
 void CollectionFiles::Exclaim(const std::string& fault)
@@ -108,6 +113,7 @@ void CollectionFiles::ReadWorkingCollection()
     if (!fault.empty()) SetAside();
     working_.Expect(bytes.size());
     collection_.ShowEntries();
+    RowsText();  // while one waits for the start anyway
     collection_.Editor().SetModified(HasModifiedMark(bytes) || !fault.empty());
     SetName({});
     collection_.ShowState();
@@ -217,6 +223,7 @@ void CollectionFiles::ReadAnew(std::string_view bytes, const files::Path& name)
     const std::string fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
     damaged_ = !fault.empty();
     collection_.ShowEntries();
+    RowsText();  // while one waits for the file anyway
     collection_.Editor().SetModified(false);
     SetName(name);
     collection_.ShowState();

@@ -65,6 +65,7 @@ private:
     void ReadFile(const files::Path& file);
     void ReadAnew(std::string_view bytes, const files::Path& name);
     std::string Bytes();
+    const std::shared_ptr<const std::string>& RowsText();
     std::optional<WorkingContent> ContentToWrite();
     void SetName(const files::Path& file);
     void SetAside();
@@ -87,7 +88,8 @@ private:
         bool operator==(const Written&) const = default;
     };
     std::optional<Written> written_;
-    std::shared_ptr<const std::string> rows_text_;  // of the entries, as they were then
+    std::shared_ptr<const std::string> rows_text_;  // of the entries, as they were ...
+    std::size_t rows_changes_ = 0;                  // ... at this count of changes
     WorkingCollection working_;
 };
 
