@@ -51,7 +51,7 @@ bool ViewControl::InForce(RangeAxis axis) const
 }
 
 // Numbers that a zoom has left are taken although they are too close to be typed: they come from a
-// file or an earlier step.
+// file or from an earlier step.
 bool ViewControl::LeftByZoom(RangeAxis axis, const document::RangeBounds& bounds) const
 {
     const AxisEntry& entry = Entry(axis);
@@ -100,6 +100,32 @@ std::string ViewControl::ReadRanges(bool& changed)
         listener_->updatet();
     }
     return faults;
+}
+
+void ViewControl::TakeStated(const document::DisplayedRanges& stated)
+{
+    const ViewRange before = view_;
+    view_.x_min = stated.x_lower;
+    view_.x_max = stated.x_upper;
+    view_.y_min = stated.y_lower;
+    view_.y_max = stated.y_upper;
+    view_.t_min = stated.t_lower;
+    view_.t_max = stated.t_upper;
+    if (!CanBeDisplayed(view_)) {
+        view_ = before;
+        return;
+    }
+    const ViewRange unscaled = view_;
+    y_is_free_ = LeftToView(Entry(RangeAxis::Y), document_.ranges);
+    const document::KeptRatio kept = document_.attributes.kept_ratio;
+    if (kept == document::KeptRatio::Y) {
+        ScaleXLikeY();
+    } else if (kept == document::KeptRatio::X || y_is_free_) {
+        ScaleYLikeX();
+    }
+    if (!CanBeDisplayed(view_)) view_ = unscaled;
+    StateByNumbers(unscaled);
+    UpdateMapping();
 }
 
 void ViewControl::MarkParameters()
