@@ -273,9 +273,13 @@ TEST_F(ProgramTest, TwoProgramsKeepApart)
     Start();
     Type(0, "x");
     ASSERT_TRUE(WaitForWorking("f(x)=x"));
+    Trigger("mn_viewnumb");
+    Trigger("mn_saveopt");
     {
         Program second(Directory(), dialogs_);
         second.Start({});
+        EXPECT_FALSE(second.Window().findChild<QAction*>("mn_viewnumb")->isChecked())
+            << "the settings are those of all programs";
         auto* row = second.Window().findChild<QLineEdit*>("fnam[0]");
         EXPECT_EQ(row->text(), "");
         QTest::keyClicks(row, "x^7");
