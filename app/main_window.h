@@ -37,6 +37,7 @@ public:
 
     Session& PlotSession() { return *session_; }
     CollectionControl& Entries() { return *collection_; }
+    ui::GraphForm& Graph() { return *graphform_; }
     QAction& MenuEntry(std::string_view name) { return menus_.Entry(name); }
 
     void ArrangeWindows();

@@ -113,7 +113,7 @@ constexpr MenuEntry kMainMenu[] = {
     {"mn_win", "mn_ghm", "Graphfenster-H&öhe maximieren", Command, ""},
 
     {"", "mn_help", "&Hilfe", Menu, ""},
-    {"mn_help", "mn_hlpm", "Hilfe zum markierten Objekt", Command, "F1", kLater},
+    {"mn_help", "mn_hlpm", "Hilfe zum markierten Objekt", Command, "F1"},
     {"mn_help", "mn_about", "über Korvinth", Command, ""},
 };
 
