@@ -104,7 +104,12 @@ void Program::LoadDefinitions()
 
 void Program::ComputeMapping() { application_.UpdateMapping(); }
 
-void Program::SetUpWorkingCollection() { files_->SetUpWorkingCollection(); }
+void Program::SetUpWorkingCollection()
+{
+    files_->SetUpWorkingCollection();
+    // A second program may have no working collection yet, but the settings are those of all.
+    if (place_.collection.filename() != "korvinth.tmp") ReadSettings();
+}
 
 void Program::ReadCollection()
 {

@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <ranges>
 
-#include "ui/storable_input.h"
+#include "ui/storable_fields.h"
 
 namespace korvinth::ui {
 namespace {
@@ -93,7 +93,7 @@ Punkte::Punkte(Dialogs& dialogs, QWidget* parent)
 void Punkte::MakeInput(QVBoxLayout& layout)
 {
     input_->setObjectName("Text1");
-    input_->setValidator(new StorableInput(input_));
+    KeepStorableTerm(*input_);
     input_->setAccessibleName("Neuer Punkt");
     input_->setPlaceholderText("zum Beispiel P(2 | a)");
     auto* add = new QPushButton("Hin&zufügen", this);
