@@ -36,8 +36,10 @@ public:
 
     Session& PlotSession() { return *session_; }
     CollectionControl& Entries() { return *collection_; }
+    ui::GraphForm& Graph() { return *graphform_; }
     QAction& MenuEntry(std::string_view name) { return menus_.Entry(name); }
 
+    void ShowOutcome(const QString& outcome);  // in the status bar, until the next one
     void ArrangeWindows();
     void CloseSliders();
     void CloseWindows();

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "app/application.h"
-#include "app/picture_options.h"
 #include "files/file_system.h"
+#include "render/picture_options.h"
 
 namespace korvinth::app {
 
@@ -17,10 +17,10 @@ struct PictureBytes
     std::string note;   // what of the plot the picture leaves out
 };
 
-// The whole picture at the size of the application's drawing area, which for an image is its size
-// in dots. The screen's picture is left alone. Works without a display.
-PictureBytes MakePicture(Application& application, PictureFormat format,
-                         const PictureOptions& options);
+// The whole picture; pixels of its size are dots of an image. The screen's picture is left alone.
+// Works without a display.
+PictureBytes MakePicture(Application& application, render::PictureFormat format,
+                         const render::PictureOptions& options);
 
 struct PictureReport
 {
@@ -31,6 +31,7 @@ struct PictureReport
 // Writes the format of the file's ending. Either the file is complete or an existing one is as it
 // was.
 PictureReport WritePicture(Application& application, const std::string& file,
-                           const PictureOptions& options, files::FileSystem& disk = files::Disk());
+                           const render::PictureOptions& options,
+                           files::FileSystem& disk = files::Disk());
 
 }  // namespace korvinth::app

@@ -6,6 +6,7 @@
 
 #include "app/examples.h"
 #include "app/main_window.h"
+#include "app/picture_commands.h"
 #include "document/interval_text.h"
 #include "files/path_text.h"
 
@@ -16,7 +17,10 @@ Program::Program(const files::Path& directory, ui::Dialogs& dialogs)
       place_(TakeWorkingPlace(directory)),
       window_(std::make_unique<MainWindow>(application_, dialogs)),
       files_(std::make_unique<CollectionFiles>(files::Disk(), place_.collection, window_->Entries(),
-                                               static_cast<CollectionFilesHost&>(*this), dialogs))
+                                               static_cast<CollectionFilesHost&>(*this), dialogs)),
+      pictures_(std::make_unique<PictureCommands>(application_, *window_, dialogs,
+                                                  files::WithEnding(place_.collection, ".emf"),
+                                                  files::Disk()))
 {
     connect(window_.get(), &MainWindow::closing, this, [this] { RunSteps(EndSteps(), *this); });
     connect(window_.get(), &MainWindow::fileDropped, this,

@@ -14,6 +14,7 @@
 namespace korvinth::app {
 
 class MainWindow;
+class PictureCommands;
 
 class Program final : public QObject, LifeCycle, CollectionFilesHost
 {
@@ -63,6 +64,7 @@ private:
     WorkingPlace place_;
     std::unique_ptr<MainWindow> window_;
     std::unique_ptr<CollectionFiles> files_;
+    std::unique_ptr<PictureCommands> pictures_;
 };
 
 }  // namespace korvinth::app
