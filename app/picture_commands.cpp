@@ -128,7 +128,7 @@ std::optional<files::Path> PictureCommands::AskForFile()
 
 void PictureCommands::Print()
 {
-    preview_ = std::make_unique<PrintPreview>(application_, dialogs_, page_, &window_);
+    preview_ = std::make_unique<PrintPreview>(application_, dialogs_, page_, disk_, &window_);
     connect(preview_.get(), &PrintPreview::finished, this, [this] { page_ = preview_->Options(); });
 }
 

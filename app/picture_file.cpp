@@ -3,7 +3,6 @@
 #include <QBuffer>
 #include <QGuiApplication>
 #include <QImage>
-#include <QPageSize>
 #include <QPdfWriter>
 #include <cmath>
 #include <memory>
@@ -88,7 +87,10 @@ PictureBytes MakeEmf(Application& application, const render::PictureOptions& opt
     return {surface.Bytes(), "", ""};
 }
 
-PictureBytes MakePdf(Application& application, const render::PictureOptions& options)
+}  // namespace
+
+PictureBytes MakePage(Application& application, const QPageSize& paper,
+                      const render::PageOptions& options)
 {
     constexpr int kResolution = 2540;  // a hundredth of a millimetre
     QByteArray bytes;
@@ -100,19 +102,17 @@ PictureBytes MakePdf(Application& application, const render::PictureOptions& opt
         writer.setCreator("Korvinth 2");
         writer.setResolution(kResolution);
         // The margins are the page's own matter: here they would be rounded to points.
-        writer.setPageLayout(
-            {QPageSize(QPageSize::A4),
-             options.page.landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF()});
+        writer.setPageLayout({paper,
+                              options.landscape ? QPageLayout::Landscape : QPageLayout::Portrait,
+                              QMarginsF()});
         QPainter painter(&writer);
         if (!painter.isActive()) return {"", kTooLarge, ""};
         const QSizeF sheet = writer.pageLayout().fullRect(QPageLayout::Millimeter).size();
-        report = DrawPage(painter, {QPointF(), sheet}, options.page, application);
+        report = DrawPage(painter, {QPointF(), sheet}, options, application);
     }
     if (!report.fault.empty()) return {"", report.fault, ""};
     return {bytes.toStdString(), "", report.note};
 }
-
-}  // namespace
 
 PictureBytes MakePicture(Application& application, render::PictureFormat format,
                          const render::PictureOptions& options)
@@ -121,10 +121,21 @@ PictureBytes MakePicture(Application& application, render::PictureFormat format,
     switch (format) {
         case render::PictureFormat::Png: return MakePng(application, options);
         case render::PictureFormat::Svg: return MakeSvg(application, options);
-        case render::PictureFormat::Pdf: return MakePdf(application, options);
+        case render::PictureFormat::Pdf:
+            return MakePage(application, QPageSize(QPageSize::A4), options.page);
         case render::PictureFormat::Emf: break;
     }
     return MakeEmf(application, options);
+}
+
+std::string WriteBytes(const std::string& file, const PictureBytes& picture,
+                       files::FileSystem& disk)
+{
+    if (!picture.fault.empty()) return picture.fault;
+    const std::error_code fault = files::ReplaceFile(disk, file, picture.bytes);
+    // The file itself need not be there.
+    if (fault == std::errc::no_such_file_or_directory) return "Den Ordner gibt es nicht";
+    return fault ? files::ErrorText(fault) : "";
 }
 
 PictureReport WritePicture(Application& application, const std::string& file,
@@ -133,12 +144,8 @@ PictureReport WritePicture(Application& application, const std::string& file,
     const std::optional<render::PictureFormat> format = render::FormatOf(file);
     if (!format) return {"Bilder gibt es als .png, .svg, .pdf und .emf", ""};
     const PictureBytes picture = MakePicture(application, *format, options);
-    if (!picture.fault.empty()) return {picture.fault, ""};
-    const std::error_code fault = files::ReplaceFile(disk, file, picture.bytes);
-    // The file itself need not be there.
-    if (fault == std::errc::no_such_file_or_directory) return {"Den Ordner gibt es nicht", ""};
-    if (fault) return {files::ErrorText(fault), ""};
-    return {"", picture.note};
+    const std::string fault = WriteBytes(file, picture, disk);
+    return {fault, fault.empty() ? picture.note : ""};
 }
 
 }  // namespace korvinth::app

@@ -6,9 +6,9 @@
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
-#include <algorithm>
 
 #include "app/page_picture.h"
+#include "app/picture_file.h"
 #include "ui/page_options_box.h"
 
 namespace korvinth::app {
@@ -27,10 +27,12 @@ std::unique_ptr<QPrinter> MakePrinter(bool landscape)
 }  // namespace
 
 PrintPreview::PrintPreview(Application& application, ui::Dialogs& dialogs,
-                           const render::PageOptions& options, QWidget* window)
+                           const render::PageOptions& options, files::FileSystem& disk,
+                           QWidget* window)
     : application_(application),
       dialogs_(dialogs),
       options_(options),
+      disk_(disk),
       printer_(MakePrinter(options.landscape)),
       dialog_(std::make_unique<QPrintPreviewDialog>(printer_.get(), window)),
       box_(new ui::PageOptionsBox),
@@ -67,20 +69,31 @@ render::PageOptions PrintPreview::Options() const
     return options;
 }
 
-// The preview and the printer draw the same.
+// For the preview and for the printer, once one is chosen.
 void PrintPreview::DrawOn(QPrinter& printer)
 {
+    // The toolkit would not tell that a file cannot be written to its end.
+    const bool to_file =
+        printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty();
+    const std::string fault = to_file ? WriteFile(printer) : DrawPaper(printer);
+    if (!fault.empty()) dialogs_.ShowExclamation("Drucken", fault);
+}
+
+std::string PrintPreview::DrawPaper(QPrinter& printer)
+{
     QPainter painter;
-    if (!painter.begin(&printer)) {
-        dialogs_.ShowExclamation("Drucken", "Der Drucker nimmt die Seite nicht an");
-        return;
-    }
+    if (!painter.begin(&printer)) return "Der Drucker nimmt die Seite nicht an";
     const QSizeF sheet = printer.pageLayout().fullRect(QPageLayout::Millimeter).size();
     const PageReport report = DrawPage(painter, {QPointF(), sheet}, Options(), application_);
     note_->setText(QString::fromStdString(report.fault + report.note));
-    if (!painter.end() || printer.printerState() == QPrinter::Error) {
-        dialogs_.ShowExclamation("Drucken", "Die Seite konnte nicht gedruckt werden");
-    }
+    const bool printed = painter.end() && printer.printerState() != QPrinter::Error;
+    return printed ? "" : "Die Seite konnte nicht gedruckt werden";
+}
+
+std::string PrintPreview::WriteFile(const QPrinter& printer)
+{
+    const PictureBytes page = MakePage(application_, printer.pageLayout().pageSize(), Options());
+    return WriteBytes(printer.outputFileName().toStdString(), page, disk_);
 }
 
 }  // namespace korvinth::app

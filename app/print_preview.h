@@ -3,8 +3,10 @@
 
 #include <QObject>
 #include <memory>
+#include <string>
 
 #include "app/application.h"
+#include "files/file_system.h"
 #include "render/picture_options.h"
 #include "ui/dialogs.h"
 
@@ -23,9 +25,9 @@ class PrintPreview final : public QObject
 {
     Q_OBJECT
 public:
-    // Application and dialogs outlive the object.
+    // Application, dialogs and disk outlive the object.
     PrintPreview(Application& application, ui::Dialogs& dialogs, const render::PageOptions& options,
-                 QWidget* window);
+                 files::FileSystem& disk, QWidget* window);
     ~PrintPreview() override;
     Q_DISABLE_COPY_MOVE(PrintPreview)
 
@@ -37,10 +39,14 @@ Q_SIGNALS:
 
 private:
     void DrawOn(QPrinter& printer);
+    // German; "" when the page is drawn.
+    std::string DrawPaper(QPrinter& printer);
+    std::string WriteFile(const QPrinter& printer);
 
     Application& application_;
     ui::Dialogs& dialogs_;
     render::PageOptions options_;
+    files::FileSystem& disk_;
     std::unique_ptr<QPrinter> printer_;
     std::unique_ptr<QPrintPreviewDialog> dialog_;  // goes before its printer
     ui::PageOptionsBox* box_;

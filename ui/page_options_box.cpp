@@ -7,10 +7,15 @@
 #include <QVBoxLayout>
 
 namespace korvinth::ui {
+namespace {
+
+constexpr const char* kFitPage = "an die Seite an&gepasst";
+
+}  // namespace
 
 PageOptionsBox::PageOptionsBox(QWidget* parent)
     : QWidget(parent),
-      fit_(new QRadioButton("so &groß wie möglich", this)),
+      fit_(new QRadioButton(kFitPage, this)),
       exact_(new QRadioButton("1 &Einheit =", this)),
       centimetres_(new QDoubleSpinBox(this)),
       legend_(new QCheckBox("&Terme und Parameterwerte unter dem Bild", this))
@@ -57,12 +62,13 @@ void PageOptionsBox::StoreIn(render::PageOptions& options) const
     options.legend = legend_->isEnabled() && legend_->isChecked();
 }
 
-void PageOptionsBox::SetAvailable(bool scale, bool legend)
+void PageOptionsBox::SetAvailable(bool scale, bool page)
 {
+    fit_->setText(page ? kFitPage : "in der &gewählten Größe");
     fit_->setEnabled(scale);
     exact_->setEnabled(scale);
     centimetres_->setEnabled(AtScale());
-    legend_->setEnabled(legend);
+    legend_->setEnabled(page);
 }
 
 bool PageOptionsBox::AtScale() const { return exact_->isEnabled() && exact_->isChecked(); }

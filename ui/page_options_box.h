@@ -21,7 +21,8 @@ public:
     void Show(const render::PageOptions& options);
     void StoreIn(render::PageOptions& options) const;
 
-    void SetAvailable(bool scale, bool legend);
+    // Without a page there is a size that the picture has instead of a scale.
+    void SetAvailable(bool scale, bool page);
     bool AtScale() const;
 
 Q_SIGNALS:

@@ -153,10 +153,10 @@ struct FieldCase
     bool size, resolution, orientation, scale, legend;
 };
 constexpr FieldCase kFieldCases[] = {
-    {0, true, true, false, false, false},
-    {1, true, false, false, true, false},
-    {2, false, false, true, true, true},
     {3, true, false, false, false, false},
+    {2, false, false, true, true, true},
+    {1, true, false, false, true, false},
+    {0, true, true, false, false, false},
 };
 
 TEST_F(PictureCommandsTest, OnlyWhatAFormatHasCanBeChosen)
@@ -259,7 +259,8 @@ TEST(CopyMetafile, LeavesTheClipboardEmptyWhenTheFileCannotBeWritten)
     const auto copy = [&] {
         QGuiApplication::clipboard()->setText("von vorher");
         CopyMetafile(application, {}, picture, "k.emf", disk);
-        return !QGuiApplication::clipboard()->mimeData()->formats().isEmpty();
+        const QMimeData* const formats = QGuiApplication::clipboard()->mimeData();
+        return formats != nullptr && !formats->formats().isEmpty();
     };
     EXPECT_TRUE(copy());
     EXPECT_TRUE(disk.Has("k.emf"));
