@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QCoreApplication>
 #include <QEvent>
+#include <QKeyEvent>
 
 #include "app/examples.h"
 #include "app/main_window.h"
@@ -11,6 +12,15 @@
 #include "files/path_text.h"
 
 namespace korvinth::app {
+namespace {
+
+bool IsKeyOf(const QAction& entry, QEvent& event)
+{
+    const auto& key = static_cast<QKeyEvent&>(event);
+    return QKeySequence(key.keyCombination()) == entry.shortcut();
+}
+
+}  // namespace
 
 Program::Program(const files::Path& directory, ui::Dialogs& dialogs)
     : settings_(files::Disk(), directory),
@@ -69,6 +79,13 @@ bool Program::eventFilter(QObject* watched, QEvent* event)
         case QEvent::KeyRelease:
         case QEvent::Wheel:
         case QEvent::Drop: files_->Touch(); break;
+        case QEvent::ShortcutOverride:
+            // On some desktops Ctrl+E would be the way to the end of a field's text.
+            if (IsKeyOf(window_->MenuEntry("mn_export"), *event)) {
+                event->ignore();
+                return true;
+            }
+            break;
         default: break;
     }
     return QObject::eventFilter(watched, event);
