@@ -102,7 +102,7 @@ constexpr MenuEntry kMainMenu[] = {
     {"mn_winkum", "mn_grad", "Neugrad&maß (Vollwinkel = 400 grad)", Exclusive, ""},
 
     {"", "mn_win", "&Fenster", Menu, ""},
-    {"mn_win", "mn_calc", "&Taschenrechner", Command, "", kLater},
+    {"mn_win", "mn_calc", "&Taschenrechner", Command, "Ctrl+R"},
     {"mn_win", "mn_col", "&Sammlung", Command, ""},
     {"mn_win", "mnf_det", "Detaillierte Beschreibung", Command, ""},
     {"mn_win", "mn_asy", "G&eraden", Command, ""},
