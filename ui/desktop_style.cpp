@@ -15,23 +15,17 @@ bool IsBlack(const QPalette& palette) { return palette.color(QPalette::Window).l
 
 void DrawOutline(QPainter& painter, const QRect& rect, const QStyleOption& option)
 {
+    if (!IsBlack(option.palette)) return;
     QColor colour = option.palette.color(QPalette::WindowText);
-    constexpr float kStrength = 0.7F;  // behind that of the frame in hand
+    constexpr float kStrength = 0.7F;  // less than that of text
     colour.setAlphaF(kStrength);
     painter.setPen(colour);
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(rect.adjusted(0, 0, -1, -1));
 }
 
-bool HasOutline(QStyle::PrimitiveElement element, const QStyleOption& option)
-{
-    switch (element) {
-        case QStyle::PE_FrameLineEdit:
-        case QStyle::PE_FrameGroupBox: return true;
-        case QStyle::PE_PanelButtonCommand: return (option.state & QStyle::State_HasFocus) == 0;
-        default: return false;
-    }
-}
+// Then the style has drawn an outline already.
+bool HasKeys(const QStyleOption& option) { return (option.state & QStyle::State_HasFocus) != 0; }
 
 }  // namespace
 
@@ -57,12 +51,11 @@ void DesktopStyle::drawComplexControl(ComplexControl control, const QStyleOption
                                       QPainter* painter, const QWidget* widget) const
 {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
-    if (!IsBlack(option->palette)) return;
-    if (control == CC_ComboBox || control == CC_SpinBox) {
-        DrawOutline(*painter, option->rect, *option);
-    } else if (control == CC_Slider || control == CC_ScrollBar) {
+    if (control == CC_Slider || control == CC_ScrollBar) {
         const SubControl handle = control == CC_Slider ? SC_SliderHandle : SC_ScrollBarSlider;
         DrawOutline(*painter, proxy()->subControlRect(control, option, handle, widget), *option);
+    } else if ((control == CC_ComboBox || control == CC_SpinBox) && !HasKeys(*option)) {
+        DrawOutline(*painter, option->rect, *option);
     }
 }
 
@@ -73,8 +66,8 @@ void DesktopStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     if (!box || button == nullptr || !IsDark(option->palette)) {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
-        if (!IsBlack(option->palette) || !HasOutline(element, *option)) return;
-        DrawOutline(*painter, option->rect, *option);
+        const bool outlined = element == PE_FrameLineEdit || element == PE_PanelButtonCommand;
+        if (outlined && !HasKeys(*option)) DrawOutline(*painter, option->rect, *option);
         return;
     }
     // Styles take the outline from a darkened window colour, which only shows on light ones.
