@@ -45,6 +45,13 @@ document::PlotReport Application::Apply()
     return report;
 }
 
+std::string Application::TakeEntry(const document::CollectionEntry& entry)
+{
+    std::string faults = document::FillPlot(entry, document_);
+    views_.TakeStated(document::StatedRanges(entry, Ranges()));
+    return faults;
+}
+
 document::DisplayedRanges Application::Ranges() const
 {
     const render::ViewRange& view = View();

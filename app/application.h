@@ -50,6 +50,10 @@ public:
     // parameters. A range that cannot be displayed is reported, the old one stays in force.
     document::PlotReport Apply();
 
+    // Makes the entry's plot and ranges the present ones, for Apply to build. What is wrong with
+    // the entry, "" when nothing.
+    std::string TakeEntry(const document::CollectionEntry& entry);
+
     // The displayed ranges in force.
     document::DisplayedRanges Ranges() const;
 

@@ -67,7 +67,7 @@ const document::CollectionEntry* FindEntry(const document::Collection& collectio
 
 std::string ApplyEntry(Application& application, const document::CollectionEntry& entry)
 {
-    std::string faults = document::FillPlot(entry, application.Document());
+    std::string faults = application.TakeEntry(entry);
     const document::PlotReport report = application.Apply();
     if (!faults.empty() && !report.errors.empty()) faults += "; ";
     return faults + report.errors;

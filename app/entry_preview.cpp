@@ -121,7 +121,7 @@ QImage DrawPreview(const document::CollectionEntry& entry, QSize size)
     Application application;
     const QSize drawn = size * kReduction;
     application.SetAreaSize(drawn.width(), drawn.height());
-    document::FillPlot(entry, application.Document());
+    application.TakeEntry(entry);
     if (TakesLong(application.Document())) return paper;
     Simplify(application.Document());
     application.Apply();

@@ -15,8 +15,6 @@
 namespace korvinth::app {
 namespace {
 
-constexpr std::string_view kCalculatorError = "Error: ";
-
 // One message a line, without the separator that collected texts end with.
 void PrintMessage(std::ostream& errors, std::string_view text)
 {
@@ -38,9 +36,10 @@ void Calculate(Application& application, const CommandLine& command, Results& re
     for (const std::string& term : command.calculations) {
         const std::string line = document::CalculatorLine(application.Parser(), plot, term,
                                                           plot.attributes.calculator_places);
-        if (line.starts_with(kCalculatorError)) {
+        if (line.starts_with(document::kCalculatorError)) {
             results.calculator_errors += Printable(line) + '\n';
-            results.errors += Quoted(term) + ": " + line.substr(kCalculatorError.size()) + "; ";
+            results.errors +=
+                Quoted(term) + ": " + line.substr(document::kCalculatorError.size()) + "; ";
         }
         results.output += line + '\n';
     }

@@ -1,5 +1,6 @@
 // The program: with a window, or without one when the command line asks for results.
 #include <QApplication>
+#include <QIcon>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -29,6 +30,8 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
     QApplication toolkit(count, arguments);
     QApplication::setApplicationName("Korvinth");
     QApplication::setApplicationVersion(KORVINTH_VERSION);
+    QGuiApplication::setDesktopFileName("korvinth");
+    QApplication::setWindowIcon(QIcon::fromTheme("korvinth", QIcon(":/korvinth.svg")));
     QApplication::setStyle(new korvinth::ui::DesktopStyle);
     UseGerman(toolkit);
 

@@ -7,6 +7,7 @@
 #include <QMdiArea>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
@@ -17,7 +18,9 @@
 #include "ui/asymptoten.h"
 #include "ui/child_window.h"
 #include "ui/graphform.h"
+#include "ui/help_pages.h"
 #include "ui/interform.h"
+#include "ui/minicalc.h"
 #include "ui/optionsgraph.h"
 #include "ui/parameter_column.h"
 #include "ui/parameter_list.h"
@@ -41,6 +44,7 @@ void Place(QWidget* window, const Box& box)
 
 MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* parent)
     : QMainWindow(parent),
+      application_(application),
       dialogs_(dialogs),
       menus_(*this),
       area_(new QMdiArea(this)),
@@ -75,7 +79,7 @@ MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* 
     ConnectSession();
     ConnectWindowEntries();
     MakeShortcuts();
-    resize(kFirstSize);
+    resize(kFirstSize.boundedTo(screen()->availableSize()));
 }
 
 MainWindow::~MainWindow() = default;
@@ -156,6 +160,15 @@ ui::ChildWindow* MainWindow::MakeChild(QWidget* content)
     return child;
 }
 
+QList<ui::ChildWindow*> MainWindow::Children() const
+{
+    QList<ui::ChildWindow*> children;
+    for (QMdiSubWindow* window : area_->subWindowList(QMdiArea::CreationOrder)) {
+        if (auto* child = qobject_cast<ui::ChildWindow*>(window)) children.append(child);
+    }
+    return children;
+}
+
 void MainWindow::ConnectSession()
 {
     connect(session_.get(), &Session::outcomeChanged, this, [this](const QString& outcome) {
@@ -201,6 +214,10 @@ void MainWindow::ConnectWindowEntries()
     on("mn_optdef", [this] {
         session_->UseDefaultSettings();
         if (settings_->isVisible()) ShowSettings();
+    });
+    on("mn_calc", [this] {
+        if (calculator_ == nullptr) MakeCalculator();
+        ShowBesideGraph(calculator_frame_, calculator_);
     });
     on("mn_asy", [this] { ShowBesideGraph(lines_frame_, lines_); });
     on("mn_punkt", [this] { ShowBesideGraph(points_frame_, points_); });
@@ -288,6 +305,19 @@ void MainWindow::ShowRanges()
     interform_->FocusFirstField();
 }
 
+void MainWindow::MakeCalculator()
+{
+    calculator_ = new ui::MiniCalc(application_.Parser(), application_.Document(), dialogs_);
+    calculator_frame_ = MakeChild(calculator_);
+    calculator_frame_->SetFree(true);
+    calculator_frame_->SetClosedByEsc();
+    calculator_frame_->hide();
+    session_->SetCalculator(*calculator_);
+    connect(calculator_, &ui::MiniCalc::placesChosen, session_.get(),
+            &Session::TakeCalculatorPlaces);
+    connect(calculator_, &ui::MiniCalc::closeWanted, calculator_frame_, &QWidget::close);
+}
+
 void MainWindow::DockAll()
 {
     graph_place_ = GraphPlace::Docked;
@@ -324,9 +354,7 @@ void MainWindow::MaximiseGraph()
 void MainWindow::ActivateNext(int step)
 {
     QList<ui::ChildWindow*> shown;
-    for (ui::ChildWindow* child :
-         {terms_frame_, sliders_frame_, graph_frame_, ranges_frame_, list_frame_, lines_frame_,
-          points_frame_, collection_frame_, description_frame_}) {
+    for (ui::ChildWindow* child : Children()) {
         if (!child->isHidden()) shown.append(child);
     }
     if (shown.isEmpty()) return;
@@ -364,12 +392,16 @@ void MainWindow::ShowAbout()
 {
     auto* box = new QMessageBox(
         QMessageBox::Information, QStringLiteral("über Korvinth"),
-        QStringLiteral("<h3>Korvinth 2</h3><p>Version %1</p>"
-                       "<p>Korvinth zeichnet Graphen von Funktionen und ebene Kurven, deren Terme "
-                       "Parameter enthalten dürfen. Die Parameter lassen sich mit Schiebereglern "
-                       "verändern und animieren, und das Bild folgt ihnen sofort.</p>")
-            .arg(KORVINTH_VERSION),
+        QStringLiteral(
+            "<h3>Korvinth 2</h3><p>Version %1</p>"
+            "<p>Korvinth zeichnet Graphen von Funktionen und ebene Kurven, deren Terme "
+            "Parameter enthalten dürfen. Die Parameter lassen sich mit Schiebereglern "
+            "verändern und animieren, und das Bild folgt ihnen sofort.</p>"
+            "<p>Korvinth ist freie Software unter der MIT-Lizenz. Es verwendet Qt %2 unter "
+            "der GNU Lesser General Public License (LGPL), Version 3.</p>")
+            .arg(KORVINTH_VERSION, qVersion()),
         QMessageBox::Ok, this);
+    box->setDetailedText(ui::LicenceText());
     box->setObjectName("about");
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();
@@ -381,11 +413,7 @@ void MainWindow::CloseWindows()
 {
     zoom_dialog_->close();
     settings_->close();
-    for (ui::ChildWindow* child :
-         {terms_frame_, sliders_frame_, graph_frame_, ranges_frame_, list_frame_, lines_frame_,
-          points_frame_, collection_frame_, description_frame_}) {
-        child->hide();
-    }
+    for (ui::ChildWindow* child : Children()) child->hide();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

@@ -18,6 +18,7 @@ class QMdiArea;
 namespace korvinth::ui {
 class Asymptoten;
 class ChildWindow;
+class MiniCalc;
 class OptionsGraph;
 class Punkte;
 class ZoomDialog;
@@ -36,6 +37,7 @@ public:
 
     Session& PlotSession() { return *session_; }
     CollectionControl& Entries() { return *collection_; }
+    ui::GraphForm& Graph() { return *graphform_; }
     QAction& MenuEntry(std::string_view name) { return menus_.Entry(name); }
 
     void ArrangeWindows();
@@ -57,6 +59,7 @@ protected:
 private:
     void MakeChildren(Application& application);
     ui::ChildWindow* MakeChild(QWidget* content);
+    QList<ui::ChildWindow*> Children() const;  // in the order of their making
     void MakeCollection(Application& application);
     void ConnectWindowEntries();
     void ConnectSession();
@@ -65,6 +68,7 @@ private:
     void ShowChild(ui::ChildWindow* child);
     void ShowParameterList();
     void ShowRanges();
+    void MakeCalculator();
     void DockAll();        // mn_dock
     void SetGraphFree();   // mn_gri
     void MaximiseGraph();  // mn_ghm
@@ -75,6 +79,7 @@ private:
     void ShowBesideGraph(ui::ChildWindow* child, QWidget* content);
     void ShowAbout();
 
+    Application& application_;
     ui::Dialogs& dialogs_;
     Menus menus_;
     QMdiArea* area_;
@@ -89,6 +94,7 @@ private:
     ui::OptionsGraph* settings_ = nullptr;
     ui::Asymptoten* lines_ = nullptr;
     ui::Punkte* points_ = nullptr;
+    ui::MiniCalc* calculator_ = nullptr;  // made on first use
     ui::ChildWindow* terms_frame_ = nullptr;
     ui::ChildWindow* sliders_frame_ = nullptr;
     ui::ChildWindow* graph_frame_ = nullptr;
@@ -98,6 +104,7 @@ private:
     ui::ChildWindow* points_frame_ = nullptr;
     ui::ChildWindow* collection_frame_ = nullptr;
     ui::ChildWindow* description_frame_ = nullptr;
+    ui::ChildWindow* calculator_frame_ = nullptr;
     std::unique_ptr<Session> session_;
     std::unique_ptr<CollectionControl> collection_;
     std::unique_ptr<PlotCommands> commands_;

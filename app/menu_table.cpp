@@ -99,7 +99,7 @@ constexpr MenuEntry kMainMenu[] = {
     {"mn_winkum", "mn_grad", "Neugrad&maß (Vollwinkel = 400 grad)", Exclusive, ""},
 
     {"", "mn_win", "&Fenster", Menu, ""},
-    {"mn_win", "mn_calc", "&Taschenrechner", Command, "", kLater},
+    {"mn_win", "mn_calc", "&Taschenrechner", Command, "Ctrl+R"},
     {"mn_win", "mn_col", "&Sammlung", Command, ""},
     {"mn_win", "mnf_det", "Detaillierte Beschreibung", Command, ""},
     {"mn_win", "mn_asy", "G&eraden", Command, ""},
@@ -115,7 +115,7 @@ constexpr MenuEntry kMainMenu[] = {
     {"mn_win", "mn_ghm", "Graphfenster-H&öhe maximieren", Command, ""},
 
     {"", "mn_help", "&Hilfe", Menu, ""},
-    {"mn_help", "mn_hlpm", "Hilfe zum markierten Objekt", Command, "F1", kLater},
+    {"mn_help", "mn_hlpm", "Hilfe zum markierten Objekt", Command, "F1"},
     {"mn_help", "mn_about", "über Korvinth", Command, ""},
 };
 

@@ -15,6 +15,7 @@
 #include "ui/asymptoten.h"
 #include "ui/graphform.h"
 #include "ui/interform.h"
+#include "ui/minicalc.h"
 #include "ui/parameter_column.h"
 #include "ui/parameter_list.h"
 #include "ui/punkte.h"
@@ -115,7 +116,7 @@ void Session::DrawEntry(const document::CollectionEntry& entry)
 {
     std::string faults;
     AsOneStep([&] {
-        faults = document::FillPlot(entry, application_.Document());
+        faults = application_.TakeEntry(entry);
         FollowSettings();
         windows_.terms.init();
         Rebuild();
@@ -219,6 +220,7 @@ void Session::ShowReport(const document::PlotReport& report)
     windows_.ranges.updateall();
     additions_.FollowPlot();
     RedrawGraph();
+    RefreshCalculator();
     const std::string_view outcome = report.errors.empty() ? report.notes : report.errors;
     Q_EMIT outcomeChanged(outcome.empty() ? QStringLiteral("Ok.")
                                           : Text(WithoutSeparator(outcome)));
@@ -375,6 +377,7 @@ void Session::FollowSettings()
     windows_.lines.SetCommonColour(attributes.line_colour);
     View().SetZoomFactors({attributes.zoom_factor_x, attributes.zoom_factor_y});
     windows_.graph.SetSmooth(attributes.smooth_drawing);  // redraws
+    if (calculator_ != nullptr) calculator_->FollowSettings();
     Q_EMIT stateChanged();
 }
 
@@ -483,7 +486,17 @@ void Session::RereadRanges()
     }
 }
 
-void Session::RefreshCalculator() {}  // there is no calculator yet
+void Session::RefreshCalculator()
+{
+    if (calculator_ != nullptr) calculator_->Refresh();
+}
+
+// The settings file is written at once.
+void Session::TakeCalculatorPlaces(int places)
+{
+    application_.Document().attributes.calculator_places = places;
+    Q_EMIT settingsTouched();
+}
 
 document::Bounds Session::DisplayedXRange() const
 {

@@ -21,6 +21,7 @@ namespace korvinth::ui {
 class Asymptoten;
 class GraphForm;
 class InterForm;
+class MiniCalc;
 class ParameterColumn;
 class ParameterList;
 class Punkte;
@@ -96,6 +97,9 @@ public:
     void FollowSettings();
     void AskRowFont();  // of the term editor
     void TakeZoomFactors(const render::ZoomFactors& factors);
+    // The calculator follows the plot from now on; it outlives the session.
+    void SetCalculator(ui::MiniCalc& calculator) { calculator_ = &calculator; }
+    void TakeCalculatorPlaces(int places);
     // After the picture was drawn.
     void FollowRedraw() { additions_.FollowRedraw(); }
 
@@ -156,6 +160,7 @@ private:
     AnimationControl animation_;
     MouseCoupling coupling_;
     AdditionsControl additions_;
+    ui::MiniCalc* calculator_ = nullptr;  // made on first use
     document::PlotUndo undo_;
     document::PlotSnapshot before_drag_;    // of an additional point
     document::PlotSnapshot before_ranges_;  // that brought new parameters

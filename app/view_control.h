@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "document/plot_document.h"
+#include "document/plot_entry.h"
 #include "render/view_history.h"
 #include "render/view_range.h"
 #include "render/view_zoom.h"
@@ -59,6 +60,9 @@ public:
     // Reads the document's range texts: on behalf of a rebuild, so without history or redraw. The
     // faults, "" when all are taken; tells whether a range has changed.
     std::string ReadRanges(bool& changed);
+    // Displays the ranges of an entry whose texts are in the document, as far as they can be, past
+    // the history and without redrawing. ReadRanges follows.
+    void TakeStated(const document::DisplayedRanges& stated);
     // Sets the state of the parameters that the ranges' terms use; ReadRanges does it as well.
     void MarkParameters();
     // A parameter has a new value: reads the ranges whose terms use it, if any, past the history

@@ -86,6 +86,32 @@ std::string ViewControl::ReadRanges(bool& changed)
     return faults;
 }
 
+void ViewControl::TakeStated(const document::DisplayedRanges& stated)
+{
+    const ViewRange before = view_;
+    view_.x_min = stated.x_lower;
+    view_.x_max = stated.x_upper;
+    view_.y_min = stated.y_lower;
+    view_.y_max = stated.y_upper;
+    view_.t_min = stated.t_lower;
+    view_.t_max = stated.t_upper;
+    if (!CanBeDisplayed(view_)) {
+        view_ = before;
+        return;
+    }
+    const ViewRange unscaled = view_;
+    y_is_free_ = LeftToView(Entry(RangeAxis::Y), document_.ranges);
+    const document::KeptRatio kept = document_.attributes.kept_ratio;
+    if (kept == document::KeptRatio::Y) {
+        ScaleXLikeY();
+    } else if (kept == document::KeptRatio::X || y_is_free_) {
+        ScaleYLikeX();
+    }
+    if (!CanBeDisplayed(view_)) view_ = unscaled;
+    StateByNumbers(unscaled);
+    UpdateMapping();
+}
+
 void ViewControl::MarkParameters()
 {
     for (const AxisEntry& entry : kAxes) ForgetParameters(entry.state_bit);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 
 #include "document/integral_term.h"
 #include "document/number_text.h"
@@ -61,12 +62,19 @@ std::string CalculatorLine(term::MathParser& parser, const PlotDocument& documen
     const double value = parser.EvalText(translated);
     const term::Error error = parser.GetError();
     if (error == term::Error::UndefinedVariable) return std::string(kSyntax);
-    if (error != term::Error::None) return "Error: " + parser.ErrorText();
+    if (error != term::Error::None) return std::string(kCalculatorError) + parser.ErrorText();
     if (CallsIntegralFunction(document, translated)) {
-        return "Error: " + std::string(kIntegralNotAlone);
+        return std::string(kCalculatorError).append(kIntegralNotAlone);
     }
     if (!std::isfinite(value)) return std::string(kOverflow);
     return GeneralNumberText(RoundToPlaces(value, places));
+}
+
+std::optional<int> DecimalPlacesOf(term::MathParser& parser, std::string_view text)
+{
+    const std::int64_t places = RoundHalfEven(EvalNumberField(parser, text));
+    if (places < 0 || places > kMostDecimalPlaces) return std::nullopt;
+    return static_cast<int>(places);
 }
 
 }  // namespace korvinth::document

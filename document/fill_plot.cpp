@@ -134,6 +134,12 @@ public:
         return messages_.Text();
     }
 
+    void TakeRangesOnly()
+    {
+        ForEachLine(entry_[Column::Ranges], [this](std::string_view line) { TakeLine(line); });
+        TakeRanges();
+    }
+
 private:
     void Clear()
     {
@@ -469,6 +475,26 @@ private:
 std::string FillPlot(const CollectionEntry& entry, PlotDocument& plot)
 {
     return EntryReader(entry, plot).Run();
+}
+
+DisplayedRanges StatedRanges(const CollectionEntry& entry, const DisplayedRanges& others)
+{
+    PlotDocument stated;
+    for (const RangeAxisLine& axis : kRangeLines) {
+        stated.ranges.*axis.lower = stated.ranges.*axis.upper = "";
+    }
+    CollectionEntry numbers;
+    ForEachLine(entry[Column::Ranges], [&numbers](std::string_view line) {
+        if (line.find('$') == line.npos) numbers.Append(Column::Ranges, line);
+    });
+    EntryReader(numbers, stated).TakeRangesOnly();
+    const auto number = [](const std::string& text, double other) {
+        return text.empty() ? other : LeadingNumber(text);
+    };
+    const RangeTexts& texts = stated.ranges;
+    return {number(texts.x_lower, others.x_lower), number(texts.x_upper, others.x_upper),
+            number(texts.y_lower, others.y_lower), number(texts.y_upper, others.y_upper),
+            number(texts.t_lower, others.t_lower), number(texts.t_upper, others.t_upper)};
 }
 
 }  // namespace korvinth::document

@@ -31,4 +31,8 @@ inline constexpr std::size_t kMostParameterNames = 1'000;
 // wrong with lines of the entry, one German message each; the rest is taken.
 std::string FillPlot(const CollectionEntry& entry, PlotDocument& plot);
 
+// The ranges that the entry states as numbers; one that it does not state, or wrongly, is that of
+// `others`.
+DisplayedRanges StatedRanges(const CollectionEntry& entry, const DisplayedRanges& others);
+
 }  // namespace korvinth::document

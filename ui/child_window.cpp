@@ -109,6 +109,9 @@ ChildWindow::ChildWindow(QWidget* content)
     layout->addWidget(bar_);
     layout->addWidget(content, 1);
     setWidget(frame);
+    // A content that holds its size holds that of the window.
+    frame->layout()->setSizeConstraint(QLayout::SetMaximumSize);
+    QMdiSubWindow::layout()->setSizeConstraint(QLayout::SetMaximumSize);
     grip_ = new QSizeGrip(frame);
     grip_->hide();
     setFocusProxy(nullptr);
@@ -128,11 +131,40 @@ ChildWindow::ChildWindow(QWidget* content)
 
 void ChildWindow::SetFree(bool free)
 {
+    free_ = free;
     bar_->SetDraggable(free);
     bar_->setCursor(free ? Qt::SizeAllCursor : Qt::ArrowCursor);
     grip_->setVisible(free);
     widget()->layout()->setContentsMargins(free ? 1 : 0, free ? 1 : 0, 1, 1);
     grip_->raise();
+    RaiseFreeWindows();
+}
+
+// Whenever a docked window is raised, the free ones go back above it: a click into the graph would
+// hide a small window for good.
+bool ChildWindow::event(QEvent* event)
+{
+    const bool handled = QMdiSubWindow::event(event);
+    if (event->type() == QEvent::ZOrderChange && !free_) RaiseFreeWindows();
+    return handled;
+}
+
+void ChildWindow::RaiseFreeWindows() const
+{
+    if (parentWidget() == nullptr) return;
+    QList<ChildWindow*> free_windows;  // the children stand in the order of their stacking
+    bool covered = false;
+    for (QObject* sibling : parentWidget()->children()) {
+        auto* window = qobject_cast<ChildWindow*>(sibling);
+        if (window == nullptr) continue;
+        if (window->free_) {
+            free_windows.append(window);
+        } else {
+            covered = covered || !free_windows.isEmpty();
+        }
+    }
+    if (!covered) return;
+    for (ChildWindow* window : free_windows) window->raise();
 }
 
 int ChildWindow::HeightFor(int content_height) const

@@ -47,7 +47,8 @@ public:
     explicit ChildWindow(QWidget* content);
 
     QWidget* Content() const { return content_; }
-    // A free window can be moved by its title and sized by its lower right corner.
+    // A free window can be moved by its title and sized by its lower right corner, as far as its
+    // content allows. It stays above those that are not free.
     void SetFree(bool free);
     // Esc closes it, unless its content has another use for the key at the moment.
     void SetClosedByEsc() { closed_by_esc_ = true; }
@@ -60,17 +61,20 @@ Q_SIGNALS:
     void hidden();
 
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void RaiseFreeWindows() const;  // all of the area, in their order
     // The first of the content in the order of the tab key, nullptr when it has none.
     QWidget* FirstControl() const;
 
     QWidget* content_;
     SlimTitleBar* bar_;
     QSizeGrip* grip_;
+    bool free_ = false;
     bool closed_by_esc_ = false;
 };
 

@@ -45,6 +45,11 @@ protected:
     {
         return window_.findChild<T*>(name);
     }
+    template <class T>
+    T* Find(const char* name, const char* child_window)
+    {
+        return Find(child_window)->template findChild<T*>(name);
+    }
     QLineEdit* Row(int row) { return Find<QLineEdit>(QStringLiteral("fnam[%1]").arg(row)); }
     void Type(int row, const char* text)
     {
@@ -336,7 +341,7 @@ TEST_F(MainWindowTest, ARangeMayNameAParameterAndFollowsItsSlider)
 TEST_F(MainWindowTest, EscClosesAToolWindowAndTheKeysGoBackToWhereTheyCameFrom)
 {
     Show();
-    for (const char* entry : {"mn_inter", "mn_spal", "mn_asy", "mn_punkt"}) {
+    for (const char* entry : {"mn_inter", "mn_spal", "mn_asy", "mn_punkt", "mn_calc"}) {
         SCOPED_TRACE(entry);
         Row(2)->setFocus();
         Trigger(entry);
@@ -373,7 +378,8 @@ TEST_F(MainWindowTest, MnemonicsOfAWindowClashNeitherWithEachOtherNorWithTheMenu
     for (const QAction* menu : window_.menuBar()->actions()) {
         menus.insert(menu->text()[menu->text().indexOf('&') + 1].toLower());
     }
-    for (const char* name : {"interform", "Parameter", "Asymptoten", "Punkte"}) {
+    Trigger("mn_calc");
+    for (const char* name : {"interform", "Parameter", "Asymptoten", "Punkte", "minicalc"}) {
         SCOPED_TRACE(name);
         std::set<QChar> taken = menus;
         EXPECT_FALSE(Mnemonics(*Find(name)).empty());
@@ -509,7 +515,70 @@ TEST_F(MainWindowTest, CtrlTabGoesRoundTheWindows)
                                                  "sammlung_frame", "termform_frame"}));
 }
 
-// What has the focus says its name, or shows it.
+TEST_F(MainWindowTest, TheCalculatorFollowsThePlot)
+{
+    Show();
+    Type(0, "f(x)=a*x");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_R, Qt::ControlModifier);
+    auto* term = Find<QLineEdit>("Text1", "minicalc");
+    auto* line = Find<QLabel>("Label1", "minicalc");
+    EXPECT_EQ(QApplication::focusWidget(), term);
+    QTest::keyClicks(term, "f(2)+sin(90)*0");
+    QTest::keyClick(term, Qt::Key_Return);
+    EXPECT_EQ(line->text(), "2");
+    QTest::keyClick(Find("para[26]")->findChild<QSlider*>("HScroll1"), Qt::Key_PageUp);
+    EXPECT_EQ(line->text(), "4") << "the slider";
+    Type(0, "f(x)=a*x^3");
+    EXPECT_EQ(line->text(), "16") << "an applied plot";
+    Trigger("mn_undo");
+    EXPECT_EQ(line->text(), "4");
+    term->setText("sin(90)");
+    Trigger("mn_deg");
+    EXPECT_EQ(line->text(), "4") << "what is being typed has no result yet";
+    QTest::keyClick(term, Qt::Key_Return);
+    EXPECT_EQ(line->text(), "1");
+    Trigger("mn_rad");
+    EXPECT_EQ(line->text(), "0.894") << "the angle mode";
+    QTest::keyClick(term, Qt::Key_Escape);
+    EXPECT_FALSE(term->isVisible());
+    Trigger("mn_calc");
+    EXPECT_EQ(term->text(), "sin(90)") << "kept between openings";
+}
+
+TEST_F(MainWindowTest, FreeWindowsStayAboveTheDockedOnes)
+{
+    Show();
+    for (const char* entry : {"mn_spal", "mn_asy", "mn_calc", "mn_asy"}) Trigger(entry);
+    const auto stack = [this] {
+        std::vector<std::string> names;
+        for (const QMdiSubWindow* window :
+             Find<QMdiArea>("area")->subWindowList(QMdiArea::StackingOrder)) {
+            if (window->isVisible()) names.push_back(window->objectName().toStdString());
+        }
+        return names;
+    };
+    const std::vector<std::string> free = {"Parameter_frame", "minicalc_frame", "Asymptoten_frame"};
+    const auto top = [&](std::size_t count) {
+        const std::vector<std::string> names = stack();
+        return std::vector<std::string>(names.end() - static_cast<std::ptrdiff_t>(count),
+                                        names.end());
+    };
+    EXPECT_EQ(top(3), free);
+    for (const char* docked : {"mn_graph", "mn_term"}) {
+        SCOPED_TRACE(docked);
+        Trigger(docked);
+        EXPECT_EQ(top(3), free);
+    }
+    QTest::mouseClick(Find("graphform"), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+    EXPECT_EQ(Find<QMdiArea>("area")->activeSubWindow()->objectName(), "graphform_frame");
+    EXPECT_EQ(top(3), free);
+    Trigger("mn_gri");
+    Trigger("mn_graph");
+    EXPECT_EQ(top(1), std::vector<std::string>{"graphform_frame"}) << "it is free itself";
+    Trigger("mn_dock");
+    EXPECT_EQ(top(3), free);
+}
+
 // The mechanics of a composed control, which speaks for them.
 bool IsInner(const QWidget& widget)
 {
@@ -536,6 +605,7 @@ TEST_F(MainWindowTest, EveryControlHasANameAndADescriptionForThoseWhoListen)
     Show();
     Type(0, "f(x)=a*x");
     Trigger("mn_spal");
+    Trigger("mn_calc");
     QTest::mouseClick(Find("para[26]")->findChild<QWidget*>("Image1"), Qt::RightButton);
     ASSERT_NE(Find("Dialog"), nullptr);
     int controls = 0;

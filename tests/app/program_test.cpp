@@ -290,6 +290,19 @@ TEST_F(ProgramTest, SettingsComeBackAndDefaultsAreWrittenAtOnce)
     EXPECT_NE(Content("Korvinth.ini"), before);
 }
 
+TEST_F(ProgramTest, TheCalculatorsPlacesAreWrittenAtOnce)
+{
+    Start();
+    Trigger("mn_calc");
+    const auto field = [this] { return Find<QWidget>("minicalc")->findChild<QLineEdit*>("Text2"); };
+    field()->setText("7");
+    QTest::keyClick(field(), Qt::Key_Return);
+    Kill();
+    Start();
+    Trigger("mn_calc");
+    EXPECT_EQ(field()->text(), "7");
+}
+
 TEST_F(ProgramTest, WorksWithoutAFolderForItsFiles)
 {
     Put("file", "");

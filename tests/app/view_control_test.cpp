@@ -387,5 +387,42 @@ TEST(ApplicationRanges, AParameterOfARangeIsMarkedAfterARebuild)
     EXPECT_EQ(plot.FindParameter("a")->state, document::kInXRange);
 }
 
+TEST(EntryRanges, DoNotDependOnWhatWasDisplayedBefore)
+{
+    struct Case
+    {
+        std::string_view behaviour, ranges, attributes;
+        double x_centre, y_centre, width, height;
+    };
+    // The area is twice as wide as high.
+    const Case cases[] = {
+        {"numbers", "x[0;4]\r\ny[2;10]", "r=0", 2, 6, 4, 8},
+        {"a y-range left to the view", "x[0;4]\r\ny[2;10]\r\ny$[;]", "r=0", 2, 6, 4, 2},
+        {"y follows x", "x[0;4]\r\ny[2;10]", "r=1", 2, 6, 4, 2},
+        {"x follows y", "x[0;4]\r\ny[2;10]", "r=2", 2, 6, 16, 8},
+    };
+    for (const Case& row : cases) {
+        for (const std::string_view before :
+             {"x[-10;10]\r\ny[-5;5]", "x[0;4]\r\ny[-9;8]", "x[5;6]\r\ny[2;10]"}) {
+            SCOPED_TRACE(std::string(row.behaviour) + " after " + std::string(before));
+            Application application;
+            application.SetAreaSize(400, 200);
+            for (const std::string_view ranges : {before, row.ranges}) {
+                document::CollectionEntry entry;
+                entry.Set(document::Column::Ranges, std::string(ranges));
+                const bool last = ranges == row.ranges;
+                entry.Set(document::Column::Attributes, last ? std::string(row.attributes) : "r=0");
+                EXPECT_EQ(application.TakeEntry(entry), "");
+                EXPECT_EQ(application.Apply().errors, "");
+            }
+            const render::ViewRange& view = application.View();
+            EXPECT_NEAR((view.x_min + view.x_max) / 2, row.x_centre, 1e-9);
+            EXPECT_NEAR((view.y_min + view.y_max) / 2, row.y_centre, 1e-9);
+            EXPECT_NEAR(view.x_max - view.x_min, row.width, 1e-9);
+            EXPECT_NEAR(view.y_max - view.y_min, row.height, 1e-9);
+        }
+    }
+}
+
 }  // namespace
 }  // namespace korvinth::app

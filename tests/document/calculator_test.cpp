@@ -1,6 +1,7 @@
 #include "document/calculator.h"
 
 #include <limits>
+#include <optional>
 
 #include "plot_fixture.h"
 
@@ -61,6 +62,37 @@ TEST_F(CalculatorTest, ShowsTheRoundedValueOrTheError)
     for (const LineCase& row : kLineCases) {
         SCOPED_TRACE(row.behaviour);
         EXPECT_EQ(CalculatorLine(parser, document, row.term, row.places), row.line);
+    }
+}
+
+// Deliberate: a text without a value asks for no places.
+TEST_F(CalculatorTest, ANumberOfPlacesIsATermFrom0To22)
+{
+    struct Case
+    {
+        std::string_view text;
+        std::optional<int> places;
+    };
+    constexpr Case kCases[] = {
+        {"0", 0},
+        {"22", 22},
+        {"2*3", 6},
+        {"1,5", 2},
+        {"2,5", 2},
+        {"-0,5", 0},
+        {"22,5", 22},
+        {"a+1", 2},
+        {"", 0},
+        {"drei", 0},
+        {"1/0", 0},
+        {"23", std::nullopt},
+        {"-1", std::nullopt},
+        {"1E300", std::nullopt},
+        {"10^400", std::nullopt},
+    };
+    for (const Case& row : kCases) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(DecimalPlacesOf(parser, row.text), row.places);
     }
 }
 
