@@ -11,6 +11,7 @@
 #include "document/plot_entry.h"
 #include "render/drawing_surface.h"
 #include "render/graph_probe.h"
+#include "render/graph_trace.h"
 #include "render/redraw_gate.h"
 #include "render/renderer.h"
 #include "render/view_range.h"
@@ -83,6 +84,9 @@ public:
         return render::ProbeGraphs(document_, parser_, View(), area_x, area_y);
     }
 
+    // The mark that keys move along the graphs of the screen's picture.
+    render::GraphTrace& Trace() { return trace_; }
+
     // Steps between the samples of a slot's graph.
     int SampleCount(document::SlotIndex slot) const { return renderer_.SampleCount(slot); }
 
@@ -104,6 +108,7 @@ private:
     ApplyHooks* windows_ = nullptr;
     render::RedrawGate redraw_gate_;
     render::Renderer renderer_{document_, parser_, views_.View(), redraw_gate_};
+    render::GraphTrace trace_{document_, parser_, views_.View()};
 };
 
 }  // namespace korvinth::app

@@ -14,6 +14,7 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "render/picture_text.h"
 #include "ui/asymptoten.h"
 #include "ui/child_window.h"
 #include "ui/graphform.h"
@@ -55,7 +56,7 @@ MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* 
     statusBar()->setObjectName("statusbar");
     // A label of its own: a message of the status bar would go when a menu opens.
     outcome_->setObjectName("outcome");
-    outcome_->setAccessibleName("Ergebnis");
+    outcome_->setAccessibleDescription("Was beim letzten Zeichnen herauskam");
     outcome_->setTextFormat(Qt::PlainText);
     outcome_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     outcome_->setContentsMargins(6, 0, 0, 0);
@@ -100,6 +101,9 @@ void MainWindow::MakeChildren(Application& application)
         this);
     graphform_->SetProbe(
         [&application](double x, double y) { return application.ProbeGraphs(x, y); });
+    graphform_->SetTrace(&application.Trace());
+    graphform_->SetDescription(
+        [&application] { return render::PictureText(application.Document(), application.View()); });
     parameter_list_ = new ui::ParameterList(this);
     interform_ = new ui::InterForm(application.Document(), view.View(), view, this);
 
@@ -239,6 +243,7 @@ void MainWindow::MakeShortcuts()
 void MainWindow::ShowOutcome(const QString& outcome)
 {
     outcome_->setText(outcome);
+    outcome_->setAccessibleName("Ergebnis: " + outcome);
     outcome_->setToolTip("<p>" + outcome.toHtmlEscaped() + "</p>");
 }
 

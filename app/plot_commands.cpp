@@ -103,6 +103,10 @@ void PlotCommands::ConnectView()
     On("mn_verhx", [this] { ChooseKeptRatio(KeptRatio::X); });
     On("mn_verhy", [this] { ChooseKeptRatio(KeptRatio::Y); });
     On("mng_move", [this] { ToggleMode(ui::PointerMode::Move); });
+    for (const char* const entry : {"mn_trace", "mng_trace"}) {
+        On(entry, [this] { ToggleTracing(); });
+    }
+    connect(&graph_, &ui::GraphForm::tracingChanged, this, &PlotCommands::ShowState);
     On("mng_zoom", [this] { ToggleMode(ui::PointerMode::ZoomFrame); });
 }
 
@@ -148,6 +152,15 @@ void PlotCommands::ToggleMode(ui::PointerMode mode)
     ShowState();
 }
 
+void PlotCommands::ToggleTracing()
+{
+    const bool tracing = !graph_.Tracing();
+    if (tracing) menus_.Entry("mn_graph").trigger();  // may be closed
+    graph_.setFocus();
+    graph_.SetTracing(tracing);
+    ShowState();
+}
+
 void PlotCommands::SetState(document::EditorState state)
 {
     const document::SlotIndex row = terms_.CurrentRow();
@@ -186,6 +199,8 @@ void PlotCommands::ShowState()
     menus_.SetChecked("mn_zoomtoggle", view.ClickZoomLocked());
     menus_.SetChecked("mng_move", graph_.Mode() == ui::PointerMode::Move);
     menus_.SetChecked("mng_zoom", graph_.Mode() == ui::PointerMode::ZoomFrame);
+    menus_.SetChecked("mn_trace", graph_.Tracing());
+    menus_.SetChecked("mng_trace", graph_.Tracing());
     menus_.SetEnabled("mng_back", !view.History().Empty());
     const bool terms_shown = terms_.State() == document::EditorState::Terms;
     menus_.SetEnabled("mng_terms", !terms_shown);

@@ -28,6 +28,7 @@ private:
     void ConnectRow();
     void ChooseKeptRatio(KeptRatio ratio);
     void ToggleMode(ui::PointerMode mode);
+    void ToggleTracing();
     void SetState(document::EditorState state);
 
     void ShowState();

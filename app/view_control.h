@@ -90,7 +90,7 @@ public:
     void CancelDrag() override;
     void scrlr(std::int16_t percent) override;
     void scrud(std::int16_t percent) override;
-    void ScrollByKey(std::int16_t percent_x, std::int16_t percent_y) override;
+    void ScrollByKey(double percent_x, double percent_y) override;
     void ZoomByKey(int steps) override;
     void einszueins(render::ClickButton button) override;
     void UseStandardRange() override;

@@ -136,7 +136,7 @@ void ViewControl::ZoomByKey(int steps)
     });
 }
 
-void ViewControl::ScrollByKey(std::int16_t percent_x, std::int16_t percent_y)
+void ViewControl::ScrollByKey(double percent_x, double percent_y)
 {
     Gesture(Run::Keys, [=](ViewRange& view) { MoveByPercent(view, percent_x, percent_y); });
 }

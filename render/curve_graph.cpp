@@ -26,17 +26,6 @@ constexpr double kFarthest = 1e150;
 constexpr AreaPoint kNowhere{std::numeric_limits<double>::quiet_NaN(),
                              std::numeric_limits<double>::quiet_NaN()};
 
-double BoundOr(const document::PlotDocument& document, std::string_view bound, double otherwise,
-               term::MathParser& parser)
-{
-    const std::string term = term::ReplaceAll(document.Translate(bound), " ", "");
-    if (term.empty()) return otherwise;
-    const double value = parser.EvalText(term);
-    const bool usable = parser.GetError() == term::Error::None && std::isfinite(value);
-    parser.EvalText("");
-    return usable ? value : otherwise;
-}
-
 // Draws the segments of a curve that are inside the band, each run of them as one line.
 class BandPen
 {

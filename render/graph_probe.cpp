@@ -8,6 +8,7 @@
 
 #include "document/integral_sum.h"
 #include "render/curve_graph.h"
+#include "render/graph_value.h"
 #include "render/pointer_text.h"
 #include "render/renderer.h"
 #include "render/sampling.h"
@@ -23,38 +24,18 @@ class NearGraph
 public:
     NearGraph(const document::PlotDocument& document, term::MathParser& parser,
               const ViewRange& view, document::SlotIndex index, const FunctionSlot& slot)
-        : parser_(parser),
-          view_(view),
-          argument_(document.variables.x),
-          sampling_(checkdef(document, slot, DefaultSampleCount(view), view, parser))
+        : view_(view),
+          sampling_(checkdef(document, slot, DefaultSampleCount(view), view, parser)),
+          value_(document, parser, index, sampling_.dx)
     {
-        parser_.SetVariableValue(document.variables.sw, sampling_.dx);
-        if (slot.integral_term.empty()) {
-            term_ = parser_.Parse(slot.parser_term);
-        } else {
-            integrand_ = slot.integral_term;
-            lower_bound_ = document.parameters[document::LowerBoundParameter(index)].value;
-            rule_ = document::RuleOf(document.attributes, parser_, 1);
-        }
     }
-    ~NearGraph()
-    {
-        parser_.ReleaseExpr(term_);
-        parser_.EvalText("");
-    }
-    NearGraph(const NearGraph&) = delete;
-    NearGraph& operator=(const NearGraph&) = delete;
 
     std::optional<double> Value(double x)
     {
         // Half a pixel more, since the pointer's x is rounded.
         const double margin = PixelWidth(view_) / 2;
         if (x < sampling_.first_x - margin || x > sampling_.last_x + margin) return std::nullopt;
-        if (!integrand_.empty()) return Sum(x);
-        parser_.SetVariableValue(argument_, x);
-        const double y = parser_.Evaluate(term_);
-        if (parser_.GetError() != term::Error::None || !std::isfinite(y)) return std::nullopt;
-        return y;
+        return value_.At(x);
     }
 
     // Pixels from the place to the nearest piece of the graph.
@@ -74,18 +55,6 @@ public:
     }
 
 private:
-    // The integral to x, in steps as wide as those of the drawing.
-    std::optional<double> Sum(double x)
-    {
-        constexpr double kMostSteps = 100'000;  // a pointer that moves does not wait for more
-        const document::RowGrid place{x, sampling_.dx, 1};
-        if (!(IntegralSteps(place, rule_, lower_bound_) <= kMostSteps)) return std::nullopt;
-        const double sum =
-            SumIntegral(parser_, argument_, integrand_, lower_bound_, place, rule_).front();
-        if (!std::isfinite(sum)) return std::nullopt;
-        return sum;
-    }
-
     // From the origin to the piece between (dx - 1, from) and (dx, to).
     static double DistanceToPiece(double dx, double from, double to)
     {
@@ -94,14 +63,9 @@ private:
         return std::hypot(dx - 1 + along, from + along * rise);
     }
 
-    term::MathParser& parser_;
     const ViewRange& view_;
-    term::VariableHandle argument_;
     Sampling sampling_;
-    term::ExprHandle term_{};
-    std::string integrand_;  // of an integral function
-    double lower_bound_ = 0;
-    document::IntegralRule rule_;
+    GraphValue value_;
 };
 
 // World coordinates of one part of a curve at every sample, NaN where it has none.
@@ -139,7 +103,6 @@ std::optional<ProbedPoint> ProbeCurve(const document::PlotDocument& document,
 {
     const FunctionSlot& slot = document.slots[x_part];
     const document::SlotIndex y_part{slot.curve_link};
-    if (document.slots[y_part].parser_term.empty()) return std::nullopt;
     const CurveSampling sampling =
         SampleCurve(document, slot, DefaultSampleCount(view), view, parser);
     parser.SetVariableValue(document.variables.sw, sampling.step);
@@ -172,6 +135,21 @@ std::optional<ProbedPoint> ProbeCurve(const document::PlotDocument& document,
 
 }  // namespace
 
+std::vector<document::SlotIndex> GraphsToReadOff(const document::PlotDocument& document)
+{
+    std::vector<document::SlotIndex> graphs;
+    for (const document::SlotIndex index : document::AllSlots()) {
+        const FunctionSlot& slot = document.slots[index];
+        if (!slot.visible || slot.parser_term.empty() || !HasInk(document, index)) continue;
+        const GraphKind kind = KindOf(slot);
+        if (kind == GraphKind::CurveYPart) continue;
+        const document::SlotIndex last_part =
+            kind == GraphKind::CurveXPart ? document::SlotIndex{slot.curve_link} : index;
+        if (!document.slots[last_part].parser_term.empty()) graphs.push_back(index);
+    }
+    return graphs;
+}
+
 std::optional<ProbedPoint> ProbeGraphs(const document::PlotDocument& document,
                                        term::MathParser& parser, const ViewRange& view,
                                        double area_x, double area_y)
@@ -181,12 +159,9 @@ std::optional<ProbedPoint> ProbeGraphs(const document::PlotDocument& document,
     const double x = PointedX(view, area_x);
     std::optional<ProbedPoint> found;
     double nearest = kProbeReach;
-    for (const document::SlotIndex index : document::AllSlots()) {
+    for (const document::SlotIndex index : GraphsToReadOff(document)) {
         const FunctionSlot& slot = document.slots[index];
-        if (!slot.visible || slot.parser_term.empty() || !HasInk(document, index)) continue;
-        const GraphKind kind = KindOf(slot);
-        if (kind == GraphKind::CurveYPart) continue;
-        if (kind == GraphKind::CurveXPart) {
+        if (KindOf(slot) == GraphKind::CurveXPart) {
             const auto point = ProbeCurve(document, parser, view, index, area_x, area_y, nearest);
             if (point) found = point;
             continue;

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "document/plot_document.h"
 #include "document/slots.h"
@@ -14,7 +15,7 @@ namespace korvinth::render {
 // Pixels between pointer and graph.
 inline constexpr double kProbeReach = 6;
 
-// A point of a graph, in world units.
+// A point of a graph, in world units; a coordinate without a value is NaN.
 struct ProbedPoint
 {
     document::SlotIndex slot{};
@@ -26,6 +27,9 @@ struct ProbedPoint
     double t_step = 0;
     std::string y_function = {};
 };
+
+// The slots whose graphs are to be seen, a curve by its x-part.
+std::vector<document::SlotIndex> GraphsToReadOff(const document::PlotDocument& document);
 
 // The point on the visible graph nearest to a place in area units: on graphs of functions, integral
 // functions included, at the pointer's x, on curves the nearest one. Nothing when no graph is

@@ -1,12 +1,24 @@
 #include "render/pointer_text.h"
 
+#include <cmath>
+
 #include "document/number_text.h"
 #include "render/mark_label.h"
 
 namespace korvinth::render {
 namespace {
 
-// As numbers are written beside axes: decimal comma, minus sign, powers of ten.
+// "f(1,25) = 0,949"
+std::string ValueAt(const std::string& function, const std::string& argument, double value,
+                    double resolution)
+{
+    const std::string call = function + "(" + argument + ")";
+    if (std::isnan(value)) return call + " ist nicht definiert";
+    return call + " = " + Typeset(value, resolution);
+}
+
+}  // namespace
+
 std::string Typeset(double value, double resolution)
 {
     const std::string plain = document::RoundedText(value, resolution);
@@ -23,8 +35,6 @@ std::string Typeset(double value, double resolution)
     const auto exponent = static_cast<int>(document::LeadingNumber(plain.substr(mark + 1)));
     return text + "·10" + Superscript(exponent);
 }
-
-}  // namespace
 
 double PixelWidth(const ViewRange& view) { return view.twips_per_pixel_x / view.xmu; }
 double PixelHeight(const ViewRange& view) { return view.twips_per_pixel_y / view.ymu; }
@@ -45,13 +55,15 @@ std::string PointerText(const ViewRange& view, double area_x, double area_y)
 
 std::string ValueText(const ViewRange& view, const ProbedPoint& point)
 {
-    const std::string y = Typeset(point.y, PixelHeight(view) / 10);
+    const double x_resolution = PixelWidth(view) / 10;
+    const double y_resolution = PixelHeight(view) / 10;
     if (!point.t) {
-        return point.function + "(" + Typeset(point.x, PixelWidth(view)) + ") = " + y;
+        const std::string x = Typeset(point.x, PixelWidth(view));
+        return ValueAt(point.function, x, point.y, y_resolution);
     }
-    const std::string t = "(" + Typeset(*point.t, point.t_step) + ") = ";
-    return point.function + t + Typeset(point.x, PixelWidth(view) / 10) + "   " + point.y_function +
-           t + y;
+    const std::string t = Typeset(*point.t, point.t_step);
+    return ValueAt(point.function, t, point.x, x_resolution) + "   " +
+           ValueAt(point.y_function, t, point.y, y_resolution);
 }
 
 }  // namespace korvinth::render

@@ -13,6 +13,10 @@ namespace korvinth::render {
 double PixelWidth(const ViewRange& view);
 double PixelHeight(const ViewRange& view);
 
+// A number as beside axes, to the precision of `resolution`: decimal comma, minus sign, powers of
+// ten.
+std::string Typeset(double value, double resolution);
+
 // The x of a place in the area, rounded to what a pixel tells apart.
 double PointedX(const ViewRange& view, double area_x);
 
@@ -20,7 +24,7 @@ double PointedX(const ViewRange& view, double area_x);
 std::string PointerText(const ViewRange& view, double area_x, double area_y);
 
 // "f(1,25) = 0,949"; of a curve "x(0,5) = 1,756   y(0,5) = 0,959". Values have one digit more than
-// the picture shows.
+// the picture shows; "f(0) ist nicht definiert" where there is none.
 std::string ValueText(const ViewRange& view, const ProbedPoint& point);
 
 }  // namespace korvinth::render

@@ -28,6 +28,17 @@ double BoundIndex(const document::PlotDocument& document, std::string_view bound
 
 }  // namespace
 
+double BoundOr(const document::PlotDocument& document, std::string_view bound, double otherwise,
+               term::MathParser& parser)
+{
+    const std::string term = term::ReplaceAll(document.Translate(bound), " ", "");
+    if (term.empty()) return otherwise;
+    const double value = parser.EvalText(term);
+    const bool usable = parser.GetError() == term::Error::None && std::isfinite(value);
+    parser.EvalText("");
+    return usable ? value : otherwise;
+}
+
 int DefaultSampleCount(const ViewRange& view)
 {
     const double pixels = view.WidthInPixels();

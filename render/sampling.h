@@ -1,6 +1,8 @@
 // Where the samples of a function slot lie.
 #pragma once
 
+#include <string_view>
+
 #include "document/plot_document.h"
 #include "document/slots.h"
 #include "render/view_range.h"
@@ -23,6 +25,11 @@ struct Sampling
     double pixels_per_sample = 1;
     double shift = 0;  // world x between a sample's place and where a hatched term is evaluated
 };
+
+// The value of an interval's bound as typed; `otherwise` when it is empty or has none. Clears the
+// parser's error state.
+double BoundOr(const document::PlotDocument& document, std::string_view bound, double otherwise,
+               term::MathParser& parser);
 
 // One sample for each column of pixels.
 int DefaultSampleCount(const ViewRange& view);

@@ -56,6 +56,7 @@ Asymptoten::Asymptoten(Dialogs& dialogs, QWidget* parent)
     MakeInput(*layout);
     list_->setObjectName("List1");
     list_->setAccessibleName("Zusätzliche Geraden");
+    list_->setAccessibleDescription("F2 bearbeitet, die Leertaste blendet ein und aus");
     layout->addWidget(list_, 1);
     layout->addLayout(list_->MakeCommands([this] { ChooseColour(); }, [this] { remove(); }));
     list_->AddCommand("&Gemeinsame Farbe", {}, [this] { TakeCommonColour(); });
@@ -85,6 +86,7 @@ void Asymptoten::MakeInput(QVBoxLayout& layout)
     hint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     input_->setObjectName("Text1");
     input_->setAccessibleName("Neue Gerade");
+    input_->setAccessibleDescription(QString::fromUtf8(kHint));
     input_->setPlaceholderText("zum Beispiel y=2*x+1");
     auto* add = new QPushButton("Hin&zufügen", this);
     add->setObjectName("hinzu");

@@ -11,6 +11,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "ui/elided_label.h"
+
 namespace korvinth::ui {
 namespace {
 
@@ -30,15 +32,15 @@ QColor BarColour(const QPalette& palette, bool active)
 }  // namespace
 
 SlimTitleBar::SlimTitleBar(QWidget* parent)
-    : QWidget(parent), title_(new QLabel(this)), close_(new QToolButton(this))
+    : QWidget(parent), title_(new ElidedLabel(this)), close_(new QToolButton(this))
 {
     title_->setTextFormat(Qt::PlainText);
     title_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     close_->setText(QStringLiteral("×"));
     close_->setAutoRaise(true);
     close_->setFocusPolicy(Qt::NoFocus);  // the keyboard closes with Ctrl+W
-    close_->setToolTip(QStringLiteral("Fenster schließen"));
-    close_->setAccessibleName(QStringLiteral("Fenster schließen"));
+    close_->setToolTip(QStringLiteral("Fenster schließen (Strg+W)"));
+    close_->setAccessibleName(QStringLiteral("Schließen"));
     const int side = fontMetrics().height() + 2;
     close_->setFixedSize(side, side);
 

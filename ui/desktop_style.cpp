@@ -1,5 +1,6 @@
 #include "ui/desktop_style.h"
 
+#include <QPainter>
 #include <QPalette>
 #include <QStyleOption>
 #include <QStyleOptionButton>
@@ -8,6 +9,23 @@ namespace korvinth::ui {
 namespace {
 
 bool IsDark(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 128; }
+
+// High contrast, where no colour is darker than the window's.
+bool IsBlack(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 24; }
+
+void DrawOutline(QPainter& painter, const QRect& rect, const QStyleOption& option)
+{
+    if (!IsBlack(option.palette)) return;
+    QColor colour = option.palette.color(QPalette::WindowText);
+    constexpr float kStrength = 0.7F;  // less than that of text
+    colour.setAlphaF(kStrength);
+    painter.setPen(colour);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(rect.adjusted(0, 0, -1, -1));
+}
+
+// Then the style has drawn an outline already.
+bool HasKeys(const QStyleOption& option) { return (option.state & QStyle::State_HasFocus) != 0; }
 
 }  // namespace
 
@@ -29,6 +47,18 @@ int DesktopStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
     return QProxyStyle::styleHint(hint, option, widget, data);
 }
 
+void DesktopStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                      QPainter* painter, const QWidget* widget) const
+{
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_Slider || control == CC_ScrollBar) {
+        const SubControl handle = control == CC_Slider ? SC_SliderHandle : SC_ScrollBarSlider;
+        DrawOutline(*painter, proxy()->subControlRect(control, option, handle, widget), *option);
+    } else if ((control == CC_ComboBox || control == CC_SpinBox) && !HasKeys(*option)) {
+        DrawOutline(*painter, option->rect, *option);
+    }
+}
+
 void DesktopStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                  QPainter* painter, const QWidget* widget) const
 {
@@ -36,6 +66,8 @@ void DesktopStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     if (!box || button == nullptr || !IsDark(option->palette)) {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const bool outlined = element == PE_FrameLineEdit || element == PE_PanelButtonCommand;
+        if (outlined && !HasKeys(*option)) DrawOutline(*painter, option->rect, *option);
         return;
     }
     // Styles take the outline from a darkened window colour, which only shows on light ones.

@@ -6,7 +6,8 @@
 namespace korvinth::ui {
 
 // Menus higher than the screen scroll instead of breaking into columns that leave it; unmarked
-// boxes and the hints in empty fields are seen in dark colours, too.
+// boxes and the hints in empty fields are seen in dark colours, too; on black, fields, buttons and
+// the handles of sliders have outlines.
 class DesktopStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -15,6 +16,8 @@ public:
     void polish(QPalette& palette) override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* data) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                            QPainter* painter, const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
 };

@@ -1,14 +1,40 @@
 #include "ui/graph_area.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
 #include <utility>
 
 namespace korvinth::ui {
+namespace {
+
+constexpr auto kName = "Zeichenfläche";
+
+// A picture, whose value is what a mark on it says.
+class SpokenArea : public QAccessibleWidget
+{
+public:
+    explicit SpokenArea(GraphArea* area) : QAccessibleWidget(area, QAccessible::Graphic) {}
+
+    QString text(QAccessible::Text kind) const override
+    {
+        if (kind != QAccessible::Value) return QAccessibleWidget::text(kind);
+        return static_cast<const GraphArea*>(widget())->ToldValues();
+    }
+};
+
+QAccessibleInterface* MakeSpokenArea(const QString&, QObject* object)
+{
+    auto* area = qobject_cast<GraphArea*>(object);
+    return area == nullptr ? nullptr : new SpokenArea(area);
+}
+
+}  // namespace
 
 GraphArea::GraphArea(Draw draw, QWidget* parent) : QWidget(parent), draw_(std::move(draw))
 {
     setObjectName("Picture1");
-    setAccessibleName("Zeichenfläche");
+    QAccessible::installFactory(&MakeSpokenArea);
+    setAccessibleName(kName);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
@@ -48,6 +74,16 @@ void GraphArea::SetMark(std::optional<QPointF> mark)
     if (mark == mark_) return;
     mark_ = mark;
     update();
+}
+
+// The name too, since that of the control in hand is what all readers of screens speak.
+void GraphArea::TellValues(const QString& values)
+{
+    if (values == told_values_) return;
+    told_values_ = values;
+    setAccessibleName(values.isEmpty() ? QString(kName) : values);
+    QAccessibleValueChangeEvent changed(this, values);
+    QAccessible::updateAccessibility(&changed);
 }
 
 void GraphArea::paintEvent(QPaintEvent*)

@@ -1,4 +1,5 @@
-// The area `Picture1` of the graph window: shows an image and a mark on it.
+// The area `Picture1` of the graph window: shows an image and a mark on it, and tells in words what
+// they show.
 #pragma once
 
 #include <QImage>
@@ -27,6 +28,9 @@ public:
     bool Unfinished() const { return outdated_ || more_.isActive(); }
     void SetMark(std::optional<QPointF> mark);  // in pixels
     std::optional<QPointF> Mark() const { return mark_; }
+    // The values at a mark that keys move, heard when they change; "" without one.
+    void TellValues(const QString& values);
+    const QString& ToldValues() const { return told_values_; }
 
     QSize sizeHint() const override { return {640, 480}; }
 
@@ -46,6 +50,7 @@ private:
     QTimer more_;  // runs while there is more to draw
     bool outdated_ = false;
     std::optional<QPointF> mark_;
+    QString told_values_;
 };
 
 }  // namespace korvinth::ui

@@ -35,7 +35,7 @@ public:
     virtual void scrlr(std::int16_t percent) = 0;
     virtual void scrud(std::int16_t percent) = 0;
     // The same by keys, which is one entry of the history for a run of presses.
-    virtual void ScrollByKey(std::int16_t percent_x, std::int16_t percent_y) = 0;
+    virtual void ScrollByKey(double percent_x, double percent_y) = 0;
     // One step about the centre; positive zooms in.
     virtual void ZoomByKey(int steps) = 0;
 

@@ -272,8 +272,7 @@ bool GraphPointer::ScrollKey(const QKeyEvent& event)
         case Qt::Key_PageUp: of_page = kPagePercent; break;
         default: return false;
     }
-    gestures_.ScrollByKey(static_cast<std::int16_t>(percent_x),
-                          static_cast<std::int16_t>(percent_y));
+    gestures_.ScrollByKey(percent_x, percent_y);
     return true;
 }
 

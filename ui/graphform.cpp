@@ -19,6 +19,7 @@ namespace {
 constexpr int kScrollEnd = 100;  // percent of the view
 constexpr int kScrollStep = 10;
 constexpr int kScrollPage = 50;
+constexpr std::chrono::seconds kQuiet{1};
 
 // Its upper end stands for the positive values, for arrows, keys and wheel as well.
 class UprightScrollBar : public QScrollBar
@@ -70,6 +71,7 @@ GraphForm::GraphForm(const render::ViewRange& view, GraphGestures& gestures, Dra
       area_(new GraphArea(
           [this](QImage& image, bool anew, bool whole) { return Draw(image, anew, whole); }, this)),
       pointer_(new GraphPointer(*area_, view, gestures)),
+      tracer_(new GraphTracer(*area_, *pointer_, view, gestures)),
       hscroll_(new QScrollBar(Qt::Horizontal, this)),
       vscroll_(new UprightScrollBar(this)),
       readout_(new QLabel(this)),
@@ -83,6 +85,17 @@ GraphForm::GraphForm(const render::ViewRange& view, GraphGestures& gestures, Dra
     ArrangeControls();
     connect(area_, &GraphArea::resized, this, &GraphForm::areaResized);
     connect(area_, &GraphArea::drawn, this, &GraphForm::ShowReadout);
+    connect(area_, &GraphArea::drawn, &quiet_, qOverload<>(&QTimer::start));
+    quiet_.setSingleShot(true);
+    quiet_.setInterval(kQuiet);
+    connect(&quiet_, &QTimer::timeout, this, &GraphForm::Describe);
+    connect(tracer_, &GraphTracer::moved, this, &GraphForm::FollowTracing);
+    connect(tracer_, &GraphTracer::activeChanged, this, [this](bool tracing) {
+        if (!tracing) FollowTracing();
+        Q_EMIT tracingChanged(tracing);
+    });
+    connect(tracer_, &GraphTracer::refused, this,
+            [this] { readout_->setText("Es gibt keinen sichtbaren Graphen."); });
     connect(pointer_, &GraphPointer::moved, this, &GraphForm::FollowPointer);
     connect(pointer_, &GraphPointer::modeChanged, this, &GraphForm::modeChanged);
     connect(pointer_, &GraphPointer::plainClicked, this, &GraphForm::plainClicked);
@@ -93,9 +106,11 @@ void GraphForm::MakeControls()
 {
     hscroll_->setObjectName("HScroll1");
     hscroll_->setAccessibleName("nach links und rechts verschieben");
+    hscroll_->setAccessibleDescription("Verschiebt den dargestellten Bereich in x-Richtung");
     FollowScrollBar(*hscroll_, [this](std::int16_t percent) { gestures_.scrlr(percent); });
     vscroll_->setObjectName("VScroll1");
     vscroll_->setAccessibleName("nach oben und unten verschieben");
+    vscroll_->setAccessibleDescription("Verschiebt den dargestellten Bereich in y-Richtung");
     FollowScrollBar(*vscroll_, [this](std::int16_t percent) { gestures_.scrud(percent); });
 
     readout_->setObjectName("Label1");
@@ -156,6 +171,12 @@ void GraphForm::ClickZoomButton(render::ClickButton button, unsigned keys)
 
 void GraphForm::SetProbe(Probe probe) { probe_ = std::move(probe); }
 
+void GraphForm::SetDescription(Description description)
+{
+    description_ = std::move(description);
+    Describe();
+}
+
 void GraphForm::SetSmooth(bool smooth)
 {
     smooth_ = smooth;
@@ -201,20 +222,52 @@ void GraphForm::FollowPointer()
     ShowReadout();
 }
 
+// The mark that keys move goes before that of the pointer.
 void GraphForm::ShowReadout()
 {
+    if (const auto point = tracer_->Point()) {
+        const double x = view_.AreaX(point->x);
+        const double y = view_.AreaY(point->y);
+        ShowPoint(*point, render::PointerText(view_, x, y));
+        return;
+    }
     const std::optional<QPointF> place = pointer_->Place();
-    std::string text = place ? render::PointerText(view_, place->x(), place->y()) : "";
-    std::optional<QPointF> mark;
+    const std::string text = place ? render::PointerText(view_, place->x(), place->y()) : "";
     if (!text.empty() && Mode() == PointerMode::Plain && !pointer_->Busy() && probe_) {
         if (const auto point = probe_(place->x(), place->y())) {
-            text += "   " + render::ValueText(view_, *point);
-            mark = QPointF(view_.AreaX(point->x) / view_.twips_per_pixel_x,
-                           view_.AreaY(point->y) / view_.twips_per_pixel_y);
+            ShowPoint(*point, text);
+            return;
         }
     }
-    area_->SetMark(mark);
+    area_->SetMark({});
     readout_->setText(Text(text));
+}
+
+// `text` tells the place, and nothing when it lies outside the area.
+void GraphForm::ShowPoint(const render::ProbedPoint& point, std::string text)
+{
+    std::optional<QPointF> mark;
+    if (!text.empty()) {
+        text += "   ";
+        mark = QPointF(view_.AreaX(point.x) / view_.twips_per_pixel_x,
+                       view_.AreaY(point.y) / view_.twips_per_pixel_y);
+    }
+    area_->SetMark(mark);
+    readout_->setText(Text(text + render::ValueText(view_, point)));
+}
+
+void GraphForm::FollowTracing()
+{
+    ShowReadout();
+    const auto point = tracer_->Point();
+    area_->TellValues(point ? Text(render::ValueText(view_, *point)) : QString());
+}
+
+// Not for every picture of a moving one, which would be talked about without end.
+void GraphForm::Describe()
+{
+    if (description_) area_->setAccessibleDescription(Text(description_()));
+    FollowTracing();
 }
 
 }  // namespace korvinth::ui

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 #include <chrono>
 #include <functional>
@@ -10,10 +11,12 @@
 
 #include "render/drawing_surface.h"
 #include "render/graph_probe.h"
+#include "render/graph_trace.h"
 #include "render/qt/raster_surface.h"
 #include "render/view_range.h"
 #include "ui/graph_gestures.h"
 #include "ui/graph_pointer.h"
+#include "ui/graph_tracer.h"
 
 class QLabel;
 class QScrollBar;
@@ -32,6 +35,8 @@ public:
     using Pieces = std::function<bool()>;
     // Begins a picture.
     using Drawing = std::function<Pieces(render::DrawingSurface&)>;
+    // What the picture shows, in words.
+    using Description = std::function<std::string()>;
     // The point of a graph near a place of the area, if there is one.
     using Probe = std::function<std::optional<render::ProbedPoint>(double area_x, double area_y)>;
 
@@ -39,6 +44,10 @@ public:
     GraphForm(const render::ViewRange& view, GraphGestures& gestures, Drawing drawing,
               QWidget* parent = nullptr);
     void SetProbe(Probe probe);
+    // Asked for when nothing has changed for a second.
+    void SetDescription(Description description);
+    // The mark that keys move; outlives the window.
+    void SetTrace(render::GraphTrace* trace) { tracer_->SetTrace(trace); }
     // Outlives the window.
     void SetPointHandle(PointHandle* points) { pointer_->SetPointHandle(points); }
     // Antialiased, or by the exact pixel rules.
@@ -61,9 +70,14 @@ public:
     PointerMode Mode() const { return pointer_->Mode(); }
     void SetMode(PointerMode mode) { pointer_->SetMode(mode); }
 
+    // The arrow keys move the mark; the pointer has none meanwhile.
+    bool Tracing() const { return tracer_->Active(); }
+    void SetTracing(bool tracing) { tracer_->SetActive(tracing); }
+
 Q_SIGNALS:
     void areaResized();  // the picture is to be drawn for a new size
     void modeChanged(korvinth::ui::PointerMode mode);
+    void tracingChanged(bool tracing);
     void pointerMoved(double x, double y);  // world coordinates, in the plain mode
     void plainClicked();                    // left button, no key, in the plain mode
     // Right button, no key; `place` in area units.
@@ -77,6 +91,9 @@ private:
     void ClickZoomButton(render::ClickButton button, unsigned keys);
     void FollowPointer();
     void ShowReadout();
+    void ShowPoint(const render::ProbedPoint& point, std::string text);
+    void FollowTracing();
+    void Describe();
     bool Draw(QImage& image, bool anew, bool whole);
 
     bool smooth_ = true;
@@ -88,8 +105,11 @@ private:
     GraphGestures& gestures_;
     Drawing drawing_;
     Probe probe_;
+    Description description_;
+    QTimer quiet_;  // since the last change
     GraphArea* area_;
     GraphPointer* pointer_;
+    GraphTracer* tracer_;
     QScrollBar* hscroll_;
     QScrollBar* vscroll_;
     QLabel* readout_;

@@ -68,6 +68,7 @@ std::string TypedText(const QLineEdit& field, const std::string& term, double va
 void ShowAsFaulty(QLineEdit& field, const QString& fault)
 {
     field.setToolTip(fault.isEmpty() ? field.accessibleName() : fault);
+    field.setAccessibleDescription(fault.isEmpty() ? "Zahl oder Term, auch mit Parametern" : fault);
     field.setStyleSheet(fault.isEmpty() ? ""
                                         : "QLineEdit { border: 1px solid #C01C28; "
                                           "background: #FDECEA; color: #7A1016; }");
@@ -136,6 +137,7 @@ QLineEdit* InterForm::MakeField(const QString& name, const QString& caption)
     field->setObjectName(name);
     field->setAccessibleName(caption);
     KeepStorableTerm(*field);
+    ShowAsFaulty(*field, "");
     field->setMinimumHeight(field->sizeHint().height());  // also as a faulty one
     field->setMinimumWidth(kCharacters * fontMetrics().horizontalAdvance('0'));
     connect(field, &QLineEdit::returnPressed, this, &InterForm::TakeFields);
@@ -147,6 +149,7 @@ void InterForm::AddButtons(QGridLayout& layout)
 {
     auto* standard = new QPushButton("Sta&ndardbereich", this);
     standard->setObjectName("Command2");
+    standard->setToolTip("x von −10 bis 10, y im gleichen Maßstab um 0");
     connect(standard, &QPushButton::clicked, this, [this] {
         ForgetEdits();
         actions_.UseStandardRange();
@@ -161,6 +164,7 @@ void InterForm::AddButtons(QGridLayout& layout)
     });
     auto* take = new QPushButton("&Übernehmen", this);
     take->setObjectName("Command1");
+    take->setToolTip("Zeichnet den eingegebenen Bereich (Eingabetaste)");
     connect(take, &QPushButton::clicked, this, &InterForm::TakeFields);
     constexpr int kColumn = 3;
     int row = 1;  // below the captions

@@ -18,13 +18,13 @@ constexpr int kLinesOfMessage = 4;
 constexpr QColor kErrorText(0x8A, 0x0F, 0x12);
 constexpr QColor kErrorBackground(0xFB, 0xE3, 0xE4);
 
-QPushButton* MakeButton(QAction* command, const char* name)
+QPushButton* MakeButton(QAction* command, const char* name, const char* description)
 {
     auto* button = new QPushButton(command->text());
     button->setObjectName(QLatin1String(name));
     const QString key = command->shortcut().toString(QKeySequence::NativeText);
-    const QString caption = command->text().remove('&');
-    button->setToolTip(key.isEmpty() ? caption : caption + " (" + key + ")");
+    const QString tip = QString::fromUtf8(description);
+    button->setToolTip(key.isEmpty() ? tip : tip + " (" + key + ")");
     QObject::connect(button, &QPushButton::clicked, command, &QAction::trigger);
     return button;
 }
@@ -48,6 +48,7 @@ ItemList::ItemList(QWidget* parent) : QListWidget(parent)
     setTextElideMode(Qt::ElideRight);
     const int side = fontMetrics().height();
     setIconSize({2 * side, side});
+    setMinimumHeight(2 * side);  // on small screens the fields around it need the room
     connect(this, &QListWidget::itemChanged, this, &ItemList::Changed);
 }
 
@@ -131,10 +132,11 @@ QGridLayout* ItemList::MakeCommands(const std::function<void()>& choose_colour,
     QAction* deletion = AddCommand("&Löschen", QKeySequence(Qt::Key_Delete), remove);
     auto* buttons = new QGridLayout;
     buttons->setSpacing(6);
-    buttons->addWidget(MakeButton(up, "oben"), 0, 0);
-    buttons->addWidget(MakeButton(colour, "farbe"), 0, 1);
-    buttons->addWidget(MakeButton(down, "unten"), 1, 0);
-    buttons->addWidget(MakeButton(deletion, "weg"), 1, 1);
+    buttons->addWidget(MakeButton(up, "oben", "Rückt die gewählten Einträge nach oben"), 0, 0);
+    buttons->addWidget(MakeButton(colour, "farbe", "Ändert die Farbe der gewählten Einträge"), 0,
+                       1);
+    buttons->addWidget(MakeButton(down, "unten", "Rückt die gewählten Einträge nach unten"), 1, 0);
+    buttons->addWidget(MakeButton(deletion, "weg", "Löscht die gewählten Einträge"), 1, 1);
     return buttons;
 }
 
@@ -208,6 +210,7 @@ void ItemList::Changed(QListWidgetItem* item)
 MessageLine::MessageLine(QWidget* parent) : QLabel(parent)
 {
     setAccessibleName("Meldung");
+    setAccessibleDescription("Was an der Eingabe nicht stimmt");
     setTextFormat(Qt::PlainText);
     setTextInteractionFlags(Qt::TextSelectableByMouse);
     setWordWrap(true);
@@ -226,6 +229,7 @@ void MessageLine::ShowError(const QString& text)
     setPalette(colours);
     setAutoFillBackground(true);
     setText("⚠ " + text);
+    setAccessibleName("Meldung: " + text);
     setToolTip("<p>" + text.toHtmlEscaped() + "</p>");
     setVisible(!text.isEmpty());
 }

@@ -50,12 +50,15 @@ OptionsGraph::OptionsGraph(term::MathParser& parser, Dialogs& dialogs, QWidget* 
     setSizeGripEnabled(true);
 
     tabs_->setObjectName("pages");
+    tabs_->setAccessibleName("Seiten der Einstellungen");
+    tabs_->setAccessibleDescription("Die Pfeiltasten wechseln die Seite");
     AddPage(ColourPage(), "&Farben und Linien");
     AddPage(AxisPage(), "&Achsen");
     AddPage(DrawingPage(), "&Graphen");
 
     message_->setObjectName("message");
     message_->setAccessibleName("Meldung");
+    message_->setAccessibleDescription("Was an einer Eingabe nicht stimmt");
     message_->setTextFormat(Qt::PlainText);
     message_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     message_->setWordWrap(true);
@@ -70,6 +73,9 @@ OptionsGraph::OptionsGraph(term::MathParser& parser, Dialogs& dialogs, QWidget* 
     auto* defaults = buttons->addButton("&Voreinstellungen", QDialogButtonBox::ResetRole);
     ok->setObjectName("cmok");
     ok->setDefault(true);
+    ok->setAccessibleDescription("Behält die Einstellungen und schließt das Fenster");
+    cancel->setAccessibleDescription("Stellt die Einstellungen von vorher wieder her");
+    defaults->setAccessibleDescription("Setzt alle Felder auf die Werte eines neuen Programms");
     cancel->setObjectName("cmcancel");
     defaults->setObjectName("cmdefault");
     defaults->setAutoDefault(false);
@@ -214,6 +220,7 @@ void OptionsGraph::Mark(Setting setting, const std::string& refusal)
     message_->setPalette(colours);
     message_->setAutoFillBackground(true);
     message_->setText("⚠ " + Text(refusal));
+    message_->setAccessibleName("Meldung: " + Text(refusal));
 
     QPalette field_colours;
     field_colours.setColor(QPalette::Text, kErrorText);
@@ -227,6 +234,7 @@ void OptionsGraph::Unmark(QLineEdit* field)
     message_->setPalette({});
     message_->setAutoFillBackground(false);
     message_->clear();
+    message_->setAccessibleName("Meldung");
 }
 
 void OptionsGraph::ChooseColour(std::size_t row)

@@ -58,7 +58,7 @@ private:
     QComboBox* AddStepMode(QFormLayout* form, const char* name, const QString& caption,
                            document::AxisStep document::DisplayAttributes::*step);
     QCheckBox* AddFlag(QFormLayout* form, const char* name, const QString& caption,
-                       bool document::DisplayAttributes::*flag);
+                       const char* description, bool document::DisplayAttributes::*flag);
 
     QLineEdit* FieldOf(document::Setting setting) const
     {

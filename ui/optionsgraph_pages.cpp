@@ -85,6 +85,7 @@ void OptionsGraph::AddColour(QFormLayout* form, std::size_t row)
 {
     auto* button = new QPushButton(form->parentWidget());
     button->setObjectName(kColourRows[row].object);
+    button->setAccessibleDescription("Öffnet die Auswahl einer Farbe");
     button->setAutoDefault(false);
     const int height = button->fontMetrics().height();
     button->setIconSize({2 * height, height});
@@ -99,6 +100,7 @@ QComboBox* OptionsGraph::AddStepMode(QFormLayout* form, const char* name, const 
     auto* box = new QComboBox(form->parentWidget());
     box->setObjectName(name);
     box->setAccessibleName(WithoutMnemonic(caption));
+    box->setAccessibleDescription("Wie die Abstände der Marken auf der Achse bestimmt werden");
     box->addItems({"automatisch", "feste Schrittweite", "Vielfache von π"});
     connect(box, &QComboBox::activated, this, [this, step](int mode) {
         if (!edit_) return;
@@ -112,10 +114,11 @@ QComboBox* OptionsGraph::AddStepMode(QFormLayout* form, const char* name, const 
 }
 
 QCheckBox* OptionsGraph::AddFlag(QFormLayout* form, const char* name, const QString& caption,
-                                 bool Attributes::*flag)
+                                 const char* description, bool Attributes::*flag)
 {
     auto* box = new QCheckBox(caption, form->parentWidget());
     box->setObjectName(name);
+    box->setToolTip(description);
     box->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     connect(box, &QCheckBox::clicked, this, [this, flag](bool checked) {
         if (!edit_) return;
@@ -163,9 +166,14 @@ QWidget* OptionsGraph::DrawingPage()
     auto* page = new QWidget;
     QVBoxLayout* layout = PageLayout(page);
     QFormLayout* drawing = AddGroup(layout, "Zeichnung");
-    smooth_ = AddFlag(drawing, "smooth", "Glatt &zeichnen", &Attributes::smooth_drawing);
-    graph_names_ = AddFlag(drawing, "names", "&Namen der Graphen", &Attributes::graph_names);
+    smooth_ = AddFlag(drawing, "smooth", "Glatt &zeichnen",
+                      "Linien ohne Stufen; ohne Haken nach genauen Bildpunkten",
+                      &Attributes::smooth_drawing);
+    graph_names_ = AddFlag(drawing, "names", "&Namen der Graphen",
+                           "Der Name jeder Funktion steht am rechten Ende ihres Graphen",
+                           &Attributes::graph_names);
     constant_count_ = AddFlag(drawing, "constsamples", "Anzahl der x-Werte konstant &lassen",
+                              "Sonst richtet sie sich nach der Breite des Bildes",
                               &Attributes::constant_sample_count);
     AddField(drawing, Setting::SampleCount);
     AddField(drawing, Setting::NumericLimit);

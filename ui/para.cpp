@@ -227,6 +227,7 @@ void Para::init(const document::Parameter& parameter)
     // As rich text the tip wraps its lines.
     name_->setToolTip("<p>" + Text(parameter.caption).toHtmlEscaped() + "</p>");
     h_scroll1_->setToolTip(name_->toolTip());
+    h_scroll1_->setAccessibleDescription(Text(parameter.caption));
     ElideName();
     text1_->setAccessibleName(QStringLiteral("Untere Grenze von ") + title_);
     text2_->setAccessibleName(QStringLiteral("Obere Grenze von ") + title_);

@@ -59,11 +59,13 @@ ParameterList::ParameterList(QWidget* parent)
     family_parameter_->setAccessibleName(QStringLiteral("Scharparameter"));
     family_parameter_->setToolTip(
         QStringLiteral("Der Parameter, dessen Werte die Kurven einer Schar unterscheiden"));
+    functions_->setAccessibleDescription(functions_->toolTip());
     // A long name must not widen the window.
     family_parameter_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     parameters_->setObjectName("List1");
     parameters_->setAccessibleName(QStringLiteral("Parameter"));
     parameters_->setToolTip(QStringLiteral("Doppelklick oder Eingabetaste: Regler anzeigen"));
+    parameters_->setAccessibleDescription(parameters_->toolTip());
     coupling_->setObjectName("Mauskopplung");
     coupling_->setAccessibleName(QStringLiteral("Mauskopplung"));
     coupling_->setToolTip(QStringLiteral("Der gewählte Parameter folgt der Maus im Graphen"));

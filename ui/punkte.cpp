@@ -68,6 +68,7 @@ Punkte::Punkte(Dialogs& dialogs, QWidget* parent)
     MakeInput(*layout);
     list_->setObjectName("List1");
     list_->setAccessibleName("Zusätzliche Punkte");
+    list_->setAccessibleDescription("F2 bearbeitet, die Leertaste blendet ein und aus");
     layout->addWidget(list_, 1);
     MakeLook(*layout);
     layout->addLayout(list_->MakeCommands([this] { ChooseColour(); }, [this] { remove(); }));
@@ -95,6 +96,7 @@ void Punkte::MakeInput(QVBoxLayout& layout)
     input_->setObjectName("Text1");
     KeepStorableTerm(*input_);
     input_->setAccessibleName("Neuer Punkt");
+    input_->setAccessibleDescription("Name und Koordinaten, die Terme sein dürfen: P(2 | a)");
     input_->setPlaceholderText("zum Beispiel P(2 | a)");
     auto* add = new QPushButton("Hin&zufügen", this);
     add->setObjectName("hinzu");
@@ -115,20 +117,23 @@ void Punkte::MakeLook(QVBoxLayout& layout)
     for (const char* name : kShapeNames) shape_->addItem(QString::fromUtf8(name));
     radius_->setRange(1, document::kLargestPoint);
     radius_->setValue(next_.radius);
-    const auto label = [this](const char* caption, QWidget* field, const char* name) {
+    const auto label = [this](const char* caption, QWidget* field, const char* name,
+                              const char* description) {
         auto* made = new QLabel(QString::fromUtf8(caption), this);
         made->setBuddy(field);
         field->setObjectName(QLatin1String(name));
         field->setAccessibleName(made->text().remove('&').remove(':'));
+        field->setAccessibleDescription(QString::fromUtf8(description));
         return made;
     };
     auto* grid = new QGridLayout;
     grid->setSpacing(6);
-    grid->addWidget(label("For&m:", shape_, "form"), 0, 0);
+    grid->addWidget(label("For&m:", shape_, "form", "Gestalt der gewählten und neuer Punkte"), 0,
+                    0);
     grid->addWidget(shape_, 0, 1);
-    grid->addWidget(label("&Radius:", radius_, "radius"), 0, 2);
+    grid->addWidget(label("&Radius:", radius_, "radius", "Größe in Bildpunkten"), 0, 2);
     grid->addWidget(radius_, 0, 3);
-    grid->addWidget(label("&Name:", name_, "name"), 1, 0);
+    grid->addWidget(label("&Name:", name_, "name", "Steht neben dem gewählten Punkt"), 1, 0);
     grid->addWidget(name_, 1, 1);
     with_values_->setObjectName("werte");
     with_values_->setToolTip("Die Koordinaten stehen mit am Punkt: P(2|4)");

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/elided_label.h"
 #include "ui/entry_list.h"
 #include "ui/storable_fields.h"
 
@@ -86,22 +87,6 @@ QString DetailText(std::string_view column)
     return text.size() > kLongestDetail ? text.left(kLongestDetail) + " …" : text;
 }
 
-// What does not fit ends in dots.
-class ElidedLabel : public QLabel
-{
-public:
-    using QLabel::QLabel;
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
-        style()->drawItemText(&painter, rect(), Qt::AlignVCenter | Qt::AlignLeft, palette(),
-                              isEnabled(), shown, foregroundRole());
-    }
-};
-
 }  // namespace
 
 Sammlung::Sammlung(const document::CollectionEditor& editor, PreviewSource previews,
@@ -119,6 +104,7 @@ Sammlung::Sammlung(const document::CollectionEditor& editor, PreviewSource previ
     ShowFile("", false);
     list_->setObjectName("samml_list");
     list_->setAccessibleName("Einträge der Sammlung");
+    list_->setAccessibleDescription("Die Eingabetaste zeichnet den angewählten Eintrag");
     MakeDetails();
     MakeMenu();
     auto* layout = new QVBoxLayout(this);
@@ -151,7 +137,6 @@ QWidget* Sammlung::MakeHead()
         Q_EMIT heightChanged();
     });
     selected_->setObjectName("samml_eintrag");
-    selected_->setAccessibleName("Angewählter Eintrag");
     selected_->setTextFormat(Qt::PlainText);
     selected_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     search_->setObjectName("samml_suche");
@@ -159,6 +144,10 @@ QWidget* Sammlung::MakeHead()
     search_->setPlaceholderText("Suchen");
     search_->setToolTip("Sucht in Namen, Beschreibungen und Termen");
     search_->setClearButtonEnabled(true);
+    for (auto* clear : search_->findChildren<QToolButton*>()) {
+        clear->setAccessibleName("Leeren");
+        clear->setToolTip("Sucht nicht mehr (Esc)");
+    }
     search_->installEventFilter(this);
     connect(search_, &QLineEdit::textChanged, this, &Sammlung::TakeSearch);
     auto* add = new QToolButton(this);
@@ -194,7 +183,7 @@ void Sammlung::MakeDetails()
         auto* content = new QLabel(sheet);
         content->setObjectName(
             QStringLiteral("samml_detail[%1]").arg(static_cast<int>(detail.column)));
-        content->setAccessibleName(detail.label);
+        content->setAccessibleDescription("Was der angewählte Eintrag enthält");
         content->setTextFormat(Qt::PlainText);
         content->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         fields_->addRow(QString::fromUtf8(detail.label) + ":", content);
@@ -272,6 +261,7 @@ void Sammlung::ShowSelected()
         text = QStringLiteral("%1 Einträge angewählt").arg(places.size());
     }
     selected_->setText(text);
+    selected_->setAccessibleName("Angewählter Eintrag: " + text);
     selected_->setToolTip(entry != nullptr ? "<p>" + text.toHtmlEscaped() + "</p>" : QString());
     ShowDetails(entry);
     Q_EMIT selectedChanged();

@@ -24,6 +24,7 @@ SammText::SammText(QWidget* parent) : QWidget(parent), text_(new QPlainTextEdit(
     setWindowTitle("Detaillierte Beschreibung");
     text_->setObjectName("samml_text");
     text_->setAccessibleName("Detaillierte Beschreibung");
+    text_->setAccessibleDescription("Text zum angewählten Eintrag der Sammlung");
     text_->setFrameShape(QFrame::NoFrame);
     text_->setTabChangesFocus(true);
     text_->document()->setDocumentMargin(8);

@@ -24,7 +24,7 @@ QString Shortened(const QString& text, int characters)
 
 StatusLine::StatusLine(QWidget* parent) : QLabel(parent)
 {
-    setAccessibleName("Status");
+    setAccessibleDescription("Was aus den Eingabezeilen geworden ist");
     setTextFormat(Qt::PlainText);
     setTextInteractionFlags(Qt::TextSelectableByMouse);
     setWordWrap(true);
@@ -48,6 +48,7 @@ void StatusLine::ShowStatus(std::string_view text, bool error)
         text.empty() ? QStringLiteral("o.k.")
                      : QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     setText((error ? "⚠ " : "") + Shortened(message, kLongestText));
+    setAccessibleName("Status: " + message);
     // As rich text the tip wraps its lines.
     setToolTip(error ? "<p>" + Shortened(message, kLongestTip).toHtmlEscaped() + "</p>"
                      : QString());

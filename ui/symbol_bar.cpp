@@ -39,6 +39,8 @@ SymbolBar::SymbolBar(QWidget* parent) : QWidget(parent)
         button->setAutoRaise(true);
         button->setToolTip(symbol.name);
         button->setAccessibleName(symbol.name);
+        button->setAccessibleDescription(
+            QStringLiteral("Schreibt das Zeichen in die Eingabezeile"));
         button->setFocusPolicy(Qt::TabFocus);
         connect(button, &QToolButton::clicked, this,
                 [this, text = QString(symbol.typed)] { Q_EMIT typed(text); });

@@ -100,7 +100,8 @@ void TermField::ShowFault(const QString& message)
     faulty_ = !message.isEmpty();
     // As rich text the tip wraps its lines.
     setToolTip(faulty_ ? "<p>" + message.toHtmlEscaped() + "</p>" : QString());
-    setAccessibleDescription(message);
+    setAccessibleDescription(faulty_ ? message
+                                     : QStringLiteral("Die Eingabetaste zeichnet alle Zeilen"));
     update();
 }
 

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStringList>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -125,6 +126,9 @@ void TermForm::MakeRows()
     scroll_->setFocusPolicy(Qt::NoFocus);
     scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll_->setWidget(pane_);
+    // Also when a message takes room from the rows.
+    connect(scroll_->verticalScrollBar(), &QScrollBar::rangeChanged, this,
+            [this] { scroll_->ensureWidgetVisible(fnam_[current_], 0, kSpacing); });
 }
 
 void TermForm::MakeButtons()

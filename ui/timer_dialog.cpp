@@ -34,9 +34,11 @@ TimerDialog::TimerDialog(QWidget* parent)
     QPushButton* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
     ok->setObjectName("OKButton");
     ok->setDefault(true);
+    ok->setToolTip(QStringLiteral("Übernimmt Ablauf und Schrittweite"));
     QPushButton* cancel =
         buttons->addButton(QStringLiteral("Abbrechen"), QDialogButtonBox::RejectRole);
     cancel->setObjectName("CancelButton");
+    cancel->setToolTip(QStringLiteral("Lässt den Timer, wie er war"));
 
     auto* layout = new QFormLayout(this);
     layout->addRow(QStringLiteral("&Ablauf:"), combo1_);

@@ -27,6 +27,7 @@ ZoomDialog::ZoomDialog(term::MathParser& parser, Dialogs& dialogs, QWidget* pare
         field->setObjectName(name);
         auto* label = new QLabel(caption, this);
         label->setBuddy(field);
+        field->setToolTip("Zahl oder Term, mindestens 1");
         layout->addWidget(label, row, 0);
         layout->addWidget(field, row, 1);
     };
@@ -36,10 +37,12 @@ ZoomDialog::ZoomDialog(term::MathParser& parser, Dialogs& dialogs, QWidget* pare
     auto* apply = new QPushButton("Ü&bernehmen", this);
     apply->setObjectName("Command1");
     apply->setDefault(true);
+    apply->setToolTip("Die Faktoren gelten von jetzt an");
     connect(apply, &QPushButton::clicked, this, &ZoomDialog::Apply);
     auto* close = new QPushButton("&Schließen", this);
     close->setObjectName("Command2");
     close->setAutoDefault(false);
+    close->setToolTip("Schließt das Fenster (Esc)");
     connect(close, &QPushButton::clicked, this, &QDialog::close);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);

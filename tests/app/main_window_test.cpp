@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
@@ -513,7 +515,6 @@ TEST_F(MainWindowTest, CtrlTabGoesRoundTheWindows)
                                                  "sammlung_frame", "termform_frame"}));
 }
 
-// What has the focus says its name, or shows it.
 TEST_F(MainWindowTest, TheCalculatorFollowsThePlot)
 {
     Show();
@@ -578,28 +579,49 @@ TEST_F(MainWindowTest, FreeWindowsStayAboveTheDockedOnes)
     EXPECT_EQ(top(3), free);
 }
 
-TEST_F(MainWindowTest, EveryControlHasANameForThoseWhoListen)
+// The mechanics of a composed control, which speaks for them.
+bool IsInner(const QWidget& widget)
+{
+    return widget.objectName().startsWith("qt_") ||
+           widget.parentWidget()->objectName().startsWith("qt_") ||
+           widget.parentWidget()->inherits("QComboBoxPrivateContainer") ||
+           qobject_cast<const QComboBox*>(widget.parentWidget()) != nullptr;
+}
+
+bool IsControl(const QWidget& widget)
+{
+    if (widget.focusPolicy() == Qt::NoFocus &&
+        qobject_cast<const QAbstractButton*>(&widget) == nullptr) {
+        return false;
+    }
+    for (const char* frame : {"QMdiArea", "QMdiSubWindow", "QMenu", "QMenuBar", "QScrollArea"}) {
+        if (widget.inherits(frame)) return false;
+    }
+    return !IsInner(widget);
+}
+
+TEST_F(MainWindowTest, EveryControlHasANameAndADescriptionForThoseWhoListen)
 {
     Show();
     Type(0, "f(x)=a*x");
-    Trigger("mn_inter");
     Trigger("mn_spal");
     Trigger("mn_calc");
+    QTest::mouseClick(Find("para[26]")->findChild<QWidget*>("Image1"), Qt::RightButton);
+    ASSERT_NE(Find("Dialog"), nullptr);
     int controls = 0;
-    for (const QWidget* control : window_.findChildren<QWidget*>()) {
-        if (!control->isVisible() || control->focusPolicy() == Qt::NoFocus) continue;
-        if (qobject_cast<const QMdiSubWindow*>(control) != nullptr ||
-            qobject_cast<const QMdiArea*>(control) != nullptr) {
-            continue;
-        }
+    for (QWidget* control : window_.findChildren<QWidget*>()) {
+        if (!IsControl(*control)) continue;
         ++controls;
-        const auto* button = qobject_cast<const QAbstractButton*>(control);
-        const bool shows_text = button != nullptr && button->text().size() > 1;
-        EXPECT_TRUE(shows_text || !control->accessibleName().isEmpty())
+        QAccessibleInterface* told = QAccessible::queryAccessibleInterface(control);
+        const QString name = told->text(QAccessible::Name);
+        const QString description = told->text(QAccessible::Description);
+        EXPECT_TRUE(!name.isEmpty() && !description.isEmpty() && name != description)
             << control->metaObject()->className() << " " << control->objectName().toStdString()
-            << " in " << control->parentWidget()->objectName().toStdString();
+            << " in " << control->parentWidget()->objectName().toStdString() << ": \""
+            << name.toStdString() << "\", \"" << description.toStdString() << "\"";
+        EXPECT_FALSE(description.contains('<')) << "no marks of formatting";
     }
-    EXPECT_GT(controls, 30);
+    EXPECT_GT(controls, 120);
 }
 
 TEST_F(MainWindowTest, NastyInputGetsAnAnswerAndIsKept)
@@ -626,6 +648,105 @@ TEST_F(MainWindowTest, HasItsTitleAndCloses)
     Trigger("mn_close");
     EXPECT_FALSE(window_.isVisible());
     EXPECT_TRUE(told);
+}
+
+// The graph by keys and in words.
+class GraphByKeysTest : public MainWindowTest
+{
+protected:
+    void Show()
+    {
+        MainWindowTest::Show();
+        area_ = Find("Picture1");
+        area_->setFocus();
+    }
+    QString Press(Qt::Key key, Qt::KeyboardModifiers keys = Qt::NoModifier)
+    {
+        QTest::keyClick(area_, key, keys);
+        return Readout();
+    }
+    QString Readout() { return Graph()->findChild<QLabel*>("Label1")->text(); }
+    QString Told(QAccessible::Text kind)
+    {
+        return QAccessible::queryAccessibleInterface(area_)->text(kind);
+    }
+    // Of the value that the mark shows, in pixels from the area's left edge.
+    double MarkedColumn()
+    {
+        const auto point = application_.Trace().Point();
+        return point ? application_.View().AreaX(point->x) / 15 : NAN;
+    }
+
+    QWidget* area_ = nullptr;
+};
+
+TEST_F(GraphByKeysTest, AMarkGoesAlongTheGraphsAndItsValuesAreTold)
+{
+    Show();
+    EXPECT_EQ(Press(Qt::Key_T), "Es gibt keinen sichtbaren Graphen.");
+    EXPECT_FALSE(Checked("mng_trace"));
+    Type(0, "f(x)=x^2");
+    Type(1, "g(x)=3");
+    area_->setFocus();
+    EXPECT_EQ(Press(Qt::Key_T), "x = 0   y = 0   f(0) = 0");
+    EXPECT_TRUE(Checked("mng_trace"));
+    EXPECT_TRUE(Checked("mn_trace"));
+    EXPECT_EQ(Told(QAccessible::Name), "f(0) = 0");
+    const double middle = MarkedColumn();
+    Press(Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_NEAR(MarkedColumn(), middle + 10, 0.5);
+    Press(Qt::Key_Right);
+    EXPECT_NEAR(MarkedColumn(), middle + 11, 0.5);
+    Press(Qt::Key_Left);
+    EXPECT_TRUE(Press(Qt::Key_Down).contains("y = 3   g(")) << Readout().toStdString();
+    EXPECT_TRUE(Told(QAccessible::Value).startsWith("g(0,"));
+    EXPECT_NEAR(MarkedColumn(), middle + 10, 0.5);
+    QTest::mouseMove(area_, {5, 5});
+    EXPECT_TRUE(Readout().contains("g(")) << "the pointer's mark gives way";
+    EXPECT_TRUE(application_.Views().History().Empty()) << "the view is where it was";
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(Checked("mn_trace"));
+    EXPECT_EQ(Told(QAccessible::Name), "Zeichenfläche");
+    Press(Qt::Key_Right);
+    EXPECT_EQ(application_.View().x_min, -8) << "the arrow scrolls again";
+}
+
+TEST_F(GraphByKeysTest, TheViewFollowsTheMarkInOneStepOfItsHistory)
+{
+    Show();
+    Type(0, "f(x)=x^3");
+    Trigger("mn_trace");
+    EXPECT_TRUE(area_->hasFocus());
+    const auto visible = [this] {
+        const render::ViewRange& view = application_.View();
+        const double y = application_.Trace().Point()->y;
+        return y >= view.y_min && y <= view.y_max;
+    };
+    Press(Qt::Key_End);
+    EXPECT_TRUE(visible());
+    for (int i = 0; i < 5; ++i) Press(Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_TRUE(visible());
+    EXPECT_GT(application_.View().y_min, 900);
+    application_.Views().PopView();
+    EXPECT_EQ(application_.View().x_min, -10);
+    EXPECT_TRUE(application_.Views().History().Empty());
+    Picture();
+    EXPECT_TRUE(Readout().startsWith("f(")) << "out of sight it still tells its value";
+    Type(0, "");
+    Picture();
+    EXPECT_FALSE(Checked("mn_trace")) << "the graph is gone";
+}
+
+TEST_F(GraphByKeysTest, ThePictureIsToldInWordsOnceItRests)
+{
+    Show();
+    Type(0, "f(x)=a*x²");
+    QTRY_VERIFY(Told(QAccessible::Description).contains("f(x) = a*x², blau. a = 1"));
+    EXPECT_TRUE(Told(QAccessible::Description).startsWith("x von −10 bis 10, y von "));
+    QSlider* slider = Find("para[26]")->findChild<QSlider*>("HScroll1");
+    QTest::keyClick(slider, Qt::Key_PageUp);
+    EXPECT_TRUE(Told(QAccessible::Description).endsWith("a = 1")) << "not for every picture";
+    QTRY_VERIFY(Told(QAccessible::Description).endsWith("a = 2"));
 }
 
 }  // namespace

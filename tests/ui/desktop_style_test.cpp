@@ -4,25 +4,42 @@
 
 #include <QCheckBox>
 #include <QImage>
+#include <QLineEdit>
+#include <QSlider>
 #include <algorithm>
 
 namespace korvinth::ui {
 namespace {
 
-TEST(DesktopStyle, AnUnmarkedBoxIsSeenInDarkColours)
+// The lightest pixel on the line through the middle.
+int Lightest(QWidget& widget, const QColor& ground)
 {
-    const QColor ground(42, 46, 50);
     DesktopStyle style;
-    QCheckBox box;
-    box.setStyle(&style);
-    box.setPalette(QPalette(ground, ground));
-    box.resize(box.sizeHint());
-    const QImage image = box.grab().toImage();
+    widget.setStyle(&style);
+    widget.setPalette(QPalette(ground, ground));
+    widget.resize(widget.sizeHint());
+    const QImage image = widget.grab().toImage();
     int lightest = 0;
     for (int x = 0; x < image.width(); ++x) {
         lightest = std::max(lightest, image.pixelColor(x, image.height() / 2).lightness());
     }
-    EXPECT_GT(lightest, ground.lightness() + 60);
+    widget.setStyle(nullptr);
+    return lightest;
+}
+
+TEST(DesktopStyle, FieldsAndHandlesAreSeenOnBlack)
+{
+    QLineEdit field;
+    EXPECT_GT(Lightest(field, Qt::black), 100);
+    QSlider slider(Qt::Horizontal);
+    EXPECT_GT(Lightest(slider, Qt::black), 100);
+}
+
+TEST(DesktopStyle, AnUnmarkedBoxIsSeenInDarkColours)
+{
+    const QColor ground(42, 46, 50);
+    QCheckBox box;
+    EXPECT_GT(Lightest(box, ground), ground.lightness() + 60);
 }
 
 }  // namespace

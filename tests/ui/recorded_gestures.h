@@ -33,7 +33,7 @@ public:
     void CancelDrag() override { Add("cancel", {}); }
     void scrlr(std::int16_t percent) override { Add("scrlr", {1.0 * percent}); }
     void scrud(std::int16_t percent) override { Add("scrud", {1.0 * percent}); }
-    void ScrollByKey(std::int16_t x, std::int16_t y) override { Add("keys", {1.0 * x, 1.0 * y}); }
+    void ScrollByKey(double x, double y) override { Add("keys", {x, y}); }
     void ZoomByKey(int steps) override { Add("keyzoom", {1.0 * steps}); }
     void einszueins(render::ClickButton button) override
     {
