@@ -7,6 +7,7 @@
 #include <QMdiArea>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
@@ -16,6 +17,7 @@
 #include "ui/asymptoten.h"
 #include "ui/child_window.h"
 #include "ui/graphform.h"
+#include "ui/help_pages.h"
 #include "ui/interform.h"
 #include "ui/minicalc.h"
 #include "ui/optionsgraph.h"
@@ -76,7 +78,7 @@ MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* 
     ConnectSession();
     ConnectWindowEntries();
     MakeShortcuts();
-    resize(kFirstSize);
+    resize(kFirstSize.boundedTo(screen()->availableSize()));
 }
 
 MainWindow::~MainWindow() = default;
@@ -388,12 +390,16 @@ void MainWindow::ShowAbout()
 {
     auto* box = new QMessageBox(
         QMessageBox::Information, QStringLiteral("über Korvinth"),
-        QStringLiteral("<h3>Korvinth 2</h3><p>Version %1</p>"
-                       "<p>Korvinth zeichnet Graphen von Funktionen und ebene Kurven, deren Terme "
-                       "Parameter enthalten dürfen. Die Parameter lassen sich mit Schiebereglern "
-                       "verändern und animieren, und das Bild folgt ihnen sofort.</p>")
-            .arg(KORVINTH_VERSION),
+        QStringLiteral(
+            "<h3>Korvinth 2</h3><p>Version %1</p>"
+            "<p>Korvinth zeichnet Graphen von Funktionen und ebene Kurven, deren Terme "
+            "Parameter enthalten dürfen. Die Parameter lassen sich mit Schiebereglern "
+            "verändern und animieren, und das Bild folgt ihnen sofort.</p>"
+            "<p>Korvinth ist freie Software unter der MIT-Lizenz. Es verwendet Qt %2 unter "
+            "der GNU Lesser General Public License (LGPL), Version 3.</p>")
+            .arg(KORVINTH_VERSION, qVersion()),
         QMessageBox::Ok, this);
+    box->setDetailedText(ui::LicenceText());
     box->setObjectName("about");
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();

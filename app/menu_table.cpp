@@ -8,8 +8,6 @@ namespace {
 
 using enum EntryKind;
 
-constexpr bool kLater = false;  // the function does not exist yet
-
 constexpr MenuEntry Line(std::string_view menu) { return {menu, "", "", Separator, ""}; }
 
 // Deliberate: captions stand as users know them, "&S&chließen", "hinzfügen" and a double blank too.
@@ -116,7 +114,7 @@ constexpr MenuEntry kMainMenu[] = {
     {"mn_win", "mn_ghm", "Graphfenster-H&öhe maximieren", Command, ""},
 
     {"", "mn_help", "&Hilfe", Menu, ""},
-    {"mn_help", "mn_hlpm", "Hilfe zum markierten Objekt", Command, "F1", kLater},
+    {"mn_help", "mn_hlpm", "Hilfe zum markierten Objekt", Command, "F1"},
     {"mn_help", "mn_about", "über Korvinth", Command, ""},
 };
 

@@ -20,17 +20,26 @@ bool IsKeyOf(const QAction& entry, QEvent& event)
     return QKeySequence(key.keyCombination()) == entry.shortcut();
 }
 
+bool HoldsFiles(const files::Path& directory)
+{
+    std::error_code fault;
+    return files::Disk().Exists(directory / document::kSettingsFileName, fault) ||
+           files::Disk().Exists(directory / kWorkingCollectionName, fault);
+}
+
 }  // namespace
 
 Program::Program(const files::Path& directory, ui::Dialogs& dialogs)
     : settings_(files::Disk(), directory),
+      first_start_(!HoldsFiles(directory)),
       place_(TakeWorkingPlace(directory)),
       window_(std::make_unique<MainWindow>(application_, dialogs)),
       files_(std::make_unique<CollectionFiles>(files::Disk(), place_.collection, window_->Entries(),
                                                static_cast<CollectionFilesHost&>(*this), dialogs)),
       pictures_(std::make_unique<PictureCommands>(application_, *window_, dialogs,
                                                   files::WithEnding(place_.collection, ".emf"),
-                                                  files::Disk()))
+                                                  files::Disk())),
+      help_(std::make_unique<HelpControl>(*window_, directory))
 {
     connect(window_.get(), &MainWindow::closing, this, [this] { RunSteps(EndSteps(), *this); });
     connect(window_.get(), &MainWindow::fileDropped, this,
@@ -68,6 +77,8 @@ void Program::Start(const CommandLine& command)
     RunSteps(StartSteps(), *this);
     if (command.AsksForPlot()) window_->PlotSession().DrawRequest(command);
     window_->show();
+    const bool draws = command.AsksForPlot() || !command.collection.empty();
+    if (first_start_ && !draws) help_->ShowWelcome();
     if (!command.collection.empty()) files_->OpenFile(files::PathOf(command.collection));
 }
 

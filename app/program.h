@@ -7,6 +7,7 @@
 #include "app/application.h"
 #include "app/collection_files.h"
 #include "app/command_line.h"
+#include "app/help_control.h"
 #include "app/start_up.h"
 #include "document/settings_file.h"
 #include "ui/dialogs.h"
@@ -61,10 +62,12 @@ private:
 
     Application application_;
     document::SettingsFile settings_;
+    const bool first_start_;  // there are no files of an earlier one
     WorkingPlace place_;
     std::unique_ptr<MainWindow> window_;
     std::unique_ptr<CollectionFiles> files_;
     std::unique_ptr<PictureCommands> pictures_;
+    std::unique_ptr<HelpControl> help_;
 };
 
 }  // namespace korvinth::app

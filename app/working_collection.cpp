@@ -33,7 +33,7 @@ WorkingPlace TakeWorkingPlace(const files::Path& directory)
         std::optional<files::FileLock> lock = files::FileLock::Take(directory / (name + ".lock"));
         if (lock) return {directory / (name + ".tmp"), std::move(lock)};
     }
-    return {directory / "korvinth.tmp", std::nullopt};
+    return {directory / kWorkingCollectionName, std::nullopt};
 }
 
 std::string WithModifiedMark(std::string collection_bytes, bool modified)

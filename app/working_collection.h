@@ -15,6 +15,8 @@
 
 namespace korvinth::app {
 
+inline constexpr const char* kWorkingCollectionName = "korvinth.tmp";
+
 // Where a running program keeps its files. A second one that runs at the same time has a working
 // collection of its own.
 struct WorkingPlace

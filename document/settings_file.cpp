@@ -9,7 +9,6 @@
 namespace korvinth::document {
 namespace {
 
-constexpr std::string_view kFileName = "Korvinth.ini";
 constexpr std::string_view kSection = "Korvinth";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kNewLineBreak = "\r\n";
@@ -155,7 +154,7 @@ void SetProfileValue(std::string& profile, std::string_view section, std::string
 }
 
 SettingsFile::SettingsFile(files::FileSystem& disk, const files::Path& directory)
-    : disk_(disk), file_(directory / kFileName)
+    : disk_(disk), file_(directory / kSettingsFileName)
 {
 }
 

@@ -21,6 +21,8 @@ std::string ProfileValue(std::string_view profile, std::string_view section, std
 void SetProfileValue(std::string& profile, std::string_view section, std::string_view key,
                      std::string_view value);
 
+inline constexpr const char* kSettingsFileName = "Korvinth.ini";
+
 class SettingsFile
 {
 public:
