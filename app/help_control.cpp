@@ -43,7 +43,7 @@ QString MenuKeys()
 {
     QString rows;
     for (const MenuEntry& entry : MainMenu()) {
-        if (entry.shortcut.empty() || !entry.available) continue;
+        if (entry.shortcut.empty()) continue;
         const auto keys = QKeySequence::fromString(Text(entry.shortcut));
         rows += "<tr><td><code>" + keys.toString(QKeySequence::NativeText).toHtmlEscaped() +
                 "</code></td><td>„" + Text(PlainCaption(entry.caption)).toHtmlEscaped() +

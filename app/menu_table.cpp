@@ -8,8 +8,6 @@ namespace {
 
 using enum EntryKind;
 
-constexpr bool kLater = false;  // the function does not exist yet
-
 constexpr MenuEntry Line(std::string_view menu) { return {menu, "", "", Separator, ""}; }
 
 // Deliberate: captions stand as users know them, "&S&chließen", "hinzfügen" and a double blank too.

@@ -22,7 +22,6 @@ struct MenuEntry
     std::string_view caption;  // with its mnemonic
     EntryKind kind = EntryKind::Command;
     std::string_view shortcut;  // portable, "" for none
-    bool available = true;      // false until its function exists
 };
 
 // In the order of the menus; a menu comes before its entries.

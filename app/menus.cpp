@@ -43,7 +43,6 @@ void Menus::Build(std::span<const MenuEntry> table, bool in_menu_bar)
             menu->setObjectName(Text(entry.name));
             menu->setAccessibleName(Text(PlainCaption(entry.caption)));
             menu->setToolTipsVisible(false);
-            menu->menuAction()->setEnabled(entry.available);
             menus_[std::string(entry.name)] = menu;
             entries_[std::string(entry.name)] = menu->menuAction();
         } else {
@@ -58,7 +57,6 @@ void Menus::AddEntry(const MenuEntry& entry)
     QAction* action = menu.addAction(Text(entry.caption));
     action->setObjectName(Text(entry.name));
     action->setToolTip(Text(PlainCaption(entry.caption)));
-    action->setEnabled(entry.available);
     action->setCheckable(entry.kind != EntryKind::Command);
     if (entry.kind == EntryKind::Exclusive) {
         QActionGroup*& group = groups_[std::string(entry.menu)];
