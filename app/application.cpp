@@ -12,12 +12,11 @@ Application::Application()
     views_.UpdateMapping();
 }
 
-void Application::SetAreaSize(int width, int height)
+bool Application::SetAreaSize(int width, int height)
 {
     const double before = View().area_width;
     views_.SetAreaSize(width, height);
-    const bool counts_follow = !document_.attributes.constant_sample_count;
-    if (counts_follow && View().area_width != before) ForgetSampleCounts();
+    return View().area_width != before;
 }
 
 void Application::ForgetSampleCounts()

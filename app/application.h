@@ -44,7 +44,7 @@ public:
 
     // The drawing area in pixels of the screen. Another width sets the sample counts anew unless
     // the settings hold them constant.
-    void SetAreaSize(int width, int height);
+    bool SetAreaSize(int width, int height);  // whether the width is another one
 
     // Rebuilds the parser's state from the plot and reads the displayed ranges, which may use
     // parameters. A range that cannot be displayed is reported, the old one stays in force.

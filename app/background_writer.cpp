@@ -13,10 +13,10 @@ BackgroundWriter::BackgroundWriter(files::FileSystem& disk, files::Path file)
 
 BackgroundWriter::~BackgroundWriter() { Finish(); }
 
-void BackgroundWriter::Write(std::string bytes)
+void BackgroundWriter::Write(Content content)
 {
     const std::lock_guard lock(mutex_);
-    waiting_ = std::move(bytes);
+    waiting_ = std::move(content);
     changed_.notify_all();
 }
 
@@ -30,11 +30,11 @@ std::error_code BackgroundWriter::Finish()
 void BackgroundWriter::Run(const std::stop_token& stop)
 {
     std::unique_lock lock(mutex_);
-    while (changed_.wait(lock, stop, [this] { return waiting_.has_value(); })) {
-        const std::string bytes = *std::exchange(waiting_, std::nullopt);
+    while (changed_.wait(lock, stop, [this] { return waiting_ != nullptr; })) {
+        const Content content = std::exchange(waiting_, nullptr);
         busy_ = true;
         lock.unlock();
-        const std::error_code fault = files::ReplaceFile(disk_, file_, bytes);
+        const std::error_code fault = files::ReplaceFile(disk_, file_, content());
         if (fault) Q_EMIT failed(fault);
         lock.lock();
         last_fault_ = fault;

@@ -3,8 +3,8 @@
 
 #include <QObject>
 #include <condition_variable>
+#include <functional>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <thread>
 
@@ -22,8 +22,10 @@ public:
     ~BackgroundWriter() override;
     Q_DISABLE_COPY_MOVE(BackgroundWriter)
 
+    // What is to be written; called on the other thread, so it must own what it uses.
+    using Content = std::function<std::string()>;
     // Replaces the file's content; of several that wait only the last is written.
-    void Write(std::string bytes);
+    void Write(Content content);
     // Waits until nothing is left to write. What the last writing could not do.
     std::error_code Finish();
 
@@ -37,7 +39,7 @@ private:
     const files::Path file_;
     std::mutex mutex_;
     std::condition_variable_any changed_;
-    std::optional<std::string> waiting_;
+    Content waiting_;  // none when there is nothing to write
     bool busy_ = false;
     std::error_code last_fault_;
     std::jthread thread_;  // last, since it uses the others

@@ -361,7 +361,8 @@ bool CollectionControl::MayChange(const std::vector<std::size_t>& places, std::s
         text = "Der Eintrag „" + std::string(entry[Column::ShortText]) +
                "“ ist geschützt. Soll er trotzdem ";
     }
-    return dialogs_.AskYesNo("Achtung!", text + std::string(done) + " werden?");
+    // No is the answer to a key that was meant for something else.
+    return dialogs_.AskYesNo("Achtung!", text + std::string(done) + " werden?", ui::Preset::No);
 }
 
 // A chosen size is meant to be seen.

@@ -33,7 +33,7 @@ CollectionFiles::CollectionFiles(files::FileSystem& disk, const files::Path& wor
       host_(host),
       dialogs_(dialogs),
       working_(
-          disk, working, [this] { return WorkingBytes(); }, [this] { return host_.Animated(); })
+          disk, working, [this] { return ContentToWrite(); }, [this] { return host_.Animated(); })
 {
     connect(&collection_, &CollectionControl::changed, this, &CollectionFiles::Touch);
     connect(&working_, &WorkingCollection::failed, this, [this](std::error_code fault) {
@@ -43,21 +43,33 @@ CollectionFiles::CollectionFiles(files::FileSystem& disk, const files::Path& wor
 }
 
 // Much is asked while nothing has changed; only changes cost time.
-std::optional<std::string> CollectionFiles::WorkingBytes()
+std::optional<WorkingContent> CollectionFiles::ContentToWrite()
 {
     const document::CollectionEditor& editor = collection_.Editor();
     const Written now{editor.Changes(), editor.Modified(), host_.CurrentPlot()};
     if (now == written_) return std::nullopt;
     written_ = now;
-    return WithModifiedMark(Bytes(), now.modified);
+    return WorkingContent{RowsText()->size(), [now, rows = RowsText()] {
+                              return WithModifiedMark(document::WriteCollection(now.plot, *rows),
+                                                      now.modified);
+                          }};
+}
+
+// An animation changes the plot alone: a large collection is not put together anew at its steps.
+const std::shared_ptr<const std::string>& CollectionFiles::RowsText()
+{
+    const document::CollectionEditor& editor = collection_.Editor();
+    if (!rows_text_ || rows_changes_ != editor.Changes()) {
+        rows_text_ = std::make_shared<const std::string>(document::RowsText(editor.Entries()));
+        rows_changes_ = editor.Changes();
+    }
+    return rows_text_;
 }
 
 // The bytes of the whole collection with the current plot in front.
 std::string CollectionFiles::Bytes()
 {
-    document::Collection& entries = collection_.Entries();
-    entries.buffer = host_.CurrentPlot();
-    return document::WriteCollection(entries);
+    return document::WriteCollection(host_.CurrentPlot(), *RowsText());
 }
 
 void CollectionFiles::Exclaim(const std::string& fault)
@@ -89,12 +101,19 @@ void CollectionFiles::SetUpWorkingCollection()
 
 void CollectionFiles::ReadWorkingCollection()
 {
-    std::string bytes;
-    if (disk_.Read(working_.File(), bytes)) return;  // it could not be created, as was said
+    std::string bytes, fault;
     document::Collection& entries = collection_.Entries();
-    const std::string fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
+    if (const auto unreadable = disk_.Read(working_.File(), bytes)) {
+        bool exists = false;
+        if (!Exists(working_.File(), exists) || !exists) return;  // not created, as was said
+        fault = files::ErrorText(unreadable) + ".";
+    } else {
+        fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
+    }
     if (!fault.empty()) SetAside();
+    working_.Expect(bytes.size());
     collection_.ShowEntries();
+    RowsText();  // while one waits for the start anyway
     collection_.Editor().SetModified(HasModifiedMark(bytes) || !fault.empty());
     SetName({});
     collection_.ShowState();
@@ -199,10 +218,12 @@ void CollectionFiles::ReadAnew(std::string_view bytes, const files::Path& name)
     working_.Forget();
     written_.reset();
     if (const auto fault = files::ReplaceFile(disk_, working_.File(), bytes)) Exclaim(fault);
+    working_.Expect(bytes.size());
     document::Collection& entries = collection_.Entries();
     const std::string fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
     damaged_ = !fault.empty();
     collection_.ShowEntries();
+    RowsText();  // while one waits for the file anyway
     collection_.Editor().SetModified(false);
     SetName(name);
     collection_.ShowState();
@@ -262,9 +283,9 @@ std::optional<files::Path> CollectionFiles::AskForName()
         const files::Path file = files::PathOf(*chosen);
         bool exists = false;
         if (!Exists(file, exists)) return std::nullopt;
-        if (!exists || dialogs_.AskYesNo(kMessage,
-                                         "Diese Datei gibt es bereits. Soll sie "
-                                         "überschrieben werden?")) {
+        if (!exists || dialogs_.AskYesNo(
+                           kMessage, "Diese Datei gibt es bereits. Soll sie überschrieben werden?",
+                           ui::Preset::No)) {
             return file;
         }
     }

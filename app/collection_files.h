@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -64,7 +65,8 @@ private:
     void ReadFile(const files::Path& file);
     void ReadAnew(std::string_view bytes, const files::Path& name);
     std::string Bytes();
-    std::optional<std::string> WorkingBytes();
+    const std::shared_ptr<const std::string>& RowsText();
+    std::optional<WorkingContent> ContentToWrite();
     void SetName(const files::Path& file);
     void SetAside();
     void Exclaim(const std::string& fault);  // "" and no fault: nothing
@@ -86,6 +88,8 @@ private:
         bool operator==(const Written&) const = default;
     };
     std::optional<Written> written_;
+    std::shared_ptr<const std::string> rows_text_;  // of the entries, as they were ...
+    std::size_t rows_changes_ = 0;                  // ... at this count of changes
     WorkingCollection working_;
 };
 

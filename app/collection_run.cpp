@@ -84,7 +84,7 @@ std::string PictureName(std::size_t number, std::size_t count, std::string_view 
 }
 
 std::string DrawAll(Application& application, const document::Collection& collection,
-                    const std::string& folder, const PictureOptions& options,
+                    const std::string& folder, const render::PictureOptions& options,
                     const std::function<void(std::size_t done, std::size_t count)>& progress)
 {
     const std::size_t count = collection.entries.size();

@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "app/application.h"
-#include "app/picture_options.h"
 #include "document/collection.h"
+#include "render/picture_options.h"
 
 namespace korvinth::app {
 
@@ -35,7 +35,7 @@ std::string PictureName(std::size_t number, std::size_t count, std::string_view 
 
 // Draws every entry into a file of the folder; tells how many are done. The faults, one a line.
 std::string DrawAll(Application& application, const document::Collection& collection,
-                    const std::string& folder, const PictureOptions& options,
+                    const std::string& folder, const render::PictureOptions& options,
                     const std::function<void(std::size_t done, std::size_t count)>& progress);
 
 }  // namespace korvinth::app

@@ -124,12 +124,12 @@ std::string TakeSize(CommandLine& command, const std::string& value)
     const auto width = WholeNumber(std::string_view(value).substr(0, cross));
     const auto height = WholeNumber(std::string_view(value).substr(cross + 1));
     const auto possible = [](std::optional<int> side) {
-        return side && *side >= 1 && *side <= kLongestSide;
+        return side && *side >= 1 && *side <= render::kLongestSide;
     };
     if (!possible(width) || !possible(height)) {
         return "Breite und Höhe sind ganze Zahlen von 1 bis 30000";
     }
-    if (long{*width} * *height > kLargestPicture) {
+    if (long{*width} * *height > render::kLargestPicture) {
         return "das Bild hätte mehr als 100 Millionen Pixel";
     }
     command.width = *width;
@@ -139,7 +139,7 @@ std::string TakeSize(CommandLine& command, const std::string& value)
 
 std::string TakeOutput(CommandLine& command, const std::string& value)
 {
-    if (!value.ends_with('/') && !FormatOf(value)) {
+    if (!value.ends_with('/') && !render::FormatOf(value)) {
         return "Bilder gibt es als .png, .svg, .pdf und .emf";
     }
     command.output = value;
@@ -185,7 +185,7 @@ std::string TakeScale(CommandLine& command, const std::string& value)
 {
     const std::optional<double> scale = NumberBefore(value, "cm");
     if (!scale) return "erwartet wird die Länge einer Einheit, zum Beispiel 1cm oder 0,5cm";
-    if (!(*scale >= kSmallestScale && *scale <= kLargestScale)) {
+    if (!(*scale >= render::kSmallestScale && *scale <= render::kLargestScale)) {
         return "eine Einheit kann 0,001cm bis 1000cm lang sein";
     }
     command.picture.page.scale = scale;
@@ -195,7 +195,8 @@ std::string TakeScale(CommandLine& command, const std::string& value)
 std::string TakeResolution(CommandLine& command, const std::string& value)
 {
     const std::optional<double> resolution = NumberBefore(value, "");
-    if (!resolution || !(*resolution >= kLeastResolution && *resolution <= kMostResolution)) {
+    if (!resolution ||
+        !(*resolution >= render::kLeastResolution && *resolution <= render::kMostResolution)) {
         return "erwartet werden 10 bis 2400 Punkte pro Zoll, zum Beispiel 300";
     }
     command.picture.resolution = *resolution;
@@ -217,14 +218,14 @@ std::string TakeLegend(CommandLine& command, const std::string&)
 // Options that the format of the picture has no use for.
 std::string UnusedPictureOption(const CommandLine& command)
 {
-    const std::optional<PictureFormat> format =
-        command.all ? PictureFormat::Png : FormatOf(command.output);
-    const bool page = format == PictureFormat::Pdf;
-    const PictureOptions& picture = command.picture;
-    if (picture.page.scale && !page && format != PictureFormat::Svg) {
+    const std::optional<render::PictureFormat> format =
+        command.all ? render::PictureFormat::Png : render::FormatOf(command.output);
+    const bool page = format == render::PictureFormat::Pdf;
+    const render::PictureOptions& picture = command.picture;
+    if (picture.page.scale && !page && format != render::PictureFormat::Svg) {
         return "--massstab gibt es nur für --ausgabe mit .pdf und .svg";
     }
-    if (picture.resolution != kUsualResolution && format != PictureFormat::Png) {
+    if (picture.resolution != render::kUsualResolution && format != render::PictureFormat::Png) {
         return "--aufloesung gibt es nur für --ausgabe mit .png";
     }
     if (picture.page.landscape && !page) {

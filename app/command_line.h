@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/picture_options.h"
+#include "render/picture_options.h"
 #include "term/math_parser.h"
 
 namespace korvinth::app {
@@ -47,7 +47,7 @@ struct CommandLine
     std::optional<std::string> entry;  // of the collection, by name or number
     bool list = false;                 // the collection's entries
     bool all = false;                  // draws every entry
-    PictureOptions picture;
+    render::PictureOptions picture;
     std::vector<std::string> calculations;
     std::optional<int> places;
     std::optional<std::string> table;  // first, last and step as typed

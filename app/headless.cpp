@@ -9,17 +9,21 @@
 #include "app/picture_file.h"
 #include "app/plot_request.h"
 #include "document/calculator.h"
+#include "document/list_text.h"
 #include "document/value_table.h"
+#include "files/file_system.h"
 #include "files/path_text.h"
 
 namespace korvinth::app {
 namespace {
 
-// One message a line, without the separator that collected texts end with.
+// One message a line, without the separators that collected texts end with.
 void PrintMessage(std::ostream& errors, std::string_view text)
 {
-    while (!text.empty() && (text.back() == ' ' || text.back() == ';')) text.remove_suffix(1);
-    if (!text.empty()) errors << Printable(text) << '\n';
+    for (std::string_view line : document::SplitText(text, "\n")) {
+        while (line.ends_with(' ') || line.ends_with(';')) line.remove_suffix(1);
+        if (!line.empty()) errors << Printable(line) << '\n';
+    }
 }
 
 struct Results
@@ -79,6 +83,11 @@ std::string DrawFromCollection(Application& application, const CommandLine& comm
     if (command.places) application.Document().attributes.calculator_places = *command.places;
     if (!results.errors.empty()) return "";
     if (command.all) {
+        std::error_code fault;
+        if (!files::Disk().Exists(files::PathOf(command.output), fault)) {
+            results.errors = Quoted(command.output) + ": Den Ordner gibt es nicht";
+            return "";
+        }
         const bool shown = files::StderrIsTerminal();
         results.errors = DrawAll(application, file.collection, command.output, command.picture,
                                  [&](std::size_t done, std::size_t count) {

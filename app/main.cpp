@@ -1,6 +1,7 @@
 // The program: with a window, or without one when the command line asks for results.
 #include <QApplication>
 #include <QIcon>
+#include <QScreen>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -40,6 +41,11 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
                         korvinth::files::PathOf(QApplication::applicationDirPath().toStdString())),
                     dialogs);
     dialogs.SetWindow(&program.Window());
+    // A screen without room for the first size is used wholly.
+    const QSize room = QGuiApplication::primaryScreen()->availableSize();
+    if (room != room.expandedTo(program.Window().size())) {
+        program.Window().setWindowState(Qt::WindowMaximized);
+    }
     program.Start(command);
     return QApplication::exec();
 }

@@ -171,11 +171,7 @@ QList<ui::ChildWindow*> MainWindow::Children() const
 
 void MainWindow::ConnectSession()
 {
-    connect(session_.get(), &Session::outcomeChanged, this, [this](const QString& outcome) {
-        outcome_->setText(outcome);
-        outcome_->setAccessibleName("Ergebnis: " + outcome);
-        outcome_->setToolTip("<p>" + outcome.toHtmlEscaped() + "</p>");
-    });
+    connect(session_.get(), &Session::outcomeChanged, this, &MainWindow::ShowOutcome);
     connect(session_.get(), &Session::layoutChanged, this, &MainWindow::ArrangeWindows);
     connect(session_.get(), &Session::parametersWanted, this,
             [this] { ShowChild(sliders_frame_); });
@@ -242,6 +238,13 @@ void MainWindow::MakeShortcuts()
         if (QMdiSubWindow* child = area_->activeSubWindow()) child->close();
     });
     menus_.Entry("mn_redo").setShortcuts({QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")});
+}
+
+void MainWindow::ShowOutcome(const QString& outcome)
+{
+    outcome_->setText(outcome);
+    outcome_->setAccessibleName("Ergebnis: " + outcome);
+    outcome_->setToolTip("<p>" + outcome.toHtmlEscaped() + "</p>");
 }
 
 void MainWindow::ArrangeWindows()

@@ -40,6 +40,7 @@ public:
     ui::GraphForm& Graph() { return *graphform_; }
     QAction& MenuEntry(std::string_view name) { return menus_.Entry(name); }
 
+    void ShowOutcome(const QString& outcome);  // in the status bar, until the next one
     void ArrangeWindows();
     void CloseSliders();
     void CloseWindows();

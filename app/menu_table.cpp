@@ -24,6 +24,9 @@ constexpr MenuEntry kMainMenu[] = {
     {"mn_file", "mn_saveopt", "&Einstellungen speichern", Command, ""},
     {"mn_file", "mn_optdef", "&Voreinstellungen aktivieren", Command, ""},
     Line("mn_file"),
+    {"mn_file", "mn_export", "Graphik &exportieren...", Command, "Ctrl+E"},
+    {"mn_file", "mn_print", "&Drucken...", Command, "Ctrl+P"},
+    Line("mn_file"),
     {"mn_file", "mn_close", "&S&chließen", Command, "Ctrl+Q"},
 
     {"", "mn_edit", "&Bearbeiten", Menu, ""},
@@ -31,8 +34,8 @@ constexpr MenuEntry kMainMenu[] = {
     {"mn_edit", "mn_std", "Standardbereich verwenden", Command, ""},
     Line("mn_edit"),
     {"mn_edit", "mn_copytoclip", "Graphik als Bitmap in Zwischenablage &kopieren", Command,
-     "Ctrl+C", kLater},
-    {"mn_edit", "mn_emf", "Graphik im &EMF-Format in Zwischenablage kopieren", Command, "", kLater},
+     "Ctrl+C"},
+    {"mn_edit", "mn_emf", "Graphik im &EMF-Format in Zwischenablage kopieren", Command, ""},
     {"mn_edit", "mn_copytermo", "&Terme in Zwischenablage kopieren", Command, ""},
     {"mn_edit", "mn_paracopy", "Terme mit ersetzten &Parametern in Zwischenablage", Command, ""},
     Line("mn_edit"),
@@ -166,9 +169,8 @@ constexpr MenuEntry kGraphPopUp[] = {
     {"mn_pop1", "mng_alsopara", "Auch die Parameter zu dieser Funktion anzeigen", Command, ""},
     {"mn_pop1", "mng_family", "Als Scharfunktion zulassen", Check, ""},
     Line("mn_pop1"),
-    {"mn_pop1", "mng_copytoclip", "Graphik als Bitmap in Zwischenablage kopieren", Command, "",
-     kLater},
-    {"mn_pop1", "mng_emf", "Graphik im EMF-Format in Zwischenablage kopieren", Command, "", kLater},
+    {"mn_pop1", "mng_copytoclip", "Graphik als Bitmap in Zwischenablage kopieren", Command, ""},
+    {"mn_pop1", "mng_emf", "Graphik im EMF-Format in Zwischenablage kopieren", Command, ""},
 };
 
 constexpr std::string_view kOfRow[] = {

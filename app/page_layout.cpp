@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/picture_options.h"
 #include "document/number_text.h"
+#include "render/picture_options.h"
 
 namespace korvinth::app {
 namespace {
@@ -91,7 +91,7 @@ PlacedPicture Assemble(const ViewRange& screen, const Span& x, const Span& y, do
     PlacedPicture picture;
     const double pixels_per_unit = PixelsPerUnit(scale);
     picture.mm_per_pixel = scale * kMmPerCm / pixels_per_unit;
-    if (std::max(x.Length(), y.Length()) >= kLongestSide) {
+    if (std::max(x.Length(), y.Length()) >= render::kLongestSide) {
         picture.fault = "Bei diesem Maßstab wäre das Bild zu groß";
         return picture;
     }

@@ -87,7 +87,7 @@ private:
     {
         constexpr double kWidest = 200;
         const double width =
-            std::min(look.width * kMmPerInch / kUsualResolution / kLegendStep, kWidest);
+            std::min(look.width * kMmPerInch / render::kUsualResolution / kLegendStep, kWidest);
         if (look.type == document::LineType::Invisible) return;
         QPen pen(render::ToQt(look.colour), width, Qt::SolidLine, Qt::FlatCap);
         const render::DashPattern dashes(look.type, width);
@@ -104,13 +104,14 @@ private:
     double height_ = 0;
 };
 
-Room RoomOn(const QRectF& page, const PageMargins& margins)
+Room RoomOn(const QRectF& page, const render::PageMargins& margins)
 {
     return {margins.left, margins.top, page.width() - margins.left - margins.right,
             page.height() - margins.top - margins.bottom};
 }
 
-PlacedPicture PictureIn(const Room& room, const PageOptions& options, Application& application)
+PlacedPicture PictureIn(const Room& room, const render::PageOptions& options,
+                        Application& application)
 {
     if (!(room.width > 0 && room.height > 0)) {
         PlacedPicture none;
@@ -123,7 +124,7 @@ PlacedPicture PictureIn(const Room& room, const PageOptions& options, Applicatio
 
 }  // namespace
 
-PageReport DrawPage(QPainter& painter, const QRectF& page, const PageOptions& options,
+PageReport DrawPage(QPainter& painter, const QRectF& page, const render::PageOptions& options,
                     Application& application)
 {
     const Room room = RoomOn(page, options.margins);

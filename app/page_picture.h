@@ -6,7 +6,7 @@
 #include <string>
 
 #include "app/application.h"
-#include "app/picture_options.h"
+#include "render/picture_options.h"
 
 namespace korvinth::app {
 
@@ -19,7 +19,7 @@ struct PageReport
 // `page` is the whole sheet in millimetres, seen from the painter's origin: for a painter that
 // begins at the printable area its corner is negative. The painter draws on a device of that many
 // dots an inch as it says; it is as it was afterwards. The screen's picture is left alone.
-PageReport DrawPage(QPainter& painter, const QRectF& page, const PageOptions& options,
+PageReport DrawPage(QPainter& painter, const QRectF& page, const render::PageOptions& options,
                     Application& application);
 
 }  // namespace korvinth::app

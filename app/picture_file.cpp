@@ -3,15 +3,14 @@
 #include <QBuffer>
 #include <QGuiApplication>
 #include <QImage>
-#include <QPageSize>
 #include <QPdfWriter>
 #include <cmath>
 #include <memory>
 
 #include "app/page_layout.h"
 #include "app/page_picture.h"
+#include "app/picture_image.h"
 #include "app/toolkit.h"
-#include "render/qt/raster_surface.h"
 #include "render/qt/text_metrics.h"
 #include "render/svg_surface.h"
 
@@ -42,29 +41,14 @@ private:
     std::unique_ptr<QGuiApplication> application_;
 };
 
-// Of the screen's picture, in pixels.
-QSize AreaOf(const render::ViewRange& view)
+PictureBytes MakePng(Application& application, const render::PictureOptions& options)
 {
-    return {static_cast<int>(std::lround(view.WidthInPixels())),
-            static_cast<int>(std::lround(view.HeightInPixels()))};
-}
-
-// A dot is a part of a screen pixel at more than the usual resolution, so that texts and lines keep
-// their size on paper.
-PictureBytes MakePng(Application& application, const PictureOptions& options)
-{
-    const QSize dots = AreaOf(application.View());
-    if (qint64{dots.width()} * dots.height() > kLargestPicture) return {"", kTooLarge, ""};
-    const double scale = options.resolution / kUsualResolution;
-    const bool smooth = application.Document().attributes.smooth_drawing || scale != 1;
-    const int steps = render::GridSteps(smooth) * static_cast<int>(std::ceil(scale));
-    render::RasterSurface surface(dots, steps, scale);
-    if (surface.Image().isNull()) return {"", kTooLarge, ""};
-    render::ViewRange view = application.View();
-    view.area_width /= scale;
-    view.area_height /= scale;
-    application.Draw(surface, view);
-    QImage image = surface.Image();
+    const render::ViewRange view = SizedView(application.View(), options);
+    const QSize dots = AreaOf(view);
+    if (qint64{dots.width()} * dots.height() > render::kLargestPicture) return {"", kTooLarge, ""};
+    QImage image =
+        DrawImage(application, view, dots, options.resolution / render::kUsualResolution);
+    if (image.isNull()) return {"", kTooLarge, ""};
     constexpr double kInchesPerMetre = 1000 / kMmPerInch;
     const int dots_per_metre = static_cast<int>(std::lround(options.resolution * kInchesPerMetre));
     image.setDotsPerMeterX(dots_per_metre);
@@ -76,7 +60,7 @@ PictureBytes MakePng(Application& application, const PictureOptions& options)
     return {bytes.toStdString(), "", ""};
 }
 
-PictureBytes MakeSvg(Application& application, const PictureOptions& options)
+PictureBytes MakeSvg(Application& application, const render::PictureOptions& options)
 {
     const render::ToolkitTextMetrics metrics;
     if (options.page.scale) {
@@ -86,22 +70,27 @@ PictureBytes MakeSvg(Application& application, const PictureOptions& options)
         application.Draw(surface, picture.view);
         return {surface.Bytes(), "", ""};
     }
-    const QSize area = AreaOf(application.View());
+    const render::ViewRange view = SizedView(application.View(), options);
+    const QSize area = AreaOf(view);
     render::SvgSurface surface(area.width(), area.height(), std::nullopt, metrics);
-    application.Draw(surface, application.View());
+    application.Draw(surface, view);
     return {surface.Bytes(), "", ""};
 }
 
-PictureBytes MakeEmf(Application& application, const PictureOptions& options)
+PictureBytes MakeEmf(Application& application, const render::PictureOptions& options)
 {
     const render::ToolkitTextMetrics metrics;
-    const QSize area = AreaOf(application.View());
+    const render::ViewRange view = SizedView(application.View(), options);
+    const QSize area = AreaOf(view);
     render::MetafileSurface surface(area.width(), area.height(), options.screen, metrics);
-    application.Draw(surface, application.View());
+    application.Draw(surface, view);
     return {surface.Bytes(), "", ""};
 }
 
-PictureBytes MakePdf(Application& application, const PictureOptions& options)
+}  // namespace
+
+PictureBytes MakePage(Application& application, const QPageSize& paper,
+                      const render::PageOptions& options)
 {
     constexpr int kResolution = 2540;  // a hundredth of a millimetre
     QByteArray bytes;
@@ -113,45 +102,50 @@ PictureBytes MakePdf(Application& application, const PictureOptions& options)
         writer.setCreator("Korvinth 2");
         writer.setResolution(kResolution);
         // The margins are the page's own matter: here they would be rounded to points.
-        writer.setPageLayout(
-            {QPageSize(QPageSize::A4),
-             options.page.landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF()});
+        writer.setPageLayout({paper,
+                              options.landscape ? QPageLayout::Landscape : QPageLayout::Portrait,
+                              QMarginsF()});
         QPainter painter(&writer);
         if (!painter.isActive()) return {"", kTooLarge, ""};
         const QSizeF sheet = writer.pageLayout().fullRect(QPageLayout::Millimeter).size();
-        report = DrawPage(painter, {QPointF(), sheet}, options.page, application);
+        report = DrawPage(painter, {QPointF(), sheet}, options, application);
     }
     if (!report.fault.empty()) return {"", report.fault, ""};
     return {bytes.toStdString(), "", report.note};
 }
 
-}  // namespace
-
-PictureBytes MakePicture(Application& application, PictureFormat format,
-                         const PictureOptions& options)
+PictureBytes MakePicture(Application& application, render::PictureFormat format,
+                         const render::PictureOptions& options)
 {
     const DrawingToolkit toolkit;
     switch (format) {
-        case PictureFormat::Png: return MakePng(application, options);
-        case PictureFormat::Svg: return MakeSvg(application, options);
-        case PictureFormat::Pdf: return MakePdf(application, options);
-        case PictureFormat::Emf: break;
+        case render::PictureFormat::Png: return MakePng(application, options);
+        case render::PictureFormat::Svg: return MakeSvg(application, options);
+        case render::PictureFormat::Pdf:
+            return MakePage(application, QPageSize(QPageSize::A4), options.page);
+        case render::PictureFormat::Emf: break;
     }
     return MakeEmf(application, options);
 }
 
-PictureReport WritePicture(Application& application, const std::string& file,
-                           const PictureOptions& options, files::FileSystem& disk)
+std::string WriteBytes(const std::string& file, const PictureBytes& picture,
+                       files::FileSystem& disk)
 {
-    const std::optional<PictureFormat> format = FormatOf(file);
-    if (!format) return {"Bilder gibt es als .png, .svg, .pdf und .emf", ""};
-    const PictureBytes picture = MakePicture(application, *format, options);
-    if (!picture.fault.empty()) return {picture.fault, ""};
+    if (!picture.fault.empty()) return picture.fault;
     const std::error_code fault = files::ReplaceFile(disk, file, picture.bytes);
     // The file itself need not be there.
-    if (fault == std::errc::no_such_file_or_directory) return {"Den Ordner gibt es nicht", ""};
-    if (fault) return {files::ErrorText(fault), ""};
-    return {"", picture.note};
+    if (fault == std::errc::no_such_file_or_directory) return "Den Ordner gibt es nicht";
+    return fault ? files::ErrorText(fault) : "";
+}
+
+PictureReport WritePicture(Application& application, const std::string& file,
+                           const render::PictureOptions& options, files::FileSystem& disk)
+{
+    const std::optional<render::PictureFormat> format = render::FormatOf(file);
+    if (!format) return {"Bilder gibt es als .png, .svg, .pdf und .emf", ""};
+    const PictureBytes picture = MakePicture(application, *format, options);
+    const std::string fault = WriteBytes(file, picture, disk);
+    return {fault, fault.empty() ? picture.note : ""};
 }
 
 }  // namespace korvinth::app

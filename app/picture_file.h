@@ -1,11 +1,12 @@
 // Draws the plot into a file: image, vector graphic, page or metafile.
 #pragma once
 
+#include <QPageSize>
 #include <string>
 
 #include "app/application.h"
-#include "app/picture_options.h"
 #include "files/file_system.h"
+#include "render/picture_options.h"
 
 namespace korvinth::app {
 
@@ -17,10 +18,14 @@ struct PictureBytes
     std::string note;   // what of the plot the picture leaves out
 };
 
-// The whole picture at the size of the application's drawing area, which for an image is its size
-// in dots. The screen's picture is left alone. Works without a display.
-PictureBytes MakePicture(Application& application, PictureFormat format,
-                         const PictureOptions& options);
+// The whole picture; pixels of its size are dots of an image. The screen's picture is left alone.
+// Works without a display.
+PictureBytes MakePicture(Application& application, render::PictureFormat format,
+                         const render::PictureOptions& options);
+
+// The page of a PDF file on this paper; landscape turns it.
+PictureBytes MakePage(Application& application, const QPageSize& paper,
+                      const render::PageOptions& options);
 
 struct PictureReport
 {
@@ -28,9 +33,13 @@ struct PictureReport
     std::string note;
 };
 
-// Writes the format of the file's ending. Either the file is complete or an existing one is as it
-// was.
+// Either the file is complete or an existing one is as it was. What went wrong, in German.
+std::string WriteBytes(const std::string& file, const PictureBytes& picture,
+                       files::FileSystem& disk);
+
+// Writes the format of the file's ending in the same way.
 PictureReport WritePicture(Application& application, const std::string& file,
-                           const PictureOptions& options, files::FileSystem& disk = files::Disk());
+                           const render::PictureOptions& options,
+                           files::FileSystem& disk = files::Disk());
 
 }  // namespace korvinth::app

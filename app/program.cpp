@@ -3,9 +3,11 @@
 #include <QAction>
 #include <QCoreApplication>
 #include <QEvent>
+#include <QKeyEvent>
 
 #include "app/examples.h"
 #include "app/main_window.h"
+#include "app/picture_commands.h"
 #include "document/interval_text.h"
 #include "files/path_text.h"
 
@@ -19,6 +21,12 @@ bool HoldsFiles(const files::Path& directory)
            files::Disk().Exists(directory / kWorkingCollectionName, fault);
 }
 
+bool IsKeyOf(const QAction& entry, QEvent& event)
+{
+    const auto& key = static_cast<QKeyEvent&>(event);
+    return QKeySequence(key.keyCombination()) == entry.shortcut();
+}
+
 }  // namespace
 
 Program::Program(const files::Path& directory, ui::Dialogs& dialogs)
@@ -28,7 +36,10 @@ Program::Program(const files::Path& directory, ui::Dialogs& dialogs)
       window_(std::make_unique<MainWindow>(application_, dialogs)),
       files_(std::make_unique<CollectionFiles>(files::Disk(), place_.collection, window_->Entries(),
                                                static_cast<CollectionFilesHost&>(*this), dialogs)),
-      help_(std::make_unique<HelpControl>(*window_, directory))
+      help_(std::make_unique<HelpControl>(*window_, directory)),
+      pictures_(std::make_unique<PictureCommands>(application_, *window_, dialogs,
+                                                  files::WithEnding(place_.collection, ".emf"),
+                                                  files::Disk()))
 {
     connect(window_.get(), &MainWindow::closing, this, [this] { RunSteps(EndSteps(), *this); });
     connect(window_.get(), &MainWindow::fileDropped, this,
@@ -79,6 +90,13 @@ bool Program::eventFilter(QObject* watched, QEvent* event)
         case QEvent::KeyRelease:
         case QEvent::Wheel:
         case QEvent::Drop: files_->Touch(); break;
+        case QEvent::ShortcutOverride:
+            // On some desktops Ctrl+E would be the way to the end of a field's text.
+            if (IsKeyOf(window_->MenuEntry("mn_export"), *event)) {
+                event->ignore();
+                return true;
+            }
+            break;
         default: break;
     }
     return QObject::eventFilter(watched, event);
@@ -104,7 +122,12 @@ void Program::LoadDefinitions()
 
 void Program::ComputeMapping() { application_.UpdateMapping(); }
 
-void Program::SetUpWorkingCollection() { files_->SetUpWorkingCollection(); }
+void Program::SetUpWorkingCollection()
+{
+    files_->SetUpWorkingCollection();
+    // A second program may have no working collection yet, but the settings are those of all.
+    if (place_.collection.filename() != "korvinth.tmp") ReadSettings();
+}
 
 void Program::ReadCollection()
 {

@@ -15,6 +15,7 @@
 namespace korvinth::app {
 
 class MainWindow;
+class PictureCommands;
 
 class Program final : public QObject, LifeCycle, CollectionFilesHost
 {
@@ -66,6 +67,7 @@ private:
     std::unique_ptr<MainWindow> window_;
     std::unique_ptr<CollectionFiles> files_;
     std::unique_ptr<HelpControl> help_;
+    std::unique_ptr<PictureCommands> pictures_;
 };
 
 }  // namespace korvinth::app

@@ -117,6 +117,7 @@ void Session::DrawEntry(const document::CollectionEntry& entry)
     std::string faults;
     AsOneStep([&] {
         faults = application_.TakeEntry(entry);
+        counts_are_stored_ = true;
         FollowSettings();
         windows_.terms.init();
         Rebuild();
@@ -129,6 +130,7 @@ void Session::DrawRequest(const CommandLine& command)
 {
     AsOneStep([&] {
         document::FillPlot({}, application_.Document());
+        counts_are_stored_ = false;
         ShowPlot(ApplyRequest(application_, command));
     });
 }
@@ -444,11 +446,22 @@ void Session::CopyTerms(bool with_values) const
     QGuiApplication::clipboard()->setText(QString::fromStdString(text));
 }
 
+void Session::FollowRedraw()
+{
+    counts_are_stored_ = false;
+    additions_.FollowRedraw();
+}
+
 void Session::FollowArea()
 {
     const QSize size = windows_.graph.AreaSize();
-    application_.SetAreaSize(size.width(), size.height());
-    TellSampleCounts();
+    const bool other_width = application_.SetAreaSize(size.width(), size.height());
+    // The counts of a stored plot are not those of an area that did not show it yet.
+    if (!counts_are_stored_) {
+        const bool follow = !Document().attributes.constant_sample_count;
+        if (other_width && follow) application_.ForgetSampleCounts();
+        TellSampleCounts();
+    }
     parameters_.FollowRange();
     windows_.ranges.updateall();
     RedrawGraph();

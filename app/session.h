@@ -101,7 +101,7 @@ public:
     void SetCalculator(ui::MiniCalc& calculator) { calculator_ = &calculator; }
     void TakeCalculatorPlaces(int places);
     // After the picture was drawn.
-    void FollowRedraw() { additions_.FollowRedraw(); }
+    void FollowRedraw();
 
     const document::PlotDocument& Document() const { return application_.Document(); }
     int SampleCount(document::SlotIndex slot) const { return application_.SampleCount(slot); }
@@ -165,6 +165,7 @@ private:
     document::PlotSnapshot before_drag_;    // of an additional point
     document::PlotSnapshot before_ranges_;  // that brought new parameters
     bool rows_are_applied_ = false;         // Apply takes the editor's rows
+    bool counts_are_stored_ = false;        // of samples: an entry's, which was not drawn yet
 };
 
 }  // namespace korvinth::app

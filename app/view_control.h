@@ -9,6 +9,7 @@
 
 #include "document/plot_document.h"
 #include "document/plot_entry.h"
+#include "document/range_bounds.h"
 #include "render/view_history.h"
 #include "render/view_range.h"
 #include "render/view_zoom.h"
@@ -125,6 +126,7 @@ private:
     bool OneScale() const;
 
     bool InForce(ui::RangeAxis axis) const;
+    bool LeftByZoom(ui::RangeAxis axis, const document::RangeBounds& bounds) const;
     void ForgetParameters(unsigned state_bit);
     void AnnounceTaken(const std::vector<ui::RangeFault>& faults);
     bool CollectNewNames(const document::RangeTexts& typed);

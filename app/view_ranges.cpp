@@ -50,6 +50,23 @@ bool ViewControl::InForce(RangeAxis axis) const
            texts.*entry.upper_text == document::ShortestText(view_.*entry.upper);
 }
 
+// Numbers that a zoom has left are taken although they are too close to be typed: they come from a
+// file or from an earlier step.
+bool ViewControl::LeftByZoom(RangeAxis axis, const document::RangeBounds& bounds) const
+{
+    const AxisEntry& entry = Entry(axis);
+    const RangeTexts& texts = document_.ranges;
+    if (bounds.faulty != document::FaultyBound::Both || !(bounds.lower < bounds.upper) ||
+        texts.*entry.lower_text != document::ShortestText(bounds.lower) ||
+        texts.*entry.upper_text != document::ShortestText(bounds.upper)) {
+        return false;
+    }
+    ViewRange view = view_;
+    view.*entry.lower = bounds.lower;
+    view.*entry.upper = bounds.upper;
+    return CanBeDisplayed(view);
+}
+
 std::string ViewControl::ReadRanges(bool& changed)
 {
     const ViewRange before = view_;
@@ -61,12 +78,11 @@ std::string ViewControl::ReadRanges(bool& changed)
             ScaleYLikeX();
             continue;
         }
-        // Numbers that a zoom has left are taken although they may be too close to be typed.
         if (InForce(entry.axis)) continue;
         if (entry.axis == RangeAxis::Y) y_is_free_ = false;
         const document::RangeBounds bounds = document::ReadRangeBounds(
             parser_, document_, texts.*entry.lower_text, texts.*entry.upper_text);
-        if (!bounds.fault.empty()) {
+        if (!bounds.fault.empty() && !LeftByZoom(entry.axis, bounds)) {
             faults += std::string(entry.name) + ": " + bounds.fault + "; ";
             continue;
         }

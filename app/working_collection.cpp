@@ -96,10 +96,10 @@ void WorkingCollection::WriteWhenDue()
 void WorkingCollection::Write()
 {
     look_.stop();
-    std::optional<std::string> bytes = content_();
-    if (!bytes) return;
-    size_ = bytes->size();
-    writer_.Write(*std::move(bytes));
+    std::optional<WorkingContent> content = content_();
+    if (!content) return;
+    size_ = content->bytes;
+    writer_.Write(std::move(content->compose));
 }
 
 std::error_code WorkingCollection::Flush()

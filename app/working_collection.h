@@ -36,19 +36,26 @@ inline constexpr std::size_t kLargeCollection = 1'000'000;  // bytes
 
 struct WorkingState
 {
-    std::size_t bytes = 0;                // of the file when it was last written
+    std::size_t bytes = 0;                // about, of the file when it was last written or read
     std::chrono::milliseconds waiting{};  // since the first change that is not written
     std::chrono::milliseconds quiet{};    // since the last
     bool animated = false;
 };
 bool IsDue(const WorkingState& state);
 
+// What is to be written.
+struct WorkingContent
+{
+    std::size_t bytes = 0;  // about
+    BackgroundWriter::Content compose;
+};
+
 class WorkingCollection final : public QObject
 {
     Q_OBJECT
 public:
-    // Puts the file's content together; nothing when it is what it was the last time.
-    using Content = std::function<std::optional<std::string>()>;
+    // The file's content; nothing when it is what it was the last time.
+    using Content = std::function<std::optional<WorkingContent>()>;
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
     // The disk outlives the object.
@@ -62,6 +69,8 @@ public:
     std::error_code Flush();
     // Nothing is written until the next change, since the file is about to be replaced.
     void Forget();
+    // So much was read, and is about what will be written.
+    void Expect(std::size_t bytes) { size_ = bytes; }
 
 Q_SIGNALS:
     void failed(std::error_code fault);  // once until writing succeeds again
@@ -77,7 +86,7 @@ private:
     BackgroundWriter writer_;
     QTimer look_;  // runs while a change is not written
     std::chrono::steady_clock::time_point first_{}, last_{};
-    std::size_t size_ = 0;  // of what was written last
+    std::size_t size_ = 0;  // about, of what was written last
     bool told_ = false;
 };
 

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "document/collection.h"
 #include "document/storable_text.h"
@@ -19,6 +20,11 @@ std::string ReadCollection(std::string_view bytes, ReadMode mode, Collection& co
 
 // The bytes of a file: the buffer entry, then all rows.
 std::string WriteCollection(const Collection& collection);
+
+// The same in two steps: the blocks of the rows, as UTF-8, and the file around them. Who keeps the
+// first has the second at little cost while the rows stay as they are.
+std::string RowsText(const std::vector<CollectionEntry>& rows);
+std::string WriteCollection(const CollectionEntry& buffer, std::string_view rows_text);
 
 // An empty collection file.
 inline constexpr std::string_view kEmptyCollection = "[Korvinth]\r\n\r\n[Funktionenplotter]\r\n";

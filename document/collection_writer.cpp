@@ -101,16 +101,28 @@ void WriteBlock(const CollectionEntry& entry, std::string_view short_text,
 
 }  // namespace
 
-std::string WriteCollection(const Collection& collection)
+std::string RowsText(const std::vector<CollectionEntry>& rows)
+{
+    std::string text;
+    for (const CollectionEntry& row : rows) {
+        text += kLineBreak;
+        WriteBlock(row, row[Column::ShortText], row[Column::LongText], text);
+    }
+    return text;
+}
+
+std::string WriteCollection(const CollectionEntry& buffer, std::string_view rows_text)
 {
     std::string text = "[" + std::string(kModeNames[0]) + "]";
     text += kLineBreak;
-    WriteBlock(collection.buffer, kBufferName, "", text);
-    for (const CollectionEntry& entry : collection.entries) {
-        text += kLineBreak;
-        WriteBlock(entry, entry[Column::ShortText], entry[Column::LongText], text);
-    }
+    WriteBlock(buffer, kBufferName, "", text);
+    text += rows_text;
     return EncodeText(text);
+}
+
+std::string WriteCollection(const Collection& collection)
+{
+    return WriteCollection(collection.buffer, RowsText(collection.entries));
 }
 
 }  // namespace korvinth::document

@@ -10,7 +10,7 @@
 #include <optional>
 #include <ranges>
 
-#include "ui/storable_input.h"
+#include "ui/storable_fields.h"
 
 namespace korvinth::ui {
 namespace {
@@ -48,7 +48,7 @@ Asymptoten::Asymptoten(Dialogs& dialogs, QWidget* parent)
       message_(new MessageLine(this))
 {
     setObjectName("Asymptoten");
-    input_->setValidator(new StorableInput(input_));
+    KeepStorableTerm(*input_);
     setWindowTitle("Zusätzliche Geraden");
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 12, 12, 12);

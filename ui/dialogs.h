@@ -8,6 +8,9 @@
 
 namespace korvinth::ui {
 
+// What Enter and the space bar answer.
+enum class Preset { Yes, No };
+
 class Dialogs
 {
 public:
@@ -15,7 +18,8 @@ public:
 
     virtual void ShowError(const std::string& title, const std::string& text) = 0;
     virtual void ShowExclamation(const std::string& title, const std::string& text) = 0;
-    virtual bool AskYesNo(const std::string& title, const std::string& text) = 0;
+    virtual bool AskYesNo(const std::string& title, const std::string& text,
+                          Preset preset = Preset::Yes) = 0;
 
     // `filter` as "Textdateien (*.txt)|*.txt|Alle Dateien (*.*)|*.*"; nothing when cancelled. The
     // file may exist or not in both; a name typed without an ending takes that of the filter when

@@ -114,7 +114,7 @@ public:
         auto* editor = new QLineEdit(parent);
         editor->setObjectName("samml_name");
         editor->setAccessibleName("Name des Eintrags");
-        KeepStorable(*editor);
+        KeepStorableName(*editor);
         return editor;
     }
 

@@ -12,7 +12,7 @@
 #include "document/number_text.h"
 #include "render/pointer_text.h"
 #include "ui/click_button.h"
-#include "ui/storable_input.h"
+#include "ui/storable_fields.h"
 
 namespace korvinth::ui {
 namespace {
@@ -137,7 +137,7 @@ QLineEdit* InterForm::MakeField(const QString& name, const QString& caption)
     field->setObjectName(name);
     field->setAccessibleName(caption);
     ShowAsFaulty(*field, "");
-    field->setValidator(new StorableInput(field));
+    KeepStorableTerm(*field);
     field->setMinimumHeight(field->sizeHint().height());  // also as a faulty one
     field->setMinimumWidth(kCharacters * fontMetrics().horizontalAdvance('0'));
     connect(field, &QLineEdit::returnPressed, this, &InterForm::TakeFields);

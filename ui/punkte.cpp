@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <ranges>
 
-#include "ui/storable_input.h"
+#include "ui/storable_fields.h"
 
 namespace korvinth::ui {
 namespace {
@@ -94,7 +94,7 @@ Punkte::Punkte(Dialogs& dialogs, QWidget* parent)
 void Punkte::MakeInput(QVBoxLayout& layout)
 {
     input_->setObjectName("Text1");
-    input_->setValidator(new StorableInput(input_));
+    KeepStorableTerm(*input_);
     input_->setAccessibleName("Neuer Punkt");
     input_->setAccessibleDescription("Name und Koordinaten, die Terme sein dürfen: P(2 | a)");
     input_->setPlaceholderText("zum Beispiel P(2 | a)");

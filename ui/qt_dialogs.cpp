@@ -62,11 +62,12 @@ void QtDialogs::ShowExclamation(const std::string& title, const std::string& tex
     ShowBox(window_, QMessageBox::Warning, title, text);
 }
 
-bool QtDialogs::AskYesNo(const std::string& title, const std::string& text)
+bool QtDialogs::AskYesNo(const std::string& title, const std::string& text, Preset preset)
 {
     QMessageBox box(QMessageBox::Question, QString::fromStdString(title), Shown(text),
                     QMessageBox::Yes | QMessageBox::No, window_);
     box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(preset == Preset::Yes ? QMessageBox::Yes : QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
 }

@@ -18,7 +18,7 @@ public:
 
     void ShowError(const std::string& title, const std::string& text) override;
     void ShowExclamation(const std::string& title, const std::string& text) override;
-    bool AskYesNo(const std::string& title, const std::string& text) override;
+    bool AskYesNo(const std::string& title, const std::string& text, Preset preset) override;
     std::optional<std::string> OpenFile(const std::string& title,
                                         const std::string& filter) override;
     std::optional<std::string> SaveFile(const std::string& title,

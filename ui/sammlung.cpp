@@ -74,6 +74,19 @@ constexpr MenuRow kMenu[] = {
 
 const char* const kNothingSelected = " (kein Eintrag angewählt)";
 
+// The lines of a column that are not empty, as many as can be looked at.
+QString DetailText(std::string_view column)
+{
+    document::LineCursor lines(column);
+    QString text;
+    for (std::string_view line = lines.NextFull(); line != "end" && text.size() <= kLongestDetail;
+         line = lines.NextFull()) {
+        if (!text.isEmpty()) text += '\n';
+        text += ShownText(line);
+    }
+    return text.size() > kLongestDetail ? text.left(kLongestDetail) + " …" : text;
+}
+
 }  // namespace
 
 Sammlung::Sammlung(const document::CollectionEditor& editor, PreviewSource previews,
@@ -257,8 +270,7 @@ void Sammlung::ShowSelected()
 void Sammlung::ShowDetails(const document::CollectionEntry* entry)
 {
     for (const auto& [column, content] : contents_) {
-        QString text = entry != nullptr ? ShownText((*entry)[column]) : QString();
-        if (text.size() > kLongestDetail) text = text.left(kLongestDetail) + " …";
+        const QString text = entry != nullptr ? DetailText((*entry)[column]) : QString();
         content->setText(text);
         fields_->setRowVisible(content, !text.isEmpty());
     }

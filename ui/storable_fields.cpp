@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTextCursor>
+#include <QValidator>
 #include <algorithm>
 #include <optional>
 
@@ -45,11 +46,36 @@ QString Storable(const QString& typed, std::string (*storable)(std::string_view)
     return ShownText(storable(typed.toStdString()));
 }
 
-QString StorableLine(const QString& typed)
+QString StorableTerm(const QString& typed) { return Storable(typed, document::StorableTerm); }
+
+QString StorableName(const QString& typed)
 {
     const qsizetype length = LengthWithoutBlanks(typed);
+    if (length == 0) return {};
     return Storable(typed.left(length), document::StorableShortText) + typed.mid(length);
 }
+
+// Rewrites before anybody hears of the text.
+class StorableInput : public QValidator
+{
+public:
+    using Rewrite = QString (*)(const QString&);
+    StorableInput(Rewrite rewrite, QObject* parent) : QValidator(parent), rewrite_(rewrite) {}
+
+    State validate(QString& input, int& position) const override
+    {
+        const QString result = rewrite_(input);
+        if (result != input) {
+            // The part before the caret is rewritten as it is in the whole.
+            position = static_cast<int>(rewrite_(input.left(position)).size());
+            input = result;
+        }
+        return Acceptable;
+    }
+
+private:
+    Rewrite rewrite_;
+};
 
 QString StorableLines(const QString& typed)
 {
@@ -74,21 +100,6 @@ QString TextOf(const QPlainTextEdit& field)
     return text;
 }
 
-void Replace(QLineEdit& field, const Replacement& part)
-{
-    const auto end = part.start + part.length;
-    auto caret = static_cast<qsizetype>(field.cursorPosition());
-    if (caret >= end) {
-        caret += part.text.size() - part.length;
-    } else if (caret > part.start) {
-        caret = part.start + part.text.size();
-    }
-    field.setSelection(static_cast<int>(part.start), static_cast<int>(part.length));
-    if (part.length == 0) field.setCursorPosition(static_cast<int>(part.start));
-    field.insert(part.text);
-    field.setCursorPosition(static_cast<int>(caret));
-}
-
 void Replace(QPlainTextEdit& field, const Replacement& part)
 {
     QTextCursor cursor(field.document());
@@ -101,11 +112,14 @@ void Replace(QPlainTextEdit& field, const Replacement& part)
 
 }  // namespace
 
-void KeepStorable(QLineEdit& field)
+void KeepStorableTerm(QLineEdit& field)
 {
-    QObject::connect(&field, &QLineEdit::textEdited, &field, [&field](const QString& typed) {
-        if (const auto part = Difference(typed, StorableLine(typed))) Replace(field, *part);
-    });
+    field.setValidator(new StorableInput(StorableTerm, &field));
+}
+
+void KeepStorableName(QLineEdit& field)
+{
+    field.setValidator(new StorableInput(StorableName, &field));
 }
 
 // The replacement's own signal finds nothing more to do.

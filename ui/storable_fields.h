@@ -10,11 +10,12 @@ class QPlainTextEdit;
 
 namespace korvinth::ui {
 
-// While the user types, signs that a collection file cannot hold become those that it can; the
-// caret and the field's own undoing stay. Blanks at the end, and empty lines there, are left for
-// more to be typed behind them; they are none of the stored text.
-void KeepStorable(QLineEdit& field);
-void KeepStorable(QPlainTextEdit& field);
+// From now on signs that a collection file cannot hold become at once those that it can; what
+// stands behind the caret stays behind it. Of a name and a description, blanks at the end, and
+// empty lines there, are left for more to be typed behind them; they are none of the stored text.
+void KeepStorableTerm(QLineEdit& field);  // also what the program puts in
+void KeepStorableName(QLineEdit& field);
+void KeepStorable(QPlainTextEdit& field);  // the field's own undoing stays
 
 // What the field's text is in the collection. Lines end in CR LF.
 std::string StoredText(const QLineEdit& field);

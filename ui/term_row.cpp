@@ -12,7 +12,7 @@
 #include <QPalette>
 #include <algorithm>
 
-#include "ui/storable_input.h"
+#include "ui/storable_fields.h"
 
 namespace korvinth::ui {
 namespace {
@@ -68,7 +68,7 @@ TermField::TermField(QWidget* parent) : QLineEdit(parent)
 {
     // No text of the document is cut off; what is pasted has a limit of its own.
     setMaxLength(100 * kLongestText);
-    setValidator(new StorableInput(this));
+    KeepStorableTerm(*this);
 }
 
 void TermField::ShowText(const QString& shown)

@@ -209,7 +209,7 @@ TEST_F(CollectionControlTest, ProtectedEntriesChangeOnlyAfterAQuestion)
         EXPECT_EQ(dialogs_.questions,
                   std::vector<std::string>{"Achtung!|Der Eintrag „B“ ist geschützt. Soll er "
                                            "trotzdem " +
-                                           std::string(row.question) + " werden?"});
+                                           std::string(row.question) + " werden?|Nein"});
     }
     Select({0, 2});
     dialogs_.questions.clear();

@@ -65,7 +65,7 @@ TEST(Headless, ListsAndDrawsTheEntriesOfACollection)
     ASSERT_TRUE(source.open(QIODevice::WriteOnly));
     source.write(
         "[Funktionenplotter]\r\n{short:one\r\nf(x)=3\r\na=2}\r\n"
-        "{*short:Gl\xFC/ck\r\nf(x)=a*x\r\na=7}\r\n{short:bad\r\nf(x)=sin(}\r\n");
+        "{*short:Gl\xFC/ck\r\nf(x)=a*x\r\na=7}\r\n{short:bad\r\nf(x)=x\r\nx[1;]\r\nt[1;]}\r\n");
     source.close();
 
     Outcome outcome = Call({file, "--liste"});
@@ -85,10 +85,12 @@ TEST(Headless, ListsAndDrawsTheEntriesOfACollection)
 
     outcome = Call({file, "--alle", "--ausgabe", folder.path().toStdString() + "/"});
     EXPECT_EQ(outcome.status, kInputError);
-    EXPECT_TRUE(outcome.errors.starts_with("„bad“: ")) << outcome.errors;
+    EXPECT_EQ(outcome.errors, "„bad“: „x[1;]“: Das ist keine Zahl\n„t[1;]“: Das ist keine Zahl\n");
     for (const char* const name : {"1-one.png", "2-Glü_ck.png", "3-bad.png"}) {
         EXPECT_TRUE(QFile::exists(folder.filePath(name))) << name;
     }
+    outcome = Call({file, "--alle", "--ausgabe=/none/"});
+    EXPECT_EQ(outcome.errors, "„/none/“: Den Ordner gibt es nicht\n");
     EXPECT_EQ(Call({folder.filePath("none.txt").toStdString(), "--liste"}).status, kInputError);
 }
 

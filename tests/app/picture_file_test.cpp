@@ -33,7 +33,10 @@ struct PictureFileTest : testing::Test
         command.height = height;
         ASSERT_EQ(ApplyRequest(application, command).errors, "");
     }
-    PictureBytes Make(PictureFormat format) { return MakePicture(application, format, options); }
+    PictureBytes Make(render::PictureFormat format)
+    {
+        return MakePicture(application, format, options);
+    }
     auto ScreenCommands()
     {
         render::RecordingSurface surface(400, 300, 1);
@@ -42,7 +45,7 @@ struct PictureFileTest : testing::Test
     }
 
     Application application;
-    PictureOptions options;
+    render::PictureOptions options;
 };
 
 // The paths that a page strokes, in millimetres from the upper left corner of the sheet.
@@ -113,7 +116,7 @@ TEST_F(PictureFileTest, APageKeepsItsScaleInBothDirections)
             options.page.scale = scale;
             options.page.landscape = landscape;
             options.page.legend = landscape;
-            const PictureBytes pdf = Make(PictureFormat::Pdf);
+            const PictureBytes pdf = Make(render::PictureFormat::Pdf);
             ASSERT_EQ(pdf.fault + pdf.note, "");
             std::vector<PagePath> paths = StrokedPaths(pdf.bytes);
             if (landscape) {
@@ -150,8 +153,8 @@ TEST_F(PictureFileTest, NothingDisturbsTheScreensPicture)
     const double scale = application.Parser().VariableValue(application.Document().variables.xmu);
     options.page.scale = 2;
     options.resolution = 300;
-    for (const auto format :
-         {PictureFormat::Png, PictureFormat::Svg, PictureFormat::Pdf, PictureFormat::Emf}) {
+    for (const auto format : {render::PictureFormat::Png, render::PictureFormat::Svg,
+                              render::PictureFormat::Pdf, render::PictureFormat::Emf}) {
         EXPECT_EQ(Make(format).fault, "");
         EXPECT_EQ(application.View().area_width, 400 * 15);
         EXPECT_EQ(application.View().x_min, -5);
@@ -167,7 +170,7 @@ TEST_F(PictureFileTest, AnImageKnowsItsResolutionAndGrowsWithIt)
     Plot(401, 300);  // no whole number of screen pixels at 300 dots an inch
     for (const double resolution : {96.0, 300.0}) {
         options.resolution = resolution;
-        const PictureBytes png = Make(PictureFormat::Png);
+        const PictureBytes png = Make(render::PictureFormat::Png);
         const QImage image = QImage::fromData(QByteArray::fromStdString(png.bytes));
         EXPECT_EQ(image.size(), QSize(401, 300));
         EXPECT_EQ(image.dotsPerMeterX(), std::lround(resolution / 0.0254));
@@ -186,10 +189,11 @@ TEST_F(PictureFileTest, AllSizesGiveAPictureOrAMessage)
          {QSize(1, 1), QSize(0, 0), QSize(30'000, 1), QSize(1, 30'000), QSize(30'000, 30'000)}) {
         SCOPED_TRACE(testing::Message() << size.width() << "x" << size.height());
         application.SetAreaSize(size.width(), size.height());
-        for (const auto format : {PictureFormat::Svg, PictureFormat::Pdf, PictureFormat::Emf}) {
+        for (const auto format :
+             {render::PictureFormat::Svg, render::PictureFormat::Pdf, render::PictureFormat::Emf}) {
             EXPECT_EQ(Make(format).fault, "");
         }
-        const PictureBytes png = Make(PictureFormat::Png);
+        const PictureBytes png = Make(render::PictureFormat::Png);
         EXPECT_EQ(png.fault.empty(), size.width() < 30'000 || size.height() < 30'000);
         EXPECT_EQ(png.bytes.empty(), !png.fault.empty());
     }

@@ -108,7 +108,10 @@ TEST_F(ProgramTest, ACrashLosesNeitherPlotNorEntries)
     Trigger("mn_add");
     Type(2, "h(x)=7");
     program_->Window().PlotSession().Parameters().setpar(kA, 4.5);
+    dialogs_.number = 777;
+    program_->Window().PlotSession().AskSampleCount(document::SlotIndex{0});
     ASSERT_TRUE(WaitForWorking("a=4.5"));
+    ASSERT_TRUE(WaitForWorking("Sf[0;0;777]"));
     ASSERT_TRUE(WaitForWorking("h(x)=7"));
     Kill();
 
@@ -117,6 +120,7 @@ TEST_F(ProgramTest, ACrashLosesNeitherPlotNorEntries)
     EXPECT_EQ(Row(1), "g(x) = (x");
     EXPECT_EQ(Row(2), "h(x) = 7");
     EXPECT_EQ(program_->Window().PlotSession().Document().parameters[kA].value, 4.5);
+    EXPECT_EQ(program_->Window().PlotSession().SampleCount(document::SlotIndex{0}), 776);
     EXPECT_EQ(Entries(), 1U);
     EXPECT_TRUE(Caption().startsWith("Sammlung: (noch ohne Bezeichnung)"));
     EXPECT_FALSE(Find<QAction>("mn_undo")->isEnabled());
@@ -160,7 +164,7 @@ TEST_F(ProgramTest, SavesOpensAndAppends)
     dialogs_.files = {File("a.txt"), File("b.txt")};  // "No, do not overwrite": asked again
     Trigger("mn_saveas");
     EXPECT_EQ(dialogs_.questions,
-              Texts{"Meldung:|Diese Datei gibt es bereits. Soll sie überschrieben werden?"});
+              Texts{"Meldung:|Diese Datei gibt es bereits. Soll sie überschrieben werden?|Nein"});
     EXPECT_EQ(Content("b.txt"), Content("a.txt"));
     EXPECT_EQ(Caption(), "Sammlung: b.txt");
 
@@ -240,6 +244,16 @@ TEST_F(ProgramTest, ADamagedWorkingCollectionIsSetAside)
     }
 }
 
+TEST_F(ProgramTest, AWorkingCollectionThatCannotBeReadIsSetAside)
+{
+    std::filesystem::create_directory(Directory() / "korvinth.tmp");
+    Start();
+    EXPECT_EQ(dialogs_.errors.size(), 1U);
+    EXPECT_TRUE(std::filesystem::is_directory(Directory() / "korvinth.tmp.defekt"));
+    Type(0, "x");
+    EXPECT_TRUE(WaitForWorking("f(x)=x"));
+}
+
 TEST_F(ProgramTest, ADamagedFileSurvivesBeingSavedOver)
 {
     const std::string damaged = "[Funktionenplotter]\r\n{short:one\r\nlong:\\end\\}\r\n{short:two";
@@ -259,9 +273,13 @@ TEST_F(ProgramTest, TwoProgramsKeepApart)
     Start();
     Type(0, "x");
     ASSERT_TRUE(WaitForWorking("f(x)=x"));
+    Trigger("mn_viewnumb");
+    Trigger("mn_saveopt");
     {
         Program second(Directory(), dialogs_);
         second.Start({});
+        EXPECT_FALSE(second.Window().findChild<QAction*>("mn_viewnumb")->isChecked())
+            << "the settings are those of all programs";
         auto* row = second.Window().findChild<QLineEdit*>("fnam[0]");
         EXPECT_EQ(row->text(), "");
         QTest::keyClicks(row, "x^7");

@@ -169,6 +169,13 @@ TEST_F(ViewControlTest, ARebuildLeavesWhatAGestureHasShown)
         EXPECT_FALSE(changed);
         EXPECT_EQ(views.View().x_min, shown.x_min);
         EXPECT_EQ(views.View().y_max, shown.y_max);
+        const document::RangeTexts texts = document.ranges;
+        views.UseStandardRange();
+        document.ranges = texts;  // as a file or an earlier step has them
+        EXPECT_EQ(views.ReadRanges(changed), "");
+        EXPECT_EQ(views.View().x_min, shown.x_min);
+        EXPECT_EQ(views.View().x_max, shown.x_max);
+        EXPECT_EQ(views.View().y_max, shown.y_max);
     }
 }
 

@@ -6,6 +6,7 @@
 #include <random>
 
 #include "document/general_settings.h"
+#include "document/list_text.h"
 
 namespace korvinth::document {
 namespace {
@@ -133,52 +134,12 @@ TEST(AttributesText, HoldsEveryValue)
 
 TEST(AttributesText, LeavesOutWhatTheWindowsWouldNotAllow)
 {
-    for (const std::string_view text : {"",
-                                        ";;;",
-                                        "f",
-                                        "f=",
-                                        "f=1000000000",
-                                        "f=9.5",
-                                        "f=12x",
-                                        "n=-3",
-                                        "n=1e300",
-                                        "a=nan",
-                                        "a=inf",
-                                        "a=0",
-                                        "h=9",
-                                        "S=inf",
-                                        "S=nan",
-                                        "N=22",
-                                        "z=0.5,nan",
-                                        "z=inf",
-                                        "k=23",
-                                        "k=-1",
-                                        "t=5",
-                                        "d=7,2",
-                                        "w=0",
-                                        "w=4",
-                                        "r=3",
-                                        "r=-1",
-                                        "c=-1,16777216,x",
-                                        "s=2?x",
-                                        "x=%7D",
-                                        "x=a%0Ab",
-                                        "x=123456789012345678901",
-                                        "X=3",
-                                        "X=",
-                                        "Y=00",
-                                        "Y=0-1",
-                                        "Y=0nan",
-                                        "Y=0(",
-                                        "Y=0%7B1",
-                                        "l=1",
-                                        "l=0,5",
-                                        "l=nan",
-                                        "l=0.1)+(0.1",
-                                        "l=",
-                                        "l=0.1*1*1*1*1*1*1*1*1*1*1*1*1*1*1*1*1*1*1*1",
-                                        "q=a}b",
-                                        "q=a\nb"}) {
+    constexpr std::string_view kTexts =
+        "|;;;|f|f=|f=1000000000|f=9.5|f=12x|n=-3|n=1e300|a=nan|a=inf|a=0|h=9|S=inf|S=nan|N=22|"
+        "z=0.5,nan|z=inf|k=23|k=-1|t=5|d=7,2|w=0|w=4|r=3|r=-1|c=-1,16777216,x|s=2?x|x=%7D|"
+        "x=a%0Ab|x=123456789012345678901|X=3|X=|Y=00|Y=0-1|Y=0nan|Y=0(|Y=0%7B1|l=1|l=0,5|l=nan|"
+        "l=0.1)+(0.1|l=|l=0.1*1*1*1*1*1*1*1*1*1*1*1*1*1*1*1*1*1*1*1|q=a}b|q=a\nb";
+    for (const std::string_view text : SplitText(kTexts, "|")) {
         SCOPED_TRACE(text);
         DisplayAttributes attributes;
         TakeAttributesText(text, AttributeScope::Everything, attributes);

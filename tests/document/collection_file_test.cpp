@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "document/list_text.h"
 #include "shown_entry.h"
 #include "term/words.h"
 
@@ -209,46 +210,12 @@ protected:
     // Pieces that a file gives a meaning to, and some that it does not.
     std::string Text(std::size_t pieces)
     {
-        static const std::vector<std::string> kPieces{"}",
-                                                      "{",
-                                                      "\\end\\",
-                                                      "\\n",
-                                                      "\\",
-                                                      "end",
-                                                      "n",
-                                                      " ",
-                                                      "  ",
-                                                      "a",
-                                                      "ü",
-                                                      "🙂",
-                                                      "€",
-                                                      "\n",
-                                                      "\r\n",
-                                                      "\r",
-                                                      "=",
-                                                      "[",
-                                                      "]",
-                                                      "(",
-                                                      ")",
-                                                      "u",
-                                                      "D",
-                                                      "long:",
-                                                      "asy=",
-                                                      "$",
-                                                      "short:",
-                                                      "Punkte=",
-                                                      "*",
-                                                      "x$[",
-                                                      "\t",
-                                                      "\x01",
-                                                      "\u0081",
-                                                      "__tmp__",
-                                                      "\n[Kurvenplotter]\n",
-                                                      "\n[Funktionenplotter]\n",
-                                                      "Attribs=",
-                                                      "(]",
-                                                      "\u00A0",
-                                                      ";"};
+        static const std::vector<std::string_view> kPieces = SplitText(
+            "}|{|\\end\\|\\n|\\|end|n| |  "
+            "|a|ü|🙂|€|\n|\r\n|\r|=|[|]|(|)|u|D|long:|asy=|$|short:|"
+            "Punkte=|*|x$[|\t|\x01|\u0081|__tmp__|\n[Kurvenplotter]\n|\n[Funktionenplotter]\n|"
+            "Attribs=|(]|\u00A0|;",
+            "|");
         std::string text;
         while (pieces-- > 0) text += kPieces[generator_() % kPieces.size()];
         return text;

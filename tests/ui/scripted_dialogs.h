@@ -22,9 +22,9 @@ public:
     {
         exclamations.push_back(title + "|" + text);
     }
-    bool AskYesNo(const std::string& title, const std::string& text) override
+    bool AskYesNo(const std::string& title, const std::string& text, Preset preset) override
     {
-        questions.push_back(title + "|" + text);
+        questions.push_back(title + "|" + text + (preset == Preset::No ? "|Nein" : ""));
         return yes;
     }
     std::optional<std::string> OpenFile(const std::string& title, const std::string&) override
@@ -52,8 +52,9 @@ public:
     std::optional<document::Colour> colour;
     std::optional<int> number;
 
-    std::vector<std::string> errors, exclamations, questions;  // "title|text"
-    std::vector<std::string> file_dialogs;                     // titles
+    // "title|text", of questions whose preset answer is No "title|text|Nein".
+    std::vector<std::string> errors, exclamations, questions;
+    std::vector<std::string> file_dialogs;  // titles
     std::vector<document::Colour> offered_colours;
     std::vector<int> offered_numbers;
 

@@ -6,7 +6,7 @@
 
 #include "render/metafile_surface.h"
 
-namespace korvinth::app {
+namespace korvinth::render {
 
 inline constexpr int kLongestSide = 30'000;           // pixels of a picture
 inline constexpr long kLargestPicture = 100'000'000;  // pixels; 4 bytes each while it is drawn
@@ -37,12 +37,20 @@ struct PageOptions
     bool legend = false;  // functions and parameter values below the picture
 };
 
+struct PictureSize  // pixels
+{
+    int width = 0;
+    int height = 0;
+};
+
 struct PictureOptions
 {
+    // Of an image, a vector graphic or a metafile; that of the drawing area unless it is given.
+    std::optional<PictureSize> size;
     double resolution = kUsualResolution;  // dots per inch of an image
     PageOptions page;                      // its scale counts for SVG, too
     // The screen that a metafile refers to; as it stands one of 96 pixels an inch.
-    render::ScreenSize screen{1920, 1440, 508, 381};
+    ScreenSize screen{1920, 1440, 508, 381};
 };
 
-}  // namespace korvinth::app
+}  // namespace korvinth::render

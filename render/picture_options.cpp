@@ -1,10 +1,10 @@
-#include "app/picture_options.h"
+#include "render/picture_options.h"
 
 #include <algorithm>
 #include <string>
 #include <utility>
 
-namespace korvinth::app {
+namespace korvinth::render {
 
 std::optional<PictureFormat> FormatOf(std::string_view file)
 {
@@ -23,4 +23,4 @@ std::optional<PictureFormat> FormatOf(std::string_view file)
     return std::nullopt;
 }
 
-}  // namespace korvinth::app
+}  // namespace korvinth::render
