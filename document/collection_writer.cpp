@@ -63,6 +63,8 @@ void WriteValue(std::string_view value, std::string& text)
         value.remove_prefix(end + kLineBreak.size());
         const std::string_view next = value.substr(0, value.find(kLineBreak));
         text += OnLinesOfTheirOwn(line, next) ? kLineBreak : kWrittenBreak;
+        // A blank keeps the line from beginning a section and does not count where it is read.
+        if (line.ends_with(kHalfEnd) && next == kSecondSection) text += ' ';
     }
     // Behind this the mark would not be found where it begins.
     if (value.ends_with(kHalfEnd)) text += kLineBreak;

@@ -16,11 +16,22 @@ using term::MathParser;
 // Few enough that a term with a value somewhere near the left end costs little.
 constexpr std::size_t kPortion = 64;
 constexpr int kCurveSteps = 256;
+// So that the search for a value takes some milliseconds; every term gets at least one argument.
+constexpr std::size_t kMostOperations = 1'000'000;
 
 constexpr std::string_view kHatchedIntegral =
     "Das Integral einer schraffierten Funktion zählt nur ihre Striche";
 
 enum class Outcome { HasValue, NoValue, OutOfSpace };
+
+// As many of the arguments as the search may take, spread over all.
+std::vector<double> Thinned(std::span<const double> arguments, std::size_t operations)
+{
+    const std::size_t step = 1 + arguments.size() * operations / kMostOperations;
+    std::vector<double> thinned;
+    for (std::size_t i = 0; i < arguments.size(); i += step) thinned.push_back(arguments[i]);
+    return thinned;
+}
 
 // Where there is no value, the parser's error state says why.
 Outcome SearchValue(const PlotDocument& document, MathParser& parser, term::ExprHandle handle,
@@ -63,7 +74,8 @@ void CheckSlot(const PlotDocument& document, MathParser& parser, const FunctionS
     if (parser.GetError() != Error::None) {
         check.errors.push_back(slot.name + ": " + parser.ErrorText());
     } else if (!arguments.empty()) {
-        const Outcome outcome = SearchValue(document, parser, handle, arguments);
+        const Outcome outcome = SearchValue(document, parser, handle,
+                                            Thinned(arguments, parser.OperationCount(handle)));
         if (outcome == Outcome::OutOfSpace) {
             check.errors.push_back(
                 slot.name + ": " +

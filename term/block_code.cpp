@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <memory>
 
 namespace korvinth::term {
@@ -11,6 +12,11 @@ namespace {
 // Registers a multiple of 4096 bytes apart would make the processor take stores to one for stores
 // to the others.
 constexpr std::size_t kRegisterStride = kBlockSize + 40;
+
+// Registers of one term; together they take some megabytes.
+constexpr std::size_t kMostRegisters = 1000;
+// As many as the places of instructions can name.
+constexpr std::size_t kMostUniforms = std::numeric_limits<std::uint16_t>::max();
 
 // So many registers inside the scratch space, enlarged as needed, on a boundary of cache lines: a
 // vector that straddles two lines costs twice.
@@ -99,7 +105,7 @@ Error CommonDomainError(const Graph& graph)
     for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
         const GraphNode& node = graph.nodes[i];
         bool operands_exact = true;
-        for (const NodeId operand : {node.a, node.b, node.c}) {
+        for (const NodeId operand : OperandsOf(node)) {
             if (operand != kNoNode && exact[static_cast<std::size_t>(operand)] == 0) {
                 operands_exact = false;
             }
@@ -124,13 +130,11 @@ void BlockCode::Clear()
 
 bool BlockCode::Prepare(const Graph& graph, const double* variable, const KernelTable& kernels)
 {
-    if (prepared_ && variable == variable_) return callable_;
+    if (prepared_ && variable == variable_) return fits_;
     Clear();
     prepared_ = true;
     variable_ = variable;
-    callable_ = std::none_of(graph.nodes.begin(), graph.nodes.end(),
-                             [](const GraphNode& node) { return node.op == Op::Call; });
-    if (!callable_) return false;
+    fits_ = false;
     domain_error_ = CommonDomainError(graph);
 
     const std::size_t count = graph.nodes.size();
@@ -142,14 +146,14 @@ bool BlockCode::Prepare(const Graph& graph, const double* variable, const Kernel
     for (std::size_t i = 0; i < count; ++i) {
         const GraphNode& node = graph.nodes[i];
         varies[i] = node.op == Op::Variable && node.cell == variable ? 1 : 0;
-        for (const NodeId operand : {node.a, node.b, node.c}) {
+        for (const NodeId operand : OperandsOf(node)) {
             if (operand != kNoNode && varies[index(operand)] != 0) varies[i] = 1;
         }
     }
     needed[index(graph.root)] = 1;
     for (std::size_t i = count; i-- > 0;) {
         if (needed[i] == 0 || varies[i] == 0) continue;
-        for (const NodeId operand : {graph.nodes[i].a, graph.nodes[i].b, graph.nodes[i].c}) {
+        for (const NodeId operand : OperandsOf(graph.nodes[i])) {
             if (operand == kNoNode) continue;
             needed[index(operand)] = 1;
             ++uses[index(operand)];
@@ -163,6 +167,7 @@ bool BlockCode::Prepare(const Graph& graph, const double* variable, const Kernel
         if (needed[i] == 0) continue;
         const GraphNode& node = graph.nodes[i];
         if (varies[i] == 0) {
+            if (uniform_nodes_.size() == kMostUniforms) return false;
             sources[i] = {Place::Uniform, static_cast<std::uint16_t>(uniform_nodes_.size())};
             uniform_nodes_.push_back(static_cast<NodeId>(i));
             continue;
@@ -187,6 +192,7 @@ bool BlockCode::Prepare(const Graph& graph, const double* variable, const Kernel
             }
         }
         if (free_registers.empty()) {
+            if (registers_ == kMostRegisters) return false;
             free_registers.push_back(static_cast<std::uint16_t>(registers_++));
         }
         instruction.target = free_registers.back();
@@ -199,11 +205,13 @@ bool BlockCode::Prepare(const Graph& graph, const double* variable, const Kernel
     }
     root_ = sources[index(graph.root)];
     uniform_values_.resize(uniform_nodes_.size());
+    fits_ = true;
     return true;
 }
 
-void BlockCode::BeginPass(const ScalarCode& scalar)
+void BlockCode::BeginPass(ScalarCode& scalar)
 {
+    scalar.BeginPass();
     for (std::size_t i = 0; i < uniform_nodes_.size(); ++i) {
         EvalState state;
         uniform_values_[i] = scalar.Run(uniform_nodes_[i], state);

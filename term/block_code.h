@@ -20,12 +20,12 @@ class BlockCode
 {
 public:
     void Clear();
-    // Prepares the code for arguments of the variable with this cell. False when the graph calls
-    // functions that are not written out; then only the scalar code can evaluate it.
+    // Prepares the code for arguments of the variable with this cell. False when that would take
+    // too many registers; then only the scalar code can evaluate the graph.
     bool Prepare(const Graph& graph, const double* variable, const KernelTable& kernels);
 
     // Computes what does not depend on the variable; before the Run calls of one evaluation.
-    void BeginPass(const ScalarCode& scalar);
+    void BeginPass(ScalarCode& scalar);
     // Sets results[i] to the value at arguments[i], NaN where the term has none; at most
     // kBlockSize of them. `scratch` holds the registers and is enlarged as needed. The results may
     // take the place of the arguments.
@@ -54,7 +54,7 @@ private:
 
     const double* variable_ = nullptr;
     bool prepared_ = false;
-    bool callable_ = false;
+    bool fits_ = false;
     std::vector<Instruction> code_;
     std::vector<NodeId> uniform_nodes_;
     std::vector<double> uniform_values_;

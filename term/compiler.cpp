@@ -14,10 +14,6 @@ namespace korvinth::term {
 
 namespace {
 
-constexpr std::uint64_t kManyInstructions = std::uint64_t{1} << 40;
-
-std::uint64_t Sum(std::uint64_t a, std::uint64_t b) { return std::min(a + b, kManyInstructions); }
-
 // Which of several faults is told: wrong arguments, then unknown functions, then unknown variables.
 int Rank(Error error)
 {
@@ -110,7 +106,6 @@ Fault Compiler::ParseText(std::string_view text, SyntaxTree& tree)
 Compiler::Facts Compiler::Examine(const SyntaxTree& tree, const UserFunction* function)
 {
     Facts facts;
-    facts.size = tree.nodes.size();
     facts.depth = tree.root < 0 ? 1 : tree.nodes[static_cast<std::size_t>(tree.root)].depth;
     std::uint32_t callee_depth = 0;
     for (const SyntaxNode& node : tree.nodes) {
@@ -127,7 +122,6 @@ Compiler::Facts Compiler::Examine(const SyntaxTree& tree, const UserFunction* fu
             if (UserFunction* callee = definitions_.FindFunction(node.name, arity)) {
                 const Facts inner = ExamineFunction(*callee);
                 KeepFirst(facts.fault, inner.fault);
-                facts.size = Sum(facts.size, inner.size);
                 callee_depth = std::max(callee_depth, inner.depth);
                 continue;
             }
@@ -142,9 +136,7 @@ Compiler::Facts Compiler::Examine(const SyntaxTree& tree, const UserFunction* fu
         }
     }
     facts.depth += callee_depth;
-    if (facts.size > kMaxEvaluationCost || facts.depth > kMaxEvaluationDepth) {
-        facts.fault = {Error::OutOfSpace, {}};
-    }
+    if (facts.depth > kMaxEvaluationDepth) facts.fault = {Error::OutOfSpace, {}};
     return facts;
 }
 
@@ -152,18 +144,16 @@ Compiler::Facts Compiler::ExamineFunction(UserFunction& function)
 {
     if (function.generation != definitions_.Generation()) {
         // A function is defined after those that it calls, so the calls come to an end.
-        if (call_depth_ >= kMaxEvaluationDepth / 2) return {{Error::OutOfSpace, {}}, 0, 0};
+        if (call_depth_ >= kMaxEvaluationDepth / 2) return {{Error::OutOfSpace, {}}, 0};
         ++call_depth_;
         const Facts facts = Examine(function.body, &function);
         --call_depth_;
         function.generation = definitions_.Generation();
         function.fault = facts.fault.error;
         function.fault_data = facts.fault.data;
-        function.size = facts.size;
         function.depth = facts.depth;
-        function.program.reset();
     }
-    return {{function.fault, function.fault_data}, function.size, function.depth};
+    return {{function.fault, function.fault_data}, function.depth};
 }
 
 Fault Compiler::CheckFunction(UserFunction& function)
@@ -172,7 +162,24 @@ Fault Compiler::CheckFunction(UserFunction& function)
         return fault;
     }
     if (function.body.root < 0) return {Error::UndefinedFunction, function.name};
-    return Examine(function.body, &function).fault;
+    const Fault fault = Examine(function.body, &function).fault;
+    if (fault.error == Error::None && !FitsWrittenOut(function)) return {Error::OutOfSpace, {}};
+    return fault;
+}
+
+bool Compiler::FitsWrittenOut(const UserFunction& function)
+{
+    Graph graph;
+    static constexpr std::array<double, kMaxFunctionParameters> kStandIns{};
+    std::vector<NodeId> parameters;
+    for (std::size_t i = 0; i < function.parameters.size(); ++i) {
+        GraphNode parameter;
+        parameter.op = Op::Variable;
+        parameter.cell = &kStandIns[i];
+        parameters.push_back(static_cast<NodeId>(i));
+        graph.nodes.push_back(parameter);
+    }
+    return BuildGraph(function.body, {&function, parameters, 0}, graph);
 }
 
 void Compiler::Compile(std::string_view text, Program& program)
@@ -182,9 +189,8 @@ void Compiler::Compile(std::string_view text, Program& program)
     program.block.Clear();
     Fault fault = ParseText(text, tree_);
     if (fault.error == Error::None) fault = Examine(tree_, nullptr).fault;
-    if (fault.error == Error::None) {
-        Frame frame;
-        CompileBody(tree_, frame, program);
+    if (fault.error == Error::None && !BuildGraph(tree_, {}, program.graph)) {
+        fault.error = Error::OutOfSpace;
     }
     program.fault = fault.error;
     program.fault_data = fault.data;
@@ -194,43 +200,35 @@ void Compiler::Compile(std::string_view text, Program& program)
     program.generation = definitions_.Generation();
 }
 
-void Compiler::CompileBody(const SyntaxTree& tree, Frame& frame, Program& program)
+bool Compiler::BuildGraph(const SyntaxTree& tree, Frame frame, Graph& graph)
 {
-    graph_ = &program.graph;
-    graph_->nodes.reserve(2 * tree.nodes.size() + 8);
+    graph_ = &graph;
+    graph.nodes.reserve(graph.nodes.size() + 2 * tree.nodes.size() + 8);
     table_.assign(std::max<std::size_t>(64, std::bit_ceil(4 * tree.nodes.size())), 0);
+    known_calls_.clear();
     written_ = 0;
-    std::vector<NodeId> parameters;
-    if (frame.function != nullptr) {
-        for (std::size_t i = 0; i < frame.function->parameters.size(); ++i) {
-            GraphNode argument;
-            argument.op = Op::Argument;
-            argument.index = static_cast<std::int64_t>(i);
-            parameters.push_back(Intern(argument));
-        }
-        frame.arguments = parameters;
-    }
-    graph_->root = tree.root < 0 ? Constant(0) : Build(tree, tree.root, frame, true);
+    too_large_ = false;
+    graph.root = tree.root < 0 ? Constant(0) : Build(tree, tree.root, frame, true);
     graph_ = nullptr;
+    if (too_large_) graph.Clear();
+    return !too_large_;
 }
 
-const Program* Compiler::FunctionProgram(UserFunction& function)
+std::size_t Compiler::KnownCallHash::operator()(const KnownCall& call) const
 {
-    if (function.program == nullptr) {
-        function.program = std::make_unique<Program>();
-        Compiler inner(definitions_);
-        Frame frame;
-        frame.function = &function;
-        inner.CompileBody(function.body, frame, *function.program);
-        function.program->scalar.Build(function.program->graph);
+    std::size_t hash = std::hash<const void*>{}(call.function);
+    for (const NodeId argument : call.arguments) {
+        hash = (hash ^ static_cast<std::uint32_t>(argument)) * 0x9E3779B97F4A7C15U;
+        hash ^= hash >> 29;
     }
-    return function.program.get();
+    return hash;
 }
 
 NodeId Compiler::Build(const SyntaxTree& tree, std::int32_t index, Frame& frame, bool surely)
 {
     const SyntaxNode& node = tree.nodes[static_cast<std::size_t>(index)];
-    ++written_;
+    if (++written_ > kMaxCompiledInstructions) too_large_ = true;
+    if (too_large_) return Constant(0);
     switch (node.kind) {
         case SyntaxKind::Number: return Constant(node.value);
         case SyntaxKind::Name: return BuildName(node, frame, surely);
@@ -279,7 +277,7 @@ NodeId Compiler::BuildCall(const SyntaxTree& tree, const SyntaxNode& node, Frame
                            bool surely)
 {
     const auto arity = static_cast<std::size_t>(node.right);
-    UserFunction* user = definitions_.FindFunction(node.name, arity);
+    const UserFunction* user = definitions_.FindFunction(node.name, arity);
     const std::string name = user == nullptr ? definitions_.Canonical(node.name) : std::string();
     const bool select = user == nullptr && name == "iif";
     std::array<NodeId, kMaxFunctionParameters> arguments{};
@@ -295,28 +293,24 @@ NodeId Compiler::BuildCall(const SyntaxTree& tree, const SyntaxNode& node, Frame
     return BuildBuiltin(*FindBuiltin(name), arguments[0]);
 }
 
-NodeId Compiler::BuildUserCall(UserFunction& function, std::span<const NodeId> arguments)
+// The body written out, unless the same call has been written out before: without that, functions
+// that call the one before them several times would grow the term by that factor with each.
+NodeId Compiler::BuildUserCall(const UserFunction& function, std::span<const NodeId> arguments)
 {
-    if (written_ + function.size <= definitions_.GetLimits().instructions) {
-        Frame frame{&function, arguments, 0};
-        NodeId result = Build(function.body, function.body.root, frame, true);
-        // An argument counts even when the body does not look at it.
-        for (std::size_t i = arguments.size(); i-- > 0;) {
-            const bool used = (frame.surely_used >> i & 1U) != 0;
-            if (!used && !IsLeaf(Node(arguments[i]).op)) {
-                result = Operation(Op::Guard, arguments[i], result);
-            }
+    const auto [known, is_new] = known_calls_.try_emplace(
+        KnownCall{&function, {arguments.begin(), arguments.end()}}, kNoNode);
+    if (!is_new) return known->second;
+    NodeId& place = known->second;  // stays where it is while the table grows
+    Frame frame{&function, arguments, 0};
+    NodeId result = Build(function.body, function.body.root, frame, true);
+    // An argument counts even when the body does not look at it.
+    for (std::size_t i = arguments.size(); i-- > 0;) {
+        const bool used = (frame.surely_used >> i & 1U) != 0;
+        if (!used && !IsLeaf(Node(arguments[i]).op)) {
+            result = Operation(Op::Guard, arguments[i], result);
         }
-        return result;
     }
-    GraphNode call;
-    call.op = Op::Call;
-    call.program = FunctionProgram(function);
-    call.a = static_cast<NodeId>(graph_->call_arguments.size());
-    call.b = static_cast<NodeId>(arguments.size());
-    graph_->call_arguments.insert(graph_->call_arguments.end(), arguments.begin(), arguments.end());
-    graph_->nodes.push_back(call);
-    return static_cast<NodeId>(graph_->nodes.size()) - 1;
+    return place = result;
 }
 
 NodeId Compiler::BuildBuiltin(const Builtin& builtin, NodeId argument)
@@ -425,10 +419,12 @@ NodeId Compiler::Intern(GraphNode node)
 {
     if (!IsLeaf(node.op)) {
         bool constant = true;
-        for (const NodeId operand : {node.a, node.b, node.c}) {
+        for (const NodeId operand : OperandsOf(node)) {
             if (operand == kNoNode) continue;
             constant = constant && Node(operand).op == Op::Constant;
+            node.depth = std::max(node.depth, Node(operand).depth + 1);
         }
+        if (node.depth > kMaxEvaluationDepth) too_large_ = true;
         if (constant) {
             const double value = FoldedValue(*graph_, node);
             if (!std::isnan(value)) return Constant(value);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "term/definitions.h"
@@ -32,7 +33,7 @@ public:
     void Compile(std::string_view text, Program& program);
 
     // Parses the body of a function that is about to be defined and checks that everything it names
-    // exists and that it does not call itself.
+    // exists, that it does not call itself and that it keeps to the limits with all it calls.
     Fault CheckFunction(UserFunction& function);
 
 private:
@@ -46,8 +47,18 @@ private:
     struct Facts
     {
         Fault fault;
-        std::uint64_t size = 0;  // as in UserFunction
-        std::uint32_t depth = 0;
+        std::uint32_t depth = 0;  // as in UserFunction
+    };
+    // A call that is in the graph already.
+    struct KnownCall
+    {
+        const UserFunction* function = nullptr;
+        std::vector<NodeId> arguments;
+        bool operator==(const KnownCall&) const = default;
+    };
+    struct KnownCallHash
+    {
+        std::size_t operator()(const KnownCall& call) const;
     };
 
     Fault ParseText(std::string_view text, SyntaxTree& tree);
@@ -55,15 +66,17 @@ private:
     Facts Examine(const SyntaxTree& tree, const UserFunction* function);
     Facts ExamineFunction(UserFunction& function);
 
-    void CompileBody(const SyntaxTree& tree, Frame& frame, Program& program);
-    const Program* FunctionProgram(UserFunction& function);
+    // Makes the graph of a term, or of a body with `frame` for its parameters. False when it is
+    // larger than the limits allow.
+    bool BuildGraph(const SyntaxTree& tree, Frame frame, Graph& graph);
+    bool FitsWrittenOut(const UserFunction& function);
 
     NodeId Build(const SyntaxTree& tree, std::int32_t index, Frame& frame, bool surely);
     NodeId BuildName(const SyntaxNode& node, Frame& frame, bool surely);
     NodeId BuildOperation(const SyntaxTree& tree, const SyntaxNode& node, Frame& frame,
                           bool surely);
     NodeId BuildCall(const SyntaxTree& tree, const SyntaxNode& node, Frame& frame, bool surely);
-    NodeId BuildUserCall(UserFunction& function, std::span<const NodeId> arguments);
+    NodeId BuildUserCall(const UserFunction& function, std::span<const NodeId> arguments);
     NodeId BuildBuiltin(const Builtin& builtin, NodeId argument);
 
     NodeId Constant(double value);
@@ -81,12 +94,14 @@ private:
     Definitions& definitions_;
     Graph* graph_ = nullptr;
     std::size_t written_ = 0;  // instructions built so far, shared ones included
+    bool too_large_ = false;   // what is built from now on is thrown away
 
     // Scratch, kept between terms.
     std::vector<Token> tokens_;
     SyntaxTree tree_;
     std::vector<std::int32_t> table_;  // open addressing: node id + 1, 0 = free
-    std::uint32_t call_depth_ = 0;     // of ExamineFunction
+    std::unordered_map<KnownCall, NodeId, KnownCallHash> known_calls_;
+    std::uint32_t call_depth_ = 0;  // of ExamineFunction
 };
 
 }  // namespace korvinth::term

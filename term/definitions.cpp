@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "term/builtins.h"
-#include "term/program.h"
 
 namespace korvinth::term {
 
@@ -31,9 +30,6 @@ auto FindFolded(Map& map, std::string_view name)
 }
 
 }  // namespace
-
-UserFunction::UserFunction() = default;
-UserFunction::~UserFunction() = default;
 
 bool IsName(std::string_view text)
 {

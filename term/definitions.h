@@ -18,8 +18,6 @@
 
 namespace korvinth::term {
 
-struct Program;
-
 struct Variable
 {
     std::string name;
@@ -36,16 +34,9 @@ struct UserFunction
 
     // Known while `generation` is that of the definitions.
     std::uint64_t generation = 0;
-    std::uint64_t size = 0;   // instructions with every call written out
-    std::uint32_t depth = 0;  // levels with every call written out
+    std::uint32_t depth = 0;  // levels of bodies, those of called functions included
     Error fault = Error::None;
     std::string fault_data;
-    std::unique_ptr<Program> program;  // made when a term is too large to take the body in
-
-    UserFunction();
-    ~UserFunction();
-    UserFunction(const UserFunction&) = delete;
-    UserFunction& operator=(const UserFunction&) = delete;
 };
 
 struct TextHash

@@ -12,7 +12,6 @@ namespace korvinth::term {
 struct EvalState
 {
     Error error = Error::None;
-    const double* arguments = nullptr;  // of the function being evaluated
 
     double Fail(Error number)
     {

@@ -412,6 +412,14 @@ std::string MathParser::ErrorText(std::int32_t code) const
     return ErrorMessage(number, GetErrorData());
 }
 
+std::size_t MathParser::OperationCount(ExprHandle handle) const
+{
+    Program* const program = impl_->Find(handle);
+    if (program == nullptr) return 0;
+    impl_->Link(*program);
+    return program->graph.nodes.size();
+}
+
 std::size_t MathParser::LivePrograms() const { return impl_->programs.size(); }
 
 }  // namespace korvinth::term

@@ -106,6 +106,9 @@ public:
     // The German message of an error number; -1 stands for the current error.
     std::string ErrorText(std::int32_t code = -1) const;
 
+    // Operations that an evaluation takes at most, through all functions called; 0 for a handle
+    // that is unknown or whose term has an error now.
+    std::size_t OperationCount(ExprHandle handle) const;
     // Number of compiled programs that are alive; for checks that redraws leak none.
     std::size_t LivePrograms() const;
 

@@ -1,8 +1,9 @@
 #include "term/scalar_code.h"
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
-#include "term/program.h"
 #include "term/scalar_operations.h"
 
 namespace korvinth::term {
@@ -45,6 +46,49 @@ Kind Bind(const Graph& graph, const ScalarNode* nodes, const GraphNode& user, No
     return Kind::Sub;
 }
 
+double RunKept(const ScalarNode& node, EvalState& state)
+{
+    KeptValue& kept = *node.kept;
+    if (kept.pass != *kept.current_pass) {
+        kept.value = kept.node.run(kept.node, state);
+        kept.pass = *kept.current_pass;
+    }
+    return kept.value;  // of one that is NaN the error has been noted
+}
+
+double RunStart(const ScalarNode& node, EvalState& state)
+{
+    ++*node.pass;
+    return node.a.node->run(*node.a.node, state);
+}
+
+// The nodes that several others need and that cost more than looking their value up.
+std::vector<NodeId> SharedNodes(const Graph& graph)
+{
+    constexpr std::uint32_t kCheap = 32;  // operations, each counted as often as it would run
+    std::vector<std::uint32_t> costs(graph.nodes.size());
+    std::vector<std::uint8_t> uses(graph.nodes.size());
+    for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
+        std::uint32_t cost = 1;
+        for (const NodeId operand : OperandsOf(graph.nodes[i])) {
+            if (operand != kNoNode) cost += costs[static_cast<std::size_t>(operand)];
+        }
+        costs[i] = std::min(cost, kCheap + 1);
+    }
+    uses[static_cast<std::size_t>(graph.root)] = 1;
+    std::vector<NodeId> shared;
+    for (std::size_t i = graph.nodes.size(); i-- > 0;) {
+        if (uses[i] == 0) continue;
+        if (uses[i] > 1 && costs[i] > kCheap) shared.push_back(static_cast<NodeId>(i));
+        for (const NodeId operand : OperandsOf(graph.nodes[i])) {
+            if (operand == kNoNode) continue;
+            std::uint8_t& count = uses[static_cast<std::size_t>(operand)];
+            count = std::min<std::uint8_t>(count + 1, 2);
+        }
+    }
+    return shared;
+}
+
 // Takes a condition that compares two cells into the selection.
 void BindTest(const Graph& graph, const GraphNode& test, ScalarNode& select)
 {
@@ -63,7 +107,7 @@ void BindTest(const Graph& graph, const GraphNode& test, ScalarNode& select)
 void ScalarCode::Clear()
 {
     nodes_.clear();
-    call_arguments_.clear();
+    kept_.clear();
     root_ = nullptr;
 }
 
@@ -71,24 +115,12 @@ void ScalarCode::Build(const Graph& graph)
 {
     Clear();
     nodes_.resize(graph.nodes.size());
-    call_arguments_.reserve(graph.call_arguments.size());
-    for (const NodeId id : graph.call_arguments) {
-        call_arguments_.push_back(&nodes_[static_cast<std::size_t>(id)]);
-    }
     for (std::size_t i = 0; i < nodes_.size(); ++i) {
         const GraphNode& from = graph.nodes[i];
         ScalarNode& to = nodes_[i];
         if (IsLeaf(from.op)) {
             to.run = PickPlainRun(from);
             to.a.cell = CellOf(from);
-            to.index = from.op == Op::Argument ? from.index : 0;
-            continue;
-        }
-        if (from.op == Op::Call) {
-            to.run = PickPlainRun(from);
-            to.program = from.program;
-            to.arguments = call_arguments_.data() + from.a;
-            to.argument_count = static_cast<std::uint32_t>(from.b);
             continue;
         }
         const unsigned in_place = InPlaceOperands(from.op);
@@ -105,6 +137,28 @@ void ScalarCode::Build(const Graph& graph)
         if (from.op == Op::Select) BindTest(graph, graph[from.a], to);
     }
     root_ = &nodes_[static_cast<std::size_t>(graph.root)];
+    KeepSharedValues(graph);
+}
+
+// Puts a node that looks the value up in front of each node that is worth it.
+void ScalarCode::KeepSharedValues(const Graph& graph)
+{
+    const std::vector<NodeId> shared = SharedNodes(graph);
+    if (shared.empty()) return;
+    kept_.resize(shared.size());
+    for (std::size_t i = 0; i < shared.size(); ++i) {
+        ScalarNode& node = nodes_[static_cast<std::size_t>(shared[i])];
+        kept_[i].node = std::exchange(node, {});
+        kept_[i].current_pass = &pass_;
+        kept_[i].pass = pass_;  // which is over
+        node.run = RunKept;
+        node.kept = &kept_[i];
+    }
+    start_ = {};
+    start_.run = RunStart;
+    start_.a.node = root_;
+    start_.pass = &pass_;
+    root_ = &start_;
 }
 
 double FoldedValue(const Graph& graph, const GraphNode& node)

@@ -1,10 +1,7 @@
 #include "term/scalar_operations.h"
 
-#include <array>
 #include <cmath>
 
-#include "term/limits.h"
-#include "term/program.h"
 #include "term/scalar_rules.h"
 
 namespace korvinth::term {
@@ -113,7 +110,6 @@ ScalarRun PickTernary(Kind a, Kind b, Kind c)
 }
 
 double RunLoad(const ScalarNode& node, EvalState&) { return *node.a.cell; }
-double RunArgument(const ScalarNode& node, EvalState& state) { return state.arguments[node.index]; }
 double RunAnd(const ScalarNode& node, EvalState& state)
 {
     const double a = Sub::Get(node.a, state);
@@ -138,23 +134,6 @@ double RunSelect(const ScalarNode& node, EvalState& state)
         return a;
     return Sub::Get(a != 0 ? node.b : node.c, state);
 }
-double RunCall(const ScalarNode& node, EvalState& state)
-{
-    std::array<double, kMaxFunctionParameters> arguments;
-    double check = 0;
-    for (std::uint32_t i = 0; i < node.argument_count; ++i) {
-        const ScalarNode& argument = *node.arguments[i];
-        arguments[i] = argument.run(argument, state);
-        if (std::isnan(arguments[i])) check = arguments[i];
-    }
-    if (std::isnan(check)) return check;
-    const double* const outer = state.arguments;
-    state.arguments = arguments.data();
-    const double result = node.program->scalar.Run(state);
-    state.arguments = outer;
-    return result;
-}
-
 // A comparison of two cells decides.
 template <class Test>
 double RunSelectByTest(const ScalarNode& node, EvalState& state)
@@ -234,7 +213,6 @@ ScalarRun PickRun(const GraphNode& node, Kind a, Kind b, Kind c)
     switch (node.op) {
         case Op::Constant:
         case Op::Variable: return RunLoad;
-        case Op::Argument: return RunArgument;
         case Op::Unary:
         case Op::Factorial:
         case Op::PowerInt: return PickUnaryRun(node, a);
@@ -262,7 +240,6 @@ ScalarRun PickRun(const GraphNode& node, Kind a, Kind b, Kind c)
         case Op::MultiplySubtract: return PickTernary<MultiplySubtractRule>(a, b, c);
         case Op::SubtractProduct: return PickTernary<SubtractProductRule>(a, b, c);
         case Op::Select: return RunSelect;
-        case Op::Call: return RunCall;
     }
     return nullptr;
 }

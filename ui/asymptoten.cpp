@@ -8,7 +8,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <optional>
-#include <ranges>
 
 #include "ui/storable_fields.h"
 
@@ -197,7 +196,9 @@ void Asymptoten::remove()
 {
     const std::vector<int> rows = list_->SelectedRows();
     if (rows.empty()) return;
-    for (const int row : rows | std::views::reverse) lines_.erase(lines_.begin() + row);
+    // From below, so that the numbers of the others hold.
+    std::for_each(rows.rbegin(), rows.rend(),
+                  [this](int row) { lines_.erase(lines_.begin() + row); });
     std::vector<ItemList::Item> items;
     for (const AdditionalLine& line : lines_) items.push_back(ItemOf(line));
     list_->SetItems(items);

@@ -10,7 +10,6 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <ranges>
 
 #include "ui/storable_fields.h"
 
@@ -205,7 +204,9 @@ void Punkte::remove()
 {
     const std::vector<int> rows = list_->SelectedRows();
     if (rows.empty()) return;
-    for (const int row : rows | std::views::reverse) points_.erase(points_.begin() + row);
+    // From below, so that the numbers of the others hold.
+    std::for_each(rows.rbegin(), rows.rend(),
+                  [this](int row) { points_.erase(points_.begin() + row); });
     list_->SetItems(Items());
     if (!points_.empty()) list_->Select(std::min(rows.front(), list_->count() - 1));
     ShowSelected();

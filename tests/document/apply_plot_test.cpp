@@ -3,6 +3,7 @@
 #include <numbers>
 
 #include "plot_fixture.h"
+#include "term/words.h"
 
 namespace korvinth::document {
 namespace {
@@ -202,6 +203,47 @@ TEST_F(ApplyPlotTest, AnExpansionBeyondTheLimitsIsReported)
     document.rows[Slot(12)] = "z(x)=" + nested;
     const PlotReport report = Apply();
     EXPECT_EQ(report.errors, "z: Speicher für Definitionen ist voll; ");
+}
+
+struct ChainCase
+{
+    std::string_view behaviour;
+    std::string_view first;   // the term of the first function
+    std::string_view others;  // that of each other, with @ for the function before it
+    std::string_view end_of_status;
+    std::size_t operations;  // of the last function at most
+};
+
+const ChainCase kChainCases[] = {
+    {"equal calls", "x", "@(x)+@(x)+@(x)", "Ok.", 100},
+    {"equal calls without a value", "ln(-1-x^2)", "@(x)+@(x)+@(x)", "Ok.", 100},
+    {"derivatives", "sin(x)", "@'(x)", "Ok.", 500},
+    {"derivatives and calls", "x^2", "@'(x)+@(x)+@'(x)", "Ok.", 500},
+    {"second derivatives", "x^2", "@''(x)", "Speicher für Definitionen ist voll; ", 0},
+    {"calls that differ", "x", "@(x+1)+@(x+2)+@(2*x)", "Speicher für Definitionen ist voll; ", 0},
+    {"calls in calls", "sin(x)", "@(@(@(x)))", "Speicher für Definitionen ist voll; ", 0},
+    {"calls that differ, without a value", "wurzel(-1-x^2)", "@(x+1)+@(x+2)+@(2*x)",
+     "Speicher für Definitionen ist voll; ", 0},
+};
+
+TEST_F(ApplyPlotTest, ThirteenFunctionsThatCallEachOtherAnswerOrAreRefused)
+{
+    for (const ChainCase& row : kChainCases) {
+        SCOPED_TRACE(row.behaviour);
+        document = {};
+        document.rows[Slot(0)] = "f(x)=" + std::string(row.first);
+        for (int number = 1; number < kSlotCount; ++number) {
+            const std::string name(1, static_cast<char>('f' + number));
+            const std::string before(1, static_cast<char>('f' + number - 1));
+            document.rows[Slot(number)] = name + "(x)=" + term::ReplaceAll(row.others, "@", before);
+        }
+        const PlotReport report = Apply();
+        EXPECT_TRUE(report.status.ends_with(row.end_of_status)) << report.status;
+        if (row.operations == 0) continue;
+        const term::ExprHandle last = parser.Parse(SlotAt(kSlotCount - 1).parser_term);
+        EXPECT_GT(parser.OperationCount(last), 0U);
+        EXPECT_LE(parser.OperationCount(last), row.operations);
+    }
 }
 
 TEST_F(ApplyPlotTest, CollectsUserParametersInOrderOfAppearance)

@@ -144,6 +144,21 @@ TEST(CollectionFile, WritesTheLayout)
     EXPECT_EQ(WriteCollection({}), "[Funktionenplotter]\r\n{short:__tmp__\r\nlong:\\end\\}");
 }
 
+TEST(CollectionFile, HalfAnEndInFrontOfASectionsNameDoesNotBreakTheFile)
+{
+    Collection written;
+    for (const Column column : {Column::LongText, Column::Lines, Column::Points}) {
+        CollectionEntry& entry = written.entries.emplace_back();
+        entry.Set(Column::ShortText, "a");
+        entry.Set(column, "y\\end\r\n[Kurvenplotter]\r\n{short:b");
+    }
+    written.buffer.Set(Column::Functions, "f(x)=x");
+    written.buffer_loaded = true;
+    Collection read;
+    EXPECT_EQ(ReadCollection(WriteCollection(written), ReadMode::Open, read), "");
+    EXPECT_EQ(read, written);
+}
+
 TEST(CollectionFile, EncodesAsWindows1252AndAsUtf8WhenThatLacksASign)
 {
     std::string all;

@@ -272,9 +272,68 @@ TEST_F(MathParserTest, CallsThatMultiplyWithoutBoundAreRefused)
         error = parser.GetError();
     }
     EXPECT_EQ(error, Error::OutOfSpace);
-    // What is still allowed works, though it is too large to be written out in one term.
+    // What is still allowed works, though it is larger than a term may be as written.
     parser.SetVariableValue(x, 1);
     ExpectValue("f(_x)", 17496);  // 3^7 leaves with the mean 1 + 7
+}
+
+TEST_F(MathParserTest, EqualCallsAreEvaluatedOnce)
+{
+    parser.DefineFunction("f0(_x)=ln(_x)");
+    for (int i = 1; i <= 12; ++i) {
+        const std::string inner = "f" + std::to_string(i - 1);
+        const std::string sum = inner + "(_x)+" + inner + "(_x)+" + inner + "(_x)";
+        parser.DefineFunction("f" + std::to_string(i) + "(_x)=" + sum);
+    }
+    const VariableHandle a = parser.DefineVariable("a=1");
+    const ExprHandle handle = parser.Parse("f12(_x)+f12(a)");
+    EXPECT_LT(parser.OperationCount(handle), 100U);
+    // Nothing of one evaluation is left over for the next: neither a value nor an error.
+    struct Step
+    {
+        double x, a, value;
+        Error error;
+    };
+    const double all = std::pow(3, 12);
+    const double e = std::exp(1.0);
+    for (const Step& step : {Step{e, 1, all, Error::None}, Step{-1, 1, 0, Error::InvalidLog},
+                             Step{e * e, 1, 2 * all, Error::None}, Step{1, e, all, Error::None},
+                             Step{1, -1, 0, Error::InvalidLog}, Step{1, 1, 0, Error::None}}) {
+        parser.SetVariableValue(a, step.a);
+        parser.SetVariableValue(x, step.x);
+        EXPECT_NEAR(parser.Evaluate(handle), step.value, 1e-6);
+        EXPECT_EQ(parser.GetError(), step.error);
+        std::vector<double> samples(20, step.x);
+        std::vector<Error> errors(samples.size());
+        parser.EvaluateBlock(handle, x, samples, samples, errors);
+        EXPECT_NEAR(samples.back(), step.value, 1e-6);
+        EXPECT_EQ(errors.back(), step.error);
+    }
+}
+
+TEST_F(MathParserTest, CallsNestedWithoutBoundAreRefused)
+{
+    parser.DefineFunction("f0(_x)=_x+1");
+    for (int i = 1; i <= 12; ++i) {
+        const std::string inner = "f" + std::to_string(i - 1);
+        const std::string nested = inner + "(" + inner + "(" + inner + "(_x)))";
+        parser.DefineFunction("f" + std::to_string(i) + "(_x)=" + nested);
+        EXPECT_EQ(parser.GetError(), i <= 7   ? Error::None
+                                     : i == 8 ? Error::OutOfSpace
+                                              : Error::UndefinedFunction)
+            << i;
+    }
+    ExpectValue("f7(1)", 2188);
+    // The deepest that is evaluated, and bodies inside bodies as deep as that.
+    ExpectValue("f6(f6(f6(f6(f6(f6(f6(f6(1))))))))", 5833);
+    ExpectError("f6(f6(f6(f6(f6(f6(f6(f6(f6(1)))))))))", Error::OutOfSpace);
+    parser.DefineFunction("n0(_x)=_x");
+    for (int i = 1; i <= 20; ++i) {
+        const std::string callee = "n" + std::to_string(i - 1);
+        parser.DefineFunction("n" + std::to_string(i) + "(_x)=" + std::string(290, '-') + callee +
+                              "(_x+1)");
+    }
+    ExpectValue("n20(1)", 21);
 }
 
 TEST_F(MathParserTest, NamesAreLookedUpWhenATermIsEvaluated)
