@@ -19,8 +19,12 @@ constexpr const char* kMetafileNames[] = {
     "application/x-qt-windows-mime;value=\"Enhanced Metafile\"",
 };
 
+// Beside a metafile the bitmap has these names only: word processors that find image/png or
+// image/bmp take it and leave the metafile.
+constexpr const char* kFallbackNames[] = {"image/x-bmp", "image/x-MS-bmp"};
+
 // On a screen of more dots the image has more of them, too, on the same paper.
-QByteArray PngOf(QImage picture)
+QByteArray BytesOf(QImage picture, const char* format)
 {
     constexpr double kInchesPerMetre = 1000 / 25.4;
     const int dots = static_cast<int>(
@@ -30,14 +34,8 @@ QByteArray PngOf(QImage picture)
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    picture.save(&buffer, "PNG");
+    picture.save(&buffer, format);
     return bytes;
-}
-
-void AddBitmap(QMimeData& formats, const QImage& picture)
-{
-    formats.setData("image/png", PngOf(picture));
-    formats.setImageData(picture);
 }
 
 // The clipboard takes what it is given into its possession.
@@ -51,7 +49,8 @@ void Put(std::unique_ptr<QMimeData> formats)
 std::unique_ptr<QMimeData> BitmapFormats(const QImage& picture)
 {
     auto formats = std::make_unique<QMimeData>();
-    AddBitmap(*formats, picture);
+    formats->setData("image/png", BytesOf(picture, "PNG"));
+    formats->setImageData(picture);
     return formats;
 }
 
@@ -62,7 +61,8 @@ std::unique_ptr<QMimeData> MetafileFormats(const std::string& metafile, const st
     const QByteArray bytes = QByteArray::fromStdString(metafile);
     for (const char* const name : kMetafileNames) formats->setData(name, bytes);
     formats->setData("image/svg+xml", QByteArray::fromStdString(svg));
-    AddBitmap(*formats, picture);
+    const QByteArray bitmap = BytesOf(picture, "BMP");
+    for (const char* const name : kFallbackNames) formats->setData(name, bitmap);
     return formats;
 }
 

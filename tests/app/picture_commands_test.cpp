@@ -142,7 +142,8 @@ TEST_F(PictureCommandsTest, TheMetafileStaysOnTheDiskAndIsOfferedUnderAllItsName
         const QSize area = Graph().AreaSize();
         EXPECT_EQ(Frame(file), render::MetafileFrame(area.width(), area.height(), size));
         EXPECT_TRUE(Clipboard().data("image/svg+xml").contains("<path"));
-        EXPECT_EQ(AsPicture(Clipboard().imageData()), Picture());
+        EXPECT_EQ(AsPicture(QImage::fromData(Clipboard().data("image/x-bmp"), "BMP")), Picture());
+        EXPECT_FALSE(Clipboard().hasFormat("image/png")) << "it would be taken instead";
         EXPECT_FALSE(Clipboard().hasText());
     }
 }
