@@ -350,12 +350,12 @@ ParsedCommandLine ParseCommandLine(std::span<const std::string> arguments)
             return result;
         }
         const std::size_t equals = argument.find('=');
-        const std::string name = argument.substr(0, equals);
-        const Option* option = FindOption(name);
+        const Option* option = FindOption(argument.substr(0, equals));
         const bool is_file = option == nullptr && !argument.starts_with('-');
         if (is_file) option = FindOption("--sammlung");
         if (option == nullptr) return wrong("Unbekanntes Argument: " + Quoted(argument));
 
+        const std::string name(option->name);  // the argument may be a file's
         std::string value;
         if (is_file) {
             value = argument;

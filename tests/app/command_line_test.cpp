@@ -92,7 +92,10 @@ TEST(CommandLine, ComplainsAboutWrongCallsInOneLine)
     };
     const Case cases[] = {
         {"unknown option", {"--farbe=rot"}, "Unbekanntes Argument: „--farbe=rot“"},
-        {"two collections", {"a.txt", "b.txt"}, "mehrfach"},
+        {"two collections", {"a.txt", "b.txt"}, "--sammlung steht mehrfach da"},
+        {"the name of a file that would steer the terminal",
+         {"a.txt", "b\n\x1B[2J"},
+         "--sammlung steht mehrfach da"},
         {"an entry of nothing", {"--eintrag=1", "--ausgabe=a.png"}, "brauchen --sammlung"},
         {"a collection and a plot", {"a.txt", "--zeichne=x"}, "bringt ihren Plot mit"},
         {"all entries into one file", {"a.txt", "--alle", "--ausgabe=a.png"}, "ORDNER/"},

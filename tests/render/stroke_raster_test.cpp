@@ -155,7 +155,7 @@ TEST(StrokeRaster, JoinsWideHardLinesWithoutANotch)
         points.push_back({static_cast<int>(p.x), static_cast<int>(p.y)});
     }
     StrokeRaster raster(kWidth, kHeight);
-    raster.AddHard(points, 2 * kHalfWidth, {});
+    raster.AddHard(points, static_cast<int>(2 * kHalfWidth), {});
     for (std::size_t i = 1; i + 1 < corners.size(); ++i) {
         for (int y = 0; y < kHeight; ++y) {
             for (int x = 0; x < kWidth; ++x) {

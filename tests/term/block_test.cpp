@@ -278,7 +278,8 @@ TEST(EvaluateBlock, AnyNumberOfSamplesAndResultsInPlace)
     const ExprHandle constant = engine.parser.Parse("a");
     for (const int count : {0, 1, 7, 8, 15, 16, 17, 255, 511, 512, 513, 1025, 2000}) {
         SCOPED_TRACE(count);
-        std::vector<double> arguments = count < 2 ? std::vector<double>(count, 0.5) : Grid(count);
+        std::vector<double> arguments =
+            count < 2 ? std::vector<double>(static_cast<std::size_t>(count), 0.5) : Grid(count);
         std::vector<double> apart(arguments.size());
         std::vector<Error> errors(arguments.size());
         engine.parser.EvaluateBlock(handle, engine.x, arguments, apart, errors);
