@@ -123,9 +123,10 @@ ChildWindow::ChildWindow(QWidget* content)
         setAccessibleName(title);
         bar_->SetTitle(title);
     });
-    connect(this, &QMdiSubWindow::windowStateChanged, this,
-            [this](Qt::WindowStates, Qt::WindowStates present) {
-                bar_->SetActive(present.testFlag(Qt::WindowActive));
+    // The toolkit tells it in its destructor as well, when this part of the object is gone.
+    connect(this, &QMdiSubWindow::windowStateChanged, bar_,
+            [bar = bar_](Qt::WindowStates, Qt::WindowStates present) {
+                bar->SetActive(present.testFlag(Qt::WindowActive));
             });
 }
 
