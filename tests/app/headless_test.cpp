@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/collection_run.h"
 #include "document/display_attributes.h"
 
 namespace korvinth::app {
@@ -92,6 +93,16 @@ TEST(Headless, ListsAndDrawsTheEntriesOfACollection)
     outcome = Call({file, "--alle", "--ausgabe=/none/"});
     EXPECT_EQ(outcome.errors, "„/none/“: Den Ordner gibt es nicht\n");
     EXPECT_EQ(Call({folder.filePath("none.txt").toStdString(), "--liste"}).status, kInputError);
+
+    std::vector<std::size_t> progress;
+    Application application;
+    application.SetAreaSize(40, 30);
+    DrawAll(application, ReadCollectionFile(file).collection, folder.path().toStdString() + "/", {},
+            [&](std::size_t done, std::size_t count) {
+                EXPECT_EQ(count, 3U);
+                progress.push_back(done);
+            });
+    EXPECT_EQ(progress, (std::vector<std::size_t>{1, 2, 3}));
 }
 
 TEST(Headless, CalculatesAndTabulates)

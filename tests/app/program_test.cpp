@@ -214,6 +214,17 @@ TEST_F(ProgramTest, AMissingFileIsCreatedOnRequestOrNamed)
     EXPECT_EQ(dialogs_.exclamations, Texts());
 }
 
+TEST_F(ProgramTest, OpensTheFileOfTheCommandLine)
+{
+    Put("a.txt", "[Funktionenplotter]\r\n{short:__tmp__\r\nf(x)=x^5}\r\n{short:one}");
+    CommandLine command;
+    command.collection = File("a.txt");
+    Start(command);
+    EXPECT_EQ(Entries(), 1U);
+    EXPECT_EQ(Row(0), "f(x) = x^5");
+    EXPECT_EQ(Caption(), "Sammlung: a.txt");
+}
+
 TEST_F(ProgramTest, OpensAFileThatIsDroppedOnTheWindow)
 {
     Put("a.txt", "[Funktionenplotter]\r\n{short:one\r\nf(x)=x}");
