@@ -26,10 +26,11 @@ bool HasPlot(const CollectionEntry& buffer) { return buffer != CollectionEntry()
 }  // namespace
 
 CollectionFiles::CollectionFiles(files::FileSystem& disk, const files::Path& working,
-                                 CollectionControl& collection, CollectionFilesHost& host,
-                                 ui::Dialogs& dialogs)
+                                 CollectionControl& collection, CollectionHost& plot,
+                                 CollectionFilesHost& host, ui::Dialogs& dialogs)
     : disk_(disk),
       collection_(collection),
+      plot_(plot),
       host_(host),
       dialogs_(dialogs),
       working_(
@@ -46,7 +47,7 @@ CollectionFiles::CollectionFiles(files::FileSystem& disk, const files::Path& wor
 std::optional<WorkingContent> CollectionFiles::ContentToWrite()
 {
     const document::CollectionEditor& editor = collection_.Editor();
-    const Written now{editor.Changes(), editor.Modified(), host_.CurrentPlot()};
+    const Written now{editor.Changes(), editor.Modified(), plot_.CurrentPlot()};
     if (now == written_) return std::nullopt;
     written_ = now;
     return WorkingContent{RowsText()->size(), [now, rows = RowsText()] {
@@ -69,7 +70,7 @@ const std::shared_ptr<const std::string>& CollectionFiles::RowsText()
 // The bytes of the whole collection with the current plot in front.
 std::string CollectionFiles::Bytes()
 {
-    return document::WriteCollection(host_.CurrentPlot(), *RowsText());
+    return document::WriteCollection(plot_.CurrentPlot(), *RowsText());
 }
 
 void CollectionFiles::Exclaim(const std::string& fault)
@@ -117,7 +118,7 @@ void CollectionFiles::ReadWorkingCollection()
     collection_.Editor().SetModified(HasModifiedMark(bytes) || !fault.empty());
     SetName({});
     collection_.ShowState();
-    if (entries.buffer_loaded && HasPlot(entries.buffer)) host_.DrawEntry(entries.buffer);
+    if (entries.buffer_loaded && HasPlot(entries.buffer)) plot_.DrawEntry(entries.buffer);
     if (!fault.empty()) {
         dialogs_.ShowError(kError, fault +
                                        "\n\nDie Datei mit den zuletzt bearbeiteten Daten ist "
@@ -227,7 +228,7 @@ void CollectionFiles::ReadAnew(std::string_view bytes, const files::Path& name)
     collection_.Editor().SetModified(false);
     SetName(name);
     collection_.ShowState();
-    if (entries.buffer_loaded && HasPlot(entries.buffer)) host_.DrawEntry(entries.buffer);
+    if (entries.buffer_loaded && HasPlot(entries.buffer)) plot_.DrawEntry(entries.buffer);
     host_.RedrawGraph();
     if (damaged_) dialogs_.ShowError(kError, fault);
     working_.Touch();

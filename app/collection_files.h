@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "app/collection_control.h"
+#include "app/collection_host.h"
 #include "app/working_collection.h"
 #include "files/file_system.h"
 #include "ui/dialogs.h"
@@ -19,8 +20,6 @@ class CollectionFilesHost
 {
 public:
     virtual ~CollectionFilesHost() = default;
-    virtual document::CollectionEntry CurrentPlot() = 0;
-    virtual void DrawEntry(const document::CollectionEntry& entry) = 0;
     virtual void RedrawGraph() = 0;
     virtual void ReadSettings() = 0;
     virtual void WriteSettings() = 0;
@@ -33,7 +32,8 @@ class CollectionFiles final : public QObject
 public:
     // All outlive the object.
     CollectionFiles(files::FileSystem& disk, const files::Path& working,
-                    CollectionControl& collection, CollectionFilesHost& host, ui::Dialogs& dialogs);
+                    CollectionControl& collection, CollectionHost& plot, CollectionFilesHost& host,
+                    ui::Dialogs& dialogs);
 
     // At the start: creates the working collection, or has the settings read when there is one.
     void SetUpWorkingCollection();
@@ -74,6 +74,7 @@ private:
 
     files::FileSystem& disk_;
     CollectionControl& collection_;
+    CollectionHost& plot_;
     CollectionFilesHost& host_;
     ui::Dialogs& dialogs_;
     files::Path name_;      // empty while the collection has none

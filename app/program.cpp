@@ -35,6 +35,7 @@ Program::Program(const files::Path& directory, ui::Dialogs& dialogs)
       place_(TakeWorkingPlace(directory)),
       window_(std::make_unique<MainWindow>(application_, dialogs)),
       files_(std::make_unique<CollectionFiles>(files::Disk(), place_.collection, window_->Entries(),
+                                               window_->PlotSession(),
                                                static_cast<CollectionFilesHost&>(*this), dialogs)),
       help_(std::make_unique<HelpControl>(*window_, directory)),
       pictures_(std::make_unique<PictureCommands>(application_, *window_, dialogs,
@@ -126,7 +127,7 @@ void Program::SetUpWorkingCollection()
 {
     files_->SetUpWorkingCollection();
     // A second program may have no working collection yet, but the settings are those of all.
-    if (place_.collection.filename() != "korvinth.tmp") ReadSettings();
+    if (place_.collection.filename() != kWorkingCollectionName) ReadSettings();
 }
 
 void Program::ReadCollection()
@@ -167,13 +168,6 @@ void Program::OfferToSave()
 {
     files_->OfferToSave();
     files_->Flush();
-}
-
-document::CollectionEntry Program::CurrentPlot() { return window_->PlotSession().CurrentPlot(); }
-
-void Program::DrawEntry(const document::CollectionEntry& entry)
-{
-    window_->PlotSession().DrawEntry(entry);
 }
 
 void Program::RedrawGraph() { window_->PlotSession().Redraw(); }

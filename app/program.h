@@ -51,8 +51,6 @@ private:
     // LifeCycle and CollectionFilesHost
     void WriteSettings() override;
     // CollectionFilesHost
-    document::CollectionEntry CurrentPlot() override;
-    void DrawEntry(const document::CollectionEntry& entry) override;
     void RedrawGraph() override;
     void ReadSettings() override;
     bool Animated() const override;
