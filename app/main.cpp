@@ -41,9 +41,10 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
                         korvinth::files::PathOf(QApplication::applicationDirPath().toStdString())),
                     dialogs);
     dialogs.SetWindow(&program.Window());
-    // A screen without room for the first size is used wholly.
+    // A screen without room for the first size and its frame is used wholly.
     const QSize room = QGuiApplication::primaryScreen()->availableSize();
-    if (room != room.expandedTo(program.Window().size())) {
+    const QSize wanted = program.Window().size();
+    if (room.width() <= wanted.width() || room.height() <= wanted.height()) {
         program.Window().setWindowState(Qt::WindowMaximized);
     }
     program.Start(command);

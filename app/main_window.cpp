@@ -7,7 +7,6 @@
 #include <QMdiArea>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
@@ -79,7 +78,7 @@ MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* 
     ConnectSession();
     ConnectWindowEntries();
     MakeShortcuts();
-    resize(kFirstSize.boundedTo(screen()->availableSize()));
+    resize(kFirstSize);
 }
 
 MainWindow::~MainWindow() = default;
