@@ -60,6 +60,7 @@ public:
 private:
     std::optional<files::Path> AskForName();
     bool Exists(const files::Path& file, bool& exists);
+    bool ChangedElsewhere() const;
     void SaveTo(const files::Path& file);
     bool RestoreCopy(const files::Path& file);
     void ReadFile(const files::Path& file);
@@ -77,8 +78,9 @@ private:
     CollectionHost& plot_;
     CollectionFilesHost& host_;
     ui::Dialogs& dialogs_;
-    files::Path name_;      // empty while the collection has none
-    bool damaged_ = false;  // the file of that name was not read to its end
+    files::Path name_;                   // empty while the collection has none
+    bool damaged_ = false;               // the file of that name was not read to its end
+    std::optional<std::size_t> digest_;  // of its bytes when it was read or saved last
 
     // What the working collection was written from.
     struct Written
