@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdint>
 #include <utility>
 
 #include "app/message_text.h"
@@ -129,7 +130,7 @@ std::string TakeSize(CommandLine& command, const std::string& value)
     if (!possible(width) || !possible(height)) {
         return "Breite und Höhe sind ganze Zahlen von 1 bis 30000";
     }
-    if (long{*width} * *height > render::kLargestPicture) {
+    if (std::int64_t{*width} * *height > render::kLargestPicture) {
         return "das Bild hätte mehr als 100 Millionen Pixel";
     }
     command.width = *width;
