@@ -22,6 +22,7 @@ TEST_F(DiskTest, CarriesOutEachOperation)
     std::error_code fault;
     EXPECT_FALSE(disk.Exists(a, fault));
     EXPECT_FALSE(fault);
+    EXPECT_TRUE(disk.Exists(folder_ / "", fault)) << "a slash at the end";
     EXPECT_FALSE(disk.Write(a, "a longer text that goes"));
     EXPECT_FALSE(disk.Write(a, "short"));
     std::string read;
