@@ -1,7 +1,6 @@
 // What is asked of a picture in a file or on paper.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -9,10 +8,9 @@
 
 namespace korvinth::render {
 
-inline constexpr int kLongestSide = 30'000;  // pixels of a picture
-inline constexpr std::int64_t kLargestPicture =
-    100'000'000;                                // pixels; 4 bytes each while it is drawn
-inline constexpr double kUsualResolution = 96;  // dots per inch: a dot is a screen pixel
+inline constexpr int kLongestSide = 30'000;          // pixels of a picture
+inline constexpr int kLargestPicture = 100'000'000;  // pixels; 4 bytes each while it is drawn
+inline constexpr double kUsualResolution = 96;       // dots per inch: a dot is a screen pixel
 inline constexpr double kLeastResolution = 10;
 inline constexpr double kMostResolution = 2400;
 // Centimetres of a world unit.
