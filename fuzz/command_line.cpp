@@ -4,7 +4,6 @@
 
 #include "document/slots.h"
 #include "fuzz/fuzzing.h"
-#include "render/picture_options.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
