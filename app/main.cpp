@@ -12,6 +12,7 @@
 #include "app/program.h"
 #include "app/toolkit.h"
 #include "files/path_text.h"
+#include "files/system.h"
 #include "ui/desktop_style.h"
 #include "ui/qt_dialogs.h"
 
@@ -56,7 +57,8 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
 int main(int argc, char** argv)
 {
     using namespace korvinth::app;
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    const korvinth::files::StandardOutput output;
+    const std::vector<std::string> arguments = korvinth::files::CommandLineArguments(argc, argv);
     const ParsedCommandLine parsed = ParseCommandLine(arguments);
     if (const int status = ReportFaults(parsed, std::cerr); status != kAllWell) return status;
     if (!parsed.command.OpensWindow()) return RunHeadless(parsed.command, std::cout, std::cerr);

@@ -28,7 +28,9 @@ public:
     DrawingToolkit()
     {
         if (QCoreApplication::instance() != nullptr) return;
+#ifndef Q_OS_WIN  // where a display is never missing and its plugin is the one that is installed
         qputenv("QT_QPA_PLATFORM", "offscreen");
+#endif
         PrepareToolkit();
         application_ = std::make_unique<QGuiApplication>(argument_count_, arguments_);
         UseGerman(*application_);

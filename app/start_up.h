@@ -50,6 +50,8 @@ struct DirectorySurroundings
     std::function<std::optional<std::string>(const std::string&)> variable;  // environment
     std::function<bool(const std::filesystem::path&)> exists;
     std::filesystem::path executable_directory;
+    // The user's, where the system itself names it; it comes before those of the environment.
+    std::optional<std::filesystem::path> data_directory = std::nullopt;
 };
 
 // KORVINTH_HOME if it is set; else the executable's own directory if it holds a file

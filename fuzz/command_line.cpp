@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzzing::Require(command.width > 0 && command.width <= render::kLongestSide &&
                          command.height > 0 && command.height <= render::kLongestSide,
                      "a picture has a size");
-    fuzzing::Require(long{command.width} * command.height <= render::kLargestPicture,
+    fuzzing::Require(std::int64_t{command.width} * command.height <= render::kLargestPicture,
                      "a picture has a possible size");
     fuzzing::Require(
         !command.places || (*command.places >= 0 && *command.places <= app::kMostPlaces),

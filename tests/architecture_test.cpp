@@ -1,4 +1,5 @@
-// Reads the includes of the tree: rooms see only the rooms below them, the core sees no toolkit.
+// Reads the includes of the tree: rooms see only the rooms below them, the core sees no toolkit,
+// and only the file layer sees the system.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -17,12 +18,14 @@ struct Room
 {
     std::string_view folder;
     bool may_use_qt;
+    bool may_use_system = false;
 };
 
 // From the bottom up: a room includes itself and what stands before it.
 constexpr std::array kRooms = {
-    Room{"term", false},     Room{"files", false}, Room{"document", false}, Room{"render", false},
-    Room{"render/qt", true}, Room{"ui", true},     Room{"app", true},
+    Room{"term", false},   Room{"files", false, true}, Room{"document", false},
+    Room{"render", false}, Room{"render/qt", true},    Room{"ui", true},
+    Room{"app", true},
 };
 
 // The room of a file named from the root of the tree; render/qt is none of render's folders.
@@ -44,6 +47,13 @@ bool IsQtHeader(std::string_view name)
     };
     if (name.starts_with("Q")) return letter(1, 'A', 'Z') || name.starts_with("Qt");
     return name.starts_with("q") && name.ends_with(".h");
+}
+
+// True for <unistd.h>, <sys/stat.h>, <windows.h>: the headers of C++ have no ending, those of the
+// processor's own instructions are the same on every system.
+bool IsSystemHeader(std::string_view name)
+{
+    return name.ends_with(".h") && !IsQtHeader(name) && !name.ends_with("intrin.h");
 }
 
 struct Include
@@ -84,6 +94,8 @@ std::string IncludeFaults(std::string_view file, const std::string& source)
             fault = "names a room in angle brackets";
         } else if (!kRooms[*room].may_use_qt && IsQtHeader(include->name)) {
             fault = "brings the toolkit into the core";
+        } else if (!kRooms[*room].may_use_system && IsSystemHeader(include->name)) {
+            fault = "brings the system past the file layer";
         }
         if (fault.empty()) continue;
         faults += std::string(file) + ": " + include->name + " " + std::string(fault) + "\n";
@@ -114,6 +126,14 @@ constexpr IncludeCase kIncludeCases[] = {
      false},
     {"the core includes an old header of the toolkit", "term/a.cpp", "#include <qstring.h>\n",
      false},
+    {"the file layer includes the system", "files/a.cpp", "#include <sys/stat.h>\n", true},
+    {"an evaluator includes instructions of the processor", "term/a.cpp",
+     "#include <emmintrin.h>\n", true},
+    {"windows include the toolkit with its ending", "ui/a.cpp", "#include <QtGui/qevent.h>\n",
+     true},
+    {"a window includes POSIX", "ui/a.cpp", "#include <unistd.h>\n", false},
+    {"the program includes POSIX from a folder", "app/a.cpp", "#include <sys/wait.h>\n", false},
+    {"the core includes Windows", "term/a.cpp", "#  include <windows.h>\n", false},
     {"an include beside the file", "term/a.cpp", "#include \"a.h\"\n", false},
     {"a room in angle brackets", "term/a.cpp", "#include <app/a.h>\n", false},
     {"a file in no room", "misc/a.cpp", "", false},
