@@ -1,9 +1,10 @@
-// How long the program takes until its window is drawn, and how much memory it then has, beside an
-// empty window of the toolkit; and what drawing a picture from the command line costs, beside
-// writing an empty one. The contenders take turns, medians are compared. Needs a screen of its own,
-// larger than the windows and without a window manager:
+// How long the program takes until its window is drawn, and how much memory it then has, beside
+// windows of the toolkit that hold nothing or next to nothing; and what drawing a picture from the
+// command line costs, beside writing an empty one. The contenders take turns, medians are compared.
+// Needs a screen of its own, larger than the windows and without a window manager:
 //
-//   xvfb-run -s "-screen 0 1400x900x24" build/release/bench/korvinth_start_up_bench [PROGRAM]
+//   dbus-run-session xvfb-run -s "-screen 0 1400x900x24"
+//       build/release/bench/korvinth_start_up_bench [PROGRAM]
 //
 // A window counts as drawn when the pixel in the middle of the screen, which a covering window has
 // painted before, changes. Processor times are of all threads up to then; on a busy machine their
@@ -140,13 +141,14 @@ void WaitForRest(qint64 process)
         "A program does not come to rest.");
 }
 
-void StartWindow(const QString& program, const Cover& cover, Measured& measured)
+void StartWindow(const QString& program, const QStringList& arguments, const Cover& cover,
+                 Measured& measured)
 {
     WaitFor([&] { return cover.Seen(); }, "The screen is not covered.");
     QProcess process;
     QElapsedTimer time;
     time.start();
-    process.start(program, QStringList());
+    process.start(program, arguments);
     if (!process.waitForStarted()) Stop("A program does not start.");
     WaitFor([&] { return !cover.Seen(); }, "A program draws no window.");
     measured.time.push_back(static_cast<double>(time.nsecsElapsed()) / 1e6);
@@ -219,7 +221,16 @@ void Report(const char* what, const char* unit, const std::vector<double>& own,
 {
     const double mine = Median(own);
     const double other = Median(yardstick);
-    std::printf("%-42s %8.1f %s %8.1f %s %6.2f\n", what, mine, unit, other, unit, mine / other);
+    std::printf("%-28s %8.1f %s %8.1f %s %6.2f\n", what, mine, unit, other, unit, mine / other);
+}
+
+void ReportWindows(const std::string& beside, const Measured& own, const Measured& yardstick)
+{
+    std::printf("\nWindow, beside %s\n", beside.c_str());
+    Report("time until it is drawn", "ms", own.time, yardstick.time);
+    Report("processor time until then", "ms", own.processor, yardstick.processor);
+    Report("resident memory", "MB", own.resident, yardstick.resident);
+    Report("its share of that", "MB", own.share, yardstick.share);
 }
 
 void CompareWindows(const QString& program)
@@ -228,14 +239,14 @@ void CompareWindows(const QString& program)
     FillHome(program);
     Measured own;
     Measured empty;
+    Measured text;
     for (int round = 0; round < kRounds; ++round) {
-        StartWindow(KORVINTH_EMPTY_WINDOW, cover, empty);
-        StartWindow(program, cover, own);
+        StartWindow(KORVINTH_EMPTY_WINDOW, {}, cover, empty);
+        StartWindow(KORVINTH_EMPTY_WINDOW, {"text"}, cover, text);
+        StartWindow(program, {}, cover, own);
     }
-    Report("window: time until it is drawn", "ms", own.time, empty.time);
-    Report("window: processor time until then", "ms", own.processor, empty.processor);
-    Report("window: resident memory", "MB", own.resident, empty.resident);
-    Report("window: its share of it", "MB", own.share, empty.share);
+    ReportWindows("an empty one", own, empty);
+    ReportWindows("one with a menu and a line of text", own, text);
 }
 
 void ComparePictures(const QString& program, const QDir& folder)
@@ -251,8 +262,9 @@ void ComparePictures(const QString& program, const QDir& folder)
         RunToEnd(KORVINTH_EMPTY_PICTURE, {picture}, empty);
         RunToEnd(program, arguments, own);
     }
-    Report("picture of ten functions: time", "ms", own.time, empty.time);
-    Report("picture of ten functions: processor time", "ms", own.processor, empty.processor);
+    std::printf("\nPicture of ten functions, beside an empty one\n");
+    Report("time", "ms", own.time, empty.time);
+    Report("processor time", "ms", own.processor, empty.processor);
 }
 
 }  // namespace
@@ -264,7 +276,7 @@ int main(int argc, char** argv)
     const QTemporaryDir home;
     if (!home.isValid()) Stop("There is no temporary folder.");
     qputenv("KORVINTH_HOME", QFile::encodeName(home.path()));
-    std::printf("%-42s %11s %11s %6s\n", "", "program", "yardstick", "ratio");
+    std::printf("%-28s %11s %11s %6s\n", "", "program", "yardstick", "ratio");
     CompareWindows(program);
     ComparePictures(program, QDir(home.path()));
     return 0;
