@@ -17,7 +17,8 @@ namespace {
 
 constexpr mode_t kPermissionsOfNewFiles = 0666;  // less what the user's mask takes away
 constexpr mode_t kPermissionBits = 07777;
-constexpr std::size_t kPortion = std::size_t{1} << 20U;
+constexpr std::size_t kPortion = std::size_t{1} << 20U;  // of a copied file
+constexpr std::size_t kLeastRoom = 4096;                 // for what is read
 
 std::error_code LastFault() { return {errno, std::generic_category()}; }
 
@@ -92,7 +93,7 @@ std::error_code ReadAll(const Descriptor& file, std::size_t expected, std::strin
     std::size_t filled = 0;
     for (;;) {
         // The files that the system makes up have no size beforehand.
-        if (filled == bytes.size()) bytes.resize(std::max(expected + 1, filled + kPortion));
+        if (filled == bytes.size()) bytes.resize(std::max({expected + 1, 2 * filled, kLeastRoom}));
         const ssize_t count = Insist(
             [&] { return ::read(file.Number(), bytes.data() + filled, bytes.size() - filled); });
         if (count < 0) return LastFault();
