@@ -32,9 +32,10 @@ constexpr bool kKeepsFreedMemory = true;  // the sanitizer does, to find late us
 constexpr bool kKeepsFreedMemory = false;
 #endif
 
-constexpr int kFirstRounds = 1000;     // until every cache is filled
-constexpr double kMegabytesMore = 2;   // afterwards, at most
-constexpr int kRoundsToAPicture = 50;  // that is written as a file
+constexpr int kFirstRounds = 1000;      // until every cache is filled
+constexpr double kMegabytesMore = 2;    // afterwards, at most
+constexpr int kRoundsToAPicture = 50;   // that is written as a file
+constexpr int kRoundsToALine = 10'000;  // that tells how far it is
 
 int ticks = 1'000'000;
 int plots = 100'000;
@@ -64,7 +65,7 @@ class LongUse : public testing::Test
 protected:
     void SetUp() override
     {
-        window_.resize(560, 360);
+        window_.resize(420, 300);
         window_.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
     }
@@ -92,7 +93,10 @@ protected:
         ASSERT_GT(rounds, kFirstRounds);
         for (int i = 0; i < kFirstRounds; ++i) round(i);
         const Held before = Measure();
-        for (int i = kFirstRounds; i < rounds; ++i) round(i);
+        for (int i = kFirstRounds; i < rounds; ++i) {
+            round(i);
+            if (i % kRoundsToALine == 0) std::printf("%d: %.1f MB\n", i, ResidentMegabytes());
+        }
         const Held after = Measure();
         std::printf("%d %s: %.1f MB, then %.1f MB resident; %.2f MB, then %.2f MB allocated\n",
                     rounds, what, before.resident, after.resident, before.allocated,
@@ -116,11 +120,12 @@ protected:
         }
         window_.PlotSession().ApplyRows();
     }
-    void Redraw() { window_.findChild<QWidget*>("Picture1")->repaint(); }
+    void Redraw() { picture_->repaint(); }
 
     Application application_;
     ui::ScriptedDialogs dialogs_;
     MainWindow window_{application_, dialogs_};
+    QWidget* picture_ = window_.findChild<QWidget*>("Picture1");
 };
 
 TEST_F(LongUse, AnimationsKeepWhatTheyHold)
