@@ -14,9 +14,20 @@
 #include "files/path_text.h"
 #include "files/system.h"
 #include "ui/desktop_style.h"
+#include "ui/first_paint.h"
 #include "ui/qt_dialogs.h"
 
 namespace {
+
+// Without the toolkit's reader for SVG, the desktop has pictures of the icon for an installed
+// program.
+void SetWindowIcon()
+{
+    constexpr int kSide = 32;
+    QIcon icon(":/korvinth.svg");
+    if (icon.pixmap(kSide).isNull()) icon = QIcon::fromTheme("korvinth");
+    QApplication::setWindowIcon(icon);
+}
 
 int RunWindow(char* name, const korvinth::app::CommandLine& command)
 {
@@ -33,7 +44,6 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
     QApplication::setApplicationName("Korvinth");
     QApplication::setApplicationVersion(KORVINTH_VERSION);
     QGuiApplication::setDesktopFileName("korvinth");
-    QApplication::setWindowIcon(QIcon::fromTheme("korvinth", QIcon(":/korvinth.svg")));
     QApplication::setStyle(new korvinth::ui::DesktopStyle);
     UseGerman(toolkit);
 
@@ -48,6 +58,7 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
     if (room.width() <= wanted.width() || room.height() <= wanted.height()) {
         program.Window().setWindowState(Qt::WindowMaximized);
     }
+    korvinth::ui::AfterFirstPaint(program.Window(), SetWindowIcon);
     program.Start(command);
     return QApplication::exec();
 }

@@ -164,11 +164,13 @@ std::error_code SettingsFile::WriteSettings(const DisplayAttributes& attributes)
     std::error_code fault;
     if (disk_.Exists(file_, fault)) fault = disk_.Read(file_, profile);
     if (fault) return fault;
+    const std::string before = profile;
     const auto set = [&](const Key& key) {
         SetProfileValue(profile, kSection, key.name, key.text(attributes));
     };
     set(kAttributes);
     for (const Key& key : kTables) set(key);
+    if (profile == before) return {};  // waiting for the disk would delay every start
     return files::ReplaceFile(disk_, file_, profile);
 }
 

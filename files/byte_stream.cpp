@@ -8,7 +8,8 @@
 namespace korvinth::files {
 namespace {
 
-constexpr std::size_t kPortion = std::size_t{1} << 20U;
+constexpr std::size_t kPortion = std::size_t{1} << 20U;  // of a copied file
+constexpr std::size_t kLeastRoom = 4096;                 // for what is read
 
 std::error_code Fill(const ByteStream& from, std::size_t expected, std::string& bytes)
 {
@@ -16,7 +17,7 @@ std::error_code Fill(const ByteStream& from, std::size_t expected, std::string& 
     std::size_t filled = 0;
     for (;;) {
         // The files that the system makes up have no size beforehand.
-        if (filled == bytes.size()) bytes.resize(std::max(expected + 1, filled + kPortion));
+        if (filled == bytes.size()) bytes.resize(std::max({expected + 1, 2 * filled, kLeastRoom}));
         std::size_t count = 0;
         if (const std::error_code fault = from.ReadSome(std::span(bytes).subspan(filled), count)) {
             return fault;

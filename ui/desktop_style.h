@@ -7,7 +7,8 @@ namespace korvinth::ui {
 
 // Menus higher than the screen scroll instead of breaking into columns that leave it; unmarked
 // boxes and the hints in empty fields are seen in dark colours, too; on black, fields, buttons and
-// the handles of sliders have outlines.
+// the handles of sliders have outlines. The menus that child windows have behind their own title
+// bars go without icons, which would have to be read from files for each window.
 class DesktopStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -16,6 +17,8 @@ public:
     void polish(QPalette& palette) override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* data) const override;
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                       const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                             QPainter* painter, const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

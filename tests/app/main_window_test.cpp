@@ -604,8 +604,9 @@ TEST_F(MainWindowTest, EveryControlHasANameAndADescriptionForThoseWhoListen)
 {
     Show();
     Type(0, "f(x)=a*x");
-    Trigger("mn_spal");
-    Trigger("mn_calc");
+    for (const char* entry : {"mn_spal", "mn_calc", "mn_groptions", "mn_zoomoptions"})
+        Trigger(entry);
+    Find<QLineEdit>("samml_suche")->setFocus();
     QTest::mouseClick(Find("para[26]")->findChild<QWidget*>("Image1"), Qt::RightButton);
     ASSERT_NE(Find("Dialog"), nullptr);
     int controls = 0;

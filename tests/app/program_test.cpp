@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
@@ -98,6 +99,20 @@ protected:
     ui::ScriptedDialogs dialogs_;
     std::unique_ptr<Program> program_;
 };
+
+TEST_F(ProgramTest, EntriesCopiedBeforeTheStartCanBeInserted)
+{
+    Start();
+    Trigger("mn_add");
+    Trigger("mn_copy");
+    Kill();
+    Start();
+    ASSERT_TRUE(WaitFor([this] { return Find<QAction>("mn_insert")->isEnabled(); }));
+    Trigger("mn_insert");
+    EXPECT_EQ(Entries(), 1U);
+    QApplication::clipboard()->clear();
+    EXPECT_FALSE(Find<QAction>("mn_insert")->isEnabled());
+}
 
 TEST_F(ProgramTest, ACrashLosesNeitherPlotNorEntries)
 {
