@@ -46,6 +46,7 @@ CollectionFiles::CollectionFiles(files::FileSystem& disk, const files::Path& wor
 // Much is asked while nothing has changed; only changes cost time.
 std::optional<WorkingContent> CollectionFiles::ContentToWrite()
 {
+    if (KeepUnread()) return std::nullopt;
     const document::CollectionEditor& editor = collection_.Editor();
     const Written now{editor.Changes(), editor.Modified(), plot_.CurrentPlot()};
     if (now == written_) return std::nullopt;
@@ -92,8 +93,7 @@ void CollectionFiles::SetName(const files::Path& file)
 void CollectionFiles::SetUpWorkingCollection()
 {
     bool exists = false;
-    if (!Exists(working_.File(), exists)) return;
-    if (exists) {
+    if (!Exists(working_.File(), exists) || exists) {
         host_.ReadSettings();
     } else {
         Exclaim(document::CreateEmptyCollection(disk_, working_.File()));
@@ -105,13 +105,15 @@ void CollectionFiles::ReadWorkingCollection()
     std::string bytes, fault;
     document::Collection& entries = collection_.Entries();
     if (const auto unreadable = disk_.Read(working_.File(), bytes)) {
-        bool exists = false;
-        if (!Exists(working_.File(), exists) || !exists) return;  // not created, as was said
+        std::error_code unknown;
+        if (!disk_.Exists(working_.File(), unknown) && !unknown)
+            return;  // not created, as was said
         fault = files::ErrorText(unreadable) + ".";
     } else {
         fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
     }
-    if (!fault.empty()) SetAside();
+    unread_ = !fault.empty();
+    const std::error_code stays = KeepUnread();
     working_.Expect(bytes.size());
     collection_.ShowEntries();
     RowsText();  // while one waits for the start anyway
@@ -119,25 +121,39 @@ void CollectionFiles::ReadWorkingCollection()
     SetName({});
     collection_.ShowState();
     if (entries.buffer_loaded && HasPlot(entries.buffer)) plot_.DrawEntry(entries.buffer);
-    if (!fault.empty()) {
-        dialogs_.ShowError(kError, fault +
-                                       "\n\nDie Datei mit den zuletzt bearbeiteten Daten ist "
-                                       "beschädigt. Sie wurde als \"" +
-                                       files::Utf8(working_.File().filename()) +
-                                       ".defekt\" aufgehoben, alles Lesbare ist geladen.");
-        working_.Touch();
-    }
+    if (fault.empty()) return;
+    dialogs_.ShowError(kError, fault + "\n\n" + (stays ? UnreadText(stays) : SetAsideText()));
+    working_.Touch();
 }
 
-// An older one that was set aside stays as well.
-void CollectionFiles::SetAside()
+std::string CollectionFiles::SetAsideText() const
 {
+    return "Die Datei mit den zuletzt bearbeiteten Daten ist beschädigt. Sie wurde als \"" +
+           files::Utf8(working_.File().filename()) +
+           ".defekt\" aufgehoben, alles Lesbare ist geladen.";
+}
+
+std::string CollectionFiles::UnreadText(std::error_code fault) const
+{
+    return "Die Datei \"" + files::Utf8(working_.File().filename()) +
+           "\" mit den zuletzt bearbeiteten Daten ist nicht ganz lesbar und ließ sich nicht "
+           "beiseitelegen: " +
+           files::ErrorText(fault) + ". Bis das gelingt, bleibt sie, wie sie ist.";
+}
+
+// What was not read is set aside before anything else is written; so an older one is as well.
+std::error_code CollectionFiles::KeepUnread()
+{
+    if (!unread_) return {};
     std::error_code fault;
     files::Path target = files::WithEnding(working_.File(), ".defekt");
     for (int i = 2; disk_.Exists(target, fault); ++i) {
         target = files::WithEnding(working_.File(), ".defekt" + std::to_string(i));
     }
-    Exclaim(disk_.Rename(working_.File(), target));
+    if (!fault) fault = disk_.Rename(working_.File(), target);
+    if (fault == std::errc::no_such_file_or_directory) fault.clear();  // nothing to keep any more
+    unread_ = bool{fault};
+    return fault;
 }
 
 bool CollectionFiles::Exists(const files::Path& file, bool& exists)
@@ -218,7 +234,9 @@ void CollectionFiles::ReadAnew(std::string_view bytes, const files::Path& name)
 {
     working_.Forget();
     written_.reset();
-    if (const auto fault = files::ReplaceFile(disk_, working_.File(), bytes)) Exclaim(fault);
+    std::error_code unwritten = KeepUnread();
+    if (!unwritten) unwritten = files::ReplaceFile(disk_, working_.File(), bytes);
+    Exclaim(unwritten);
     working_.Expect(bytes.size());
     document::Collection& entries = collection_.Entries();
     const std::string fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
@@ -296,6 +314,7 @@ void CollectionFiles::SaveTo(const files::Path& file)
 {
     working_.Forget();
     written_.reset();
+    KeepUnread();
     const std::string fault = document::SaveCollection(
         disk_, file, working_.File(), Bytes(),
         damaged_ ? document::EarlierFile::Damaged : document::EarlierFile::Complete);

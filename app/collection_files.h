@@ -68,7 +68,9 @@ private:
     const std::shared_ptr<const std::string>& RowsText();
     std::optional<WorkingContent> ContentToWrite();
     void SetName(const files::Path& file);
-    void SetAside();
+    std::error_code KeepUnread();
+    std::string SetAsideText() const;
+    std::string UnreadText(std::error_code fault) const;
     void Exclaim(const std::string& fault);  // "" and no fault: nothing
     void Exclaim(std::error_code fault);
 
@@ -79,6 +81,7 @@ private:
     ui::Dialogs& dialogs_;
     files::Path name_;      // empty while the collection has none
     bool damaged_ = false;  // the file of that name was not read to its end
+    bool unread_ = false;   // the working collection was not, and is not set aside yet
 
     // What the working collection was written from.
     struct Written

@@ -14,11 +14,11 @@
 namespace korvinth::app {
 namespace {
 
-bool HoldsFiles(const files::Path& directory)
+bool HoldsFiles(files::FileSystem& disk, const files::Path& directory)
 {
     std::error_code fault;
-    return files::Disk().Exists(directory / document::kSettingsFileName, fault) ||
-           files::Disk().Exists(directory / kWorkingCollectionName, fault);
+    return disk.Exists(directory / document::kSettingsFileName, fault) ||
+           disk.Exists(directory / kWorkingCollectionName, fault);
 }
 
 bool IsKeyOf(const QAction& entry, QEvent& event)
@@ -29,18 +29,17 @@ bool IsKeyOf(const QAction& entry, QEvent& event)
 
 }  // namespace
 
-Program::Program(const files::Path& directory, ui::Dialogs& dialogs)
-    : settings_(files::Disk(), directory),
-      first_start_(!HoldsFiles(directory)),
+Program::Program(const files::Path& directory, ui::Dialogs& dialogs, files::FileSystem& disk)
+    : settings_(disk, directory),
+      first_start_(!HoldsFiles(disk, directory)),
       place_(TakeWorkingPlace(directory)),
       window_(std::make_unique<MainWindow>(application_, dialogs)),
-      files_(std::make_unique<CollectionFiles>(files::Disk(), place_.collection, window_->Entries(),
+      files_(std::make_unique<CollectionFiles>(disk, place_.collection, window_->Entries(),
                                                window_->PlotSession(),
                                                static_cast<CollectionFilesHost&>(*this), dialogs)),
       help_(std::make_unique<HelpControl>(*window_, directory)),
-      pictures_(std::make_unique<PictureCommands>(application_, *window_, dialogs,
-                                                  files::WithEnding(place_.collection, ".emf"),
-                                                  files::Disk()))
+      pictures_(std::make_unique<PictureCommands>(
+          application_, *window_, dialogs, files::WithEnding(place_.collection, ".emf"), disk))
 {
     connect(window_.get(), &MainWindow::closing, this, [this] { RunSteps(EndSteps(), *this); });
     connect(window_.get(), &MainWindow::fileDropped, this,

@@ -46,6 +46,8 @@ public:
     virtual std::error_code Rename(const Path& from, const Path& to) = 0;
     // No fault when there is no such file.
     virtual std::error_code Remove(const Path& file) = 0;
+    // Makes the folder and those above it that are missing.
+    virtual std::error_code MakeFolders(const Path& folder) = 0;
 };
 
 // The system's files.

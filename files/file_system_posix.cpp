@@ -276,6 +276,13 @@ public:
         SyncDirectoryOf(file);
         return {};
     }
+
+    std::error_code MakeFolders(const Path& folder) override
+    {
+        std::error_code fault;
+        std::filesystem::create_directories(folder, fault);
+        return fault;
+    }
 };
 
 }  // namespace
