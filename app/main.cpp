@@ -10,6 +10,7 @@
 #include "app/headless.h"
 #include "app/main_window.h"
 #include "app/program.h"
+#include "app/screen_fit.h"
 #include "app/toolkit.h"
 #include "files/path_text.h"
 #include "ui/desktop_style.h"
@@ -47,6 +48,7 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
     if (room.width() <= wanted.width() || room.height() <= wanted.height()) {
         program.Window().setWindowState(Qt::WindowMaximized);
     }
+    const ScreenFit screen_fit;
     program.Start(command);
     return QApplication::exec();
 }
