@@ -21,6 +21,12 @@ bool HoldsFiles(files::FileSystem& disk, const files::Path& directory)
            disk.Exists(directory / kWorkingCollectionName, fault);
 }
 
+// What is copied as a metafile.
+files::Path MetafileOf(const WorkingPlace& place)
+{
+    return files::WithEnding(place.collection, ".emf");
+}
+
 bool IsKeyOf(const QAction& entry, QEvent& event)
 {
     const auto& key = static_cast<QKeyEvent&>(event);
@@ -30,7 +36,8 @@ bool IsKeyOf(const QAction& entry, QEvent& event)
 }  // namespace
 
 Program::Program(const files::Path& directory, ui::Dialogs& dialogs, files::FileSystem& disk)
-    : settings_(disk, directory),
+    : disk_(disk),
+      settings_(disk, directory),
       first_start_(!HoldsFiles(disk, directory)),
       place_(TakeWorkingPlace(directory)),
       window_(std::make_unique<MainWindow>(application_, dialogs)),
@@ -38,8 +45,8 @@ Program::Program(const files::Path& directory, ui::Dialogs& dialogs, files::File
                                                window_->PlotSession(),
                                                static_cast<CollectionFilesHost&>(*this), dialogs)),
       help_(std::make_unique<HelpControl>(*window_, directory)),
-      pictures_(std::make_unique<PictureCommands>(
-          application_, *window_, dialogs, files::WithEnding(place_.collection, ".emf"), disk))
+      pictures_(std::make_unique<PictureCommands>(application_, *window_, dialogs,
+                                                  MetafileOf(place_), disk))
 {
     connect(window_.get(), &MainWindow::closing, this, [this] { RunSteps(EndSteps(), *this); });
     connect(window_.get(), &MainWindow::fileDropped, this,
@@ -124,6 +131,10 @@ void Program::ComputeMapping() { application_.UpdateMapping(); }
 
 void Program::SetUpWorkingCollection()
 {
+    if (place_.lock) {  // only this program writes there
+        files::RemoveLeftovers(disk_, place_.collection);
+        files::RemoveLeftovers(disk_, MetafileOf(place_));
+    }
     files_->SetUpWorkingCollection();
     // A second program may have no working collection yet, but the settings are those of all.
     if (place_.collection.filename() != kWorkingCollectionName) ReadSettings();

@@ -60,6 +60,7 @@ private:
     void ConnectEntries();
     void SaveSettings();  // mn_saveopt
 
+    files::FileSystem& disk_;
     Application application_;
     document::SettingsFile settings_;
     const bool first_start_;  // there are no files of an earlier one

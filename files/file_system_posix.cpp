@@ -277,6 +277,18 @@ public:
         return {};
     }
 
+    std::vector<Path> FilesBeginningWith(const Path& beginning) override
+    {
+        const std::string wanted = beginning.filename().string();
+        std::vector<Path> found;
+        std::error_code fault;
+        std::filesystem::directory_iterator entry(DirectoryOf(beginning), fault);
+        for (; !fault && entry != std::filesystem::directory_iterator(); entry.increment(fault)) {
+            if (entry->path().filename().string().starts_with(wanted)) found.push_back(*entry);
+        }
+        return found;
+    }
+
     std::error_code MakeFolders(const Path& folder) override
     {
         std::error_code fault;

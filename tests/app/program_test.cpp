@@ -129,6 +129,17 @@ TEST_F(ProgramTest, ACrashLosesNeitherPlotNorEntries)
     EXPECT_EQ(dialogs_.errors, Texts());
 }
 
+TEST_F(ProgramTest, WhatAStoppedWritingLeftBesideTheWorkingCollectionGoes)
+{
+    const char* const kKept[] = {"korvinth.tmp.neu", "korvinth.tmp.neu3.txt",
+                                 "korvinth.tmp.defekt2", "korvinth-2.tmp.neu4"};
+    for (const char* const name : kKept) Put(name, "x");
+    Put("korvinth.tmp.neu4711", "half of i");
+    Start();
+    EXPECT_FALSE(Exists("korvinth.tmp.neu4711"));
+    for (const char* const name : kKept) EXPECT_TRUE(Exists(name)) << name;
+}
+
 TEST_F(ProgramTest, ClosingAsksOnlyForChangesAndNoSavesNothing)
 {
     Start();

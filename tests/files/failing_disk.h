@@ -11,6 +11,7 @@
 #include <string_view>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "files/file_system.h"
 
@@ -152,6 +153,16 @@ public:
         return {};
     }
 
+    std::vector<Path> FilesBeginningWith(const Path& beginning) override
+    {
+        const std::lock_guard lock(mutex_);
+        std::vector<Path> found;
+        if (Next()) return found;
+        for (const auto& [path, file] : files_) {
+            if (path.string().starts_with(beginning.string())) found.push_back(path);
+        }
+        return found;
+    }
     std::error_code MakeFolders(const Path&) override { return {}; }
 
 private:
