@@ -165,13 +165,14 @@ bool CollectionFiles::Exists(const files::Path& file, bool& exists)
     return false;
 }
 
+// What could not be saved is offered again, under another name: nobody shall have to leave without.
 void CollectionFiles::OfferToSave()
 {
     collection_.FinishEditing();
-    if (!collection_.Editor().Modified()) return;
-    if (dialogs_.AskYesNo(kAttention,
-                          "Die Sammlung ist geändert worden. Soll sie gespeichert werden?")) {
-        Save();
+    for (bool elsewhere = !HasName(); collection_.Editor().Modified(); elsewhere = true) {
+        const bool save = dialogs_.AskYesNo(
+            kAttention, "Die Sammlung ist geändert worden. Soll sie gespeichert werden?");
+        if (!save || !(elsewhere ? SaveUnderNewName() : SaveUnderName())) return;
     }
 }
 
@@ -279,19 +280,30 @@ void CollectionFiles::Save()
 {
     collection_.FinishEditing();
     if (HasName()) {
-        SaveTo(name_);
+        SaveUnderName();
     } else {
-        SaveAs();
+        SaveUnderNewName();
     }
 }
 
 void CollectionFiles::SaveAs()
 {
     collection_.FinishEditing();
+    SaveUnderNewName();
+}
+
+bool CollectionFiles::SaveUnderName()
+{
+    SaveTo(name_, damaged_ ? document::EarlierFile::Damaged : document::EarlierFile::Complete);
+    return true;
+}
+
+bool CollectionFiles::SaveUnderNewName()
+{
     const std::optional<files::Path> file = AskForName();
-    if (!file) return;
-    damaged_ = false;  // another file, or one that the user has agreed to overwrite
-    SaveTo(*file);
+    // Another file than the damaged one, or the user has agreed to overwrite it.
+    if (file) SaveTo(*file, document::EarlierFile::Complete);
+    return file.has_value();
 }
 
 std::optional<files::Path> CollectionFiles::AskForName()
@@ -310,14 +322,13 @@ std::optional<files::Path> CollectionFiles::AskForName()
     }
 }
 
-void CollectionFiles::SaveTo(const files::Path& file)
+void CollectionFiles::SaveTo(const files::Path& file, document::EarlierFile earlier)
 {
     working_.Forget();
     written_.reset();
     KeepUnread();
-    const std::string fault = document::SaveCollection(
-        disk_, file, working_.File(), Bytes(),
-        damaged_ ? document::EarlierFile::Damaged : document::EarlierFile::Complete);
+    const std::string fault =
+        document::SaveCollection(disk_, file, working_.File(), Bytes(), earlier);
     if (fault.empty()) {
         damaged_ = false;
         SetName(file);

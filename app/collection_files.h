@@ -10,6 +10,7 @@
 #include "app/collection_control.h"
 #include "app/collection_host.h"
 #include "app/working_collection.h"
+#include "document/save_collection.h"
 #include "files/file_system.h"
 #include "ui/dialogs.h"
 
@@ -60,7 +61,10 @@ public:
 private:
     std::optional<files::Path> AskForName();
     bool Exists(const files::Path& file, bool& exists);
-    void SaveTo(const files::Path& file);
+    // False when no name was chosen; faults are shown, and the collection stays modified.
+    bool SaveUnderName();
+    bool SaveUnderNewName();
+    void SaveTo(const files::Path& file, document::EarlierFile earlier);
     bool RestoreCopy(const files::Path& file);
     void ReadFile(const files::Path& file);
     void ReadAnew(std::string_view bytes, const files::Path& name);

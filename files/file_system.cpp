@@ -2,6 +2,8 @@
 
 #include <random>
 
+#include "files/path_text.h"
+
 namespace korvinth::files {
 namespace {
 
@@ -15,7 +17,7 @@ Path NeighbourOf(const Path& file)
 
 bool EndsLikeNeighbour(const Path& path)
 {
-    const std::string name = path.filename().string();
+    const std::string name = Utf8(path.filename());
     const std::size_t last = name.find_last_not_of("0123456789");
     return last + 1 < name.size() && name.substr(0, last + 1).ends_with(kNeighbourEnding);
 }

@@ -195,6 +195,23 @@ TEST_F(ProgramTest, SavesOpensAndAppends)
     EXPECT_EQ(Row(0), "f(x) = -x");
 }
 
+TEST_F(ProgramTest, WhatCouldNotBeSavedAtTheEndIsOfferedAgain)
+{
+    Start();
+    Trigger("mn_add");
+    dialogs_.files = {File("a.txt")};
+    Trigger("mn_save");
+    std::filesystem::remove(Directory() / "a.txt");
+    std::filesystem::create_directory(Directory() / "a.txt");  // nothing can be saved there now
+    Trigger("mn_add");
+    dialogs_.yes = true;
+    dialogs_.files = {File("none/b.txt"), File("b.txt")};
+    Close();
+    EXPECT_EQ(dialogs_.questions, Texts(3, kAskToSave));
+    EXPECT_EQ(dialogs_.exclamations.size(), 2U);
+    EXPECT_NE(Content("b.txt").find("Eintrag 2"), std::string::npos);
+}
+
 TEST_F(ProgramTest, TheExamplesOpenWithoutAName)
 {
     Start();
