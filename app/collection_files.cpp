@@ -1,5 +1,6 @@
 #include "app/collection_files.h"
 
+#include <functional>
 #include <utility>
 
 #include "document/collection_file.h"
@@ -10,7 +11,6 @@ namespace korvinth::app {
 namespace {
 
 using document::CollectionEntry;
-using document::Column;
 
 constexpr const char* kFilter = "Textdateien (*.txt)|*.txt|Alle Dateien (*.*)|*.*";
 constexpr const char* kOpenTitle = "Sammlungsdatei öffnen";
@@ -22,6 +22,8 @@ constexpr const char* kError = "Fehler";
 
 // Whether an entry draws anything or moves the view: a file made by hand has no buffer entry.
 bool HasPlot(const CollectionEntry& buffer) { return buffer != CollectionEntry(); }
+
+std::size_t Digest(std::string_view bytes) { return std::hash<std::string_view>()(bytes); }
 
 }  // namespace
 
@@ -188,7 +190,10 @@ void CollectionFiles::Open()
         // Deliberate: with No the name is taken all the same, and the entries stay.
         const bool create = dialogs_.AskYesNo(
             kMessage, "Diese Datei gibt es noch nicht. Soll sie neu erzeugt werden?");
-        if (!create) return SetName(file);
+        if (!create) {
+            digest_.reset();
+            return SetName(file);
+        }
         const std::string fault = document::CreateEmptyCollection(disk_, file);
         if (!fault.empty()) return Exclaim(fault);
     }
@@ -246,6 +251,7 @@ void CollectionFiles::ReadAnew(std::string_view bytes, const files::Path& name)
     RowsText();  // while one waits for the file anyway
     collection_.Editor().SetModified(false);
     SetName(name);
+    digest_ = Digest(bytes);
     collection_.ShowState();
     if (entries.buffer_loaded && HasPlot(entries.buffer)) plot_.DrawEntry(entries.buffer);
     host_.RedrawGraph();
@@ -286,6 +292,12 @@ void CollectionFiles::Save()
     }
 }
 
+bool CollectionFiles::ChangedElsewhere() const
+{
+    std::string bytes;
+    return digest_ && !disk_.Read(name_, bytes) && Digest(bytes) != *digest_;
+}
+
 void CollectionFiles::SaveAs()
 {
     collection_.FinishEditing();
@@ -294,6 +306,13 @@ void CollectionFiles::SaveAs()
 
 bool CollectionFiles::SaveUnderName()
 {
+    if (ChangedElsewhere() &&
+        !dialogs_.AskYesNo(kMessage,
+                           "Diese Datei ist inzwischen von einem anderen Programm geändert worden. "
+                           "Soll sie überschrieben werden?",
+                           ui::Preset::No)) {
+        return SaveUnderNewName();  // both remain
+    }
     SaveTo(name_, damaged_ ? document::EarlierFile::Damaged : document::EarlierFile::Complete);
     return true;
 }
@@ -327,11 +346,13 @@ void CollectionFiles::SaveTo(const files::Path& file, document::EarlierFile earl
     working_.Forget();
     written_.reset();
     KeepUnread();
+    const std::string bytes = Bytes();
     const std::string fault =
-        document::SaveCollection(disk_, file, working_.File(), Bytes(), earlier);
+        document::SaveCollection(disk_, file, working_.File(), bytes, earlier);
     if (fault.empty()) {
         damaged_ = false;
         SetName(file);
+        digest_ = Digest(bytes);
         collection_.Editor().SetModified(false);
         collection_.ShowState();
     }

@@ -61,6 +61,7 @@ public:
 private:
     std::optional<files::Path> AskForName();
     bool Exists(const files::Path& file, bool& exists);
+    bool ChangedElsewhere() const;
     // False when no name was chosen; faults are shown, and the collection stays modified.
     bool SaveUnderName();
     bool SaveUnderNewName();
@@ -83,9 +84,10 @@ private:
     CollectionHost& plot_;
     CollectionFilesHost& host_;
     ui::Dialogs& dialogs_;
-    files::Path name_;      // empty while the collection has none
-    bool damaged_ = false;  // the file of that name was not read to its end
-    bool unread_ = false;   // the working collection was not, and is not set aside yet
+    files::Path name_;                   // empty while the collection has none
+    bool damaged_ = false;               // the file of that name was not read to its end
+    bool unread_ = false;                // the working collection was not, and is not set aside yet
+    std::optional<std::size_t> digest_;  // of the named file when it was read or saved last
 
     // What the working collection was written from.
     struct Written

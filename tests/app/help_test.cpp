@@ -212,6 +212,17 @@ TEST_F(HelpTest, TheWindowSearchesAndGoesBack)
     EXPECT_EQ(Shown(), "");
 }
 
+TEST_F(HelpTest, TheAboutBoxNamesVersionAndLicences)
+{
+    Make(true);
+    window_->MenuEntry("mn_about").trigger();
+    auto* box = window_->findChild<QMessageBox*>("about");
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(box->text().contains("Version " KORVINTH_VERSION));
+    EXPECT_TRUE(box->text().contains("LGPL"));
+    EXPECT_TRUE(box->detailedText().startsWith("MIT License"));
+}
+
 TEST_F(HelpTest, OnlyTheFirstStartWelcomes)
 {
     const auto start = [this] {

@@ -179,6 +179,16 @@ TEST_F(ProgramTest, SavesOpensAndAppends)
     EXPECT_EQ(Content("b.txt"), Content("a.txt"));
     EXPECT_EQ(Caption(), "Sammlung: b.txt");
 
+    Put("b.txt", "von einem anderen Programm");
+    dialogs_.questions.clear();
+    dialogs_.files = {File("c.txt")};  // "No, do not overwrite": under another name
+    Trigger("mn_save");
+    EXPECT_EQ(dialogs_.questions,
+              Texts{"Meldung:|Diese Datei ist inzwischen von einem anderen Programm geändert "
+                    "worden. Soll sie überschrieben werden?|Nein"});
+    EXPECT_EQ(Content("b.txt"), "von einem anderen Programm");
+    EXPECT_EQ(Content("c.txt"), Content("a.txt"));
+
     Type(0, "f(x)=-x");
     dialogs_.files = {File("none.txt"), File("a.txt")};  // the dialog comes again for a missing one
     Trigger("mn_mrg");
