@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QMainWindow>
 #include <QScreen>
-#include <QTimer>
 #include <QWidget>
 #include <algorithm>
 
@@ -31,7 +30,7 @@ void FitToScreen(QWidget& window)
         Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen;
     const Qt::WindowType type = window.windowType();
     if (type == Qt::Popup || type == Qt::ToolTip) return;  // they go by themselves
-    if (!window.isVisible() || (window.windowState() & kFollowsByItself)) return;
+    if (!window.isVisible() || window.windowState().testAnyFlags(kFollowsByItself)) return;
     const QRect room = window.screen()->availableGeometry();
     const QRect frame = window.frameGeometry();
     if (room.contains(frame)) return;
@@ -49,7 +48,7 @@ ScreenFit::ScreenFit()
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &ScreenFit::FitSoon);
 }
 
-void ScreenFit::Follow(const QScreen* screen)
+void ScreenFit::Follow(const QScreen* screen) const
 {
     connect(screen, &QScreen::availableGeometryChanged, this, &ScreenFit::FitSoon);
 }
@@ -57,9 +56,10 @@ void ScreenFit::Follow(const QScreen* screen)
 // After the toolkit has given the windows of a screen that went to another.
 void ScreenFit::FitSoon()
 {
-    QTimer::singleShot(0, this, [] {
+    const auto fit = [] {
         for (QWidget* window : QApplication::topLevelWidgets()) FitToScreen(*window);
-    });
+    };
+    QMetaObject::invokeMethod(this, fit, Qt::QueuedConnection);
 }
 
 }  // namespace korvinth::app

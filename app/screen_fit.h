@@ -26,7 +26,7 @@ public:
     ScreenFit();
 
 private:
-    void Follow(const QScreen* screen);
+    void Follow(const QScreen* screen) const;
     void FitSoon();
 };
 
