@@ -48,6 +48,7 @@ CollectionFiles::CollectionFiles(files::FileSystem& disk, const files::Path& wor
 // Much is asked while nothing has changed; only changes cost time.
 std::optional<WorkingContent> CollectionFiles::ContentToWrite()
 {
+    if (KeepUnread()) return std::nullopt;
     const document::CollectionEditor& editor = collection_.Editor();
     const Written now{editor.Changes(), editor.Modified(), plot_.CurrentPlot()};
     if (now == written_) return std::nullopt;
@@ -94,8 +95,7 @@ void CollectionFiles::SetName(const files::Path& file)
 void CollectionFiles::SetUpWorkingCollection()
 {
     bool exists = false;
-    if (!Exists(working_.File(), exists)) return;
-    if (exists) {
+    if (!Exists(working_.File(), exists) || exists) {
         host_.ReadSettings();
     } else {
         Exclaim(document::CreateEmptyCollection(disk_, working_.File()));
@@ -107,13 +107,15 @@ void CollectionFiles::ReadWorkingCollection()
     std::string bytes, fault;
     document::Collection& entries = collection_.Entries();
     if (const auto unreadable = disk_.Read(working_.File(), bytes)) {
-        bool exists = false;
-        if (!Exists(working_.File(), exists) || !exists) return;  // not created, as was said
+        std::error_code unknown;
+        if (!disk_.Exists(working_.File(), unknown) && !unknown)
+            return;  // not created, as was said
         fault = files::ErrorText(unreadable) + ".";
     } else {
         fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
     }
-    if (!fault.empty()) SetAside();
+    unread_ = !fault.empty();
+    const std::error_code stays = KeepUnread();
     working_.Expect(bytes.size());
     collection_.ShowEntries();
     RowsText();  // while one waits for the start anyway
@@ -121,25 +123,39 @@ void CollectionFiles::ReadWorkingCollection()
     SetName({});
     collection_.ShowState();
     if (entries.buffer_loaded && HasPlot(entries.buffer)) plot_.DrawEntry(entries.buffer);
-    if (!fault.empty()) {
-        dialogs_.ShowError(kError, fault +
-                                       "\n\nDie Datei mit den zuletzt bearbeiteten Daten ist "
-                                       "beschädigt. Sie wurde als \"" +
-                                       files::Utf8(working_.File().filename()) +
-                                       ".defekt\" aufgehoben, alles Lesbare ist geladen.");
-        working_.Touch();
-    }
+    if (fault.empty()) return;
+    dialogs_.ShowError(kError, fault + "\n\n" + (stays ? UnreadText(stays) : SetAsideText()));
+    working_.Touch();
 }
 
-// An older one that was set aside stays as well.
-void CollectionFiles::SetAside()
+std::string CollectionFiles::SetAsideText() const
 {
+    return "Die Datei mit den zuletzt bearbeiteten Daten ist beschädigt. Sie wurde als \"" +
+           files::Utf8(working_.File().filename()) +
+           ".defekt\" aufgehoben, alles Lesbare ist geladen.";
+}
+
+std::string CollectionFiles::UnreadText(std::error_code fault) const
+{
+    return "Die Datei \"" + files::Utf8(working_.File().filename()) +
+           "\" mit den zuletzt bearbeiteten Daten ist nicht ganz lesbar und ließ sich nicht "
+           "beiseitelegen: " +
+           files::ErrorText(fault) + ". Bis das gelingt, bleibt sie, wie sie ist.";
+}
+
+// What was not read is set aside before anything else is written; so an older one is as well.
+std::error_code CollectionFiles::KeepUnread()
+{
+    if (!unread_) return {};
     std::error_code fault;
     files::Path target = files::WithEnding(working_.File(), ".defekt");
     for (int i = 2; disk_.Exists(target, fault); ++i) {
         target = files::WithEnding(working_.File(), ".defekt" + std::to_string(i));
     }
-    Exclaim(disk_.Rename(working_.File(), target));
+    if (!fault) fault = disk_.Rename(working_.File(), target);
+    if (fault == std::errc::no_such_file_or_directory) fault.clear();  // nothing to keep any more
+    unread_ = bool{fault};
+    return fault;
 }
 
 bool CollectionFiles::Exists(const files::Path& file, bool& exists)
@@ -151,13 +167,14 @@ bool CollectionFiles::Exists(const files::Path& file, bool& exists)
     return false;
 }
 
+// What could not be saved is offered again, under another name: nobody shall have to leave without.
 void CollectionFiles::OfferToSave()
 {
     collection_.FinishEditing();
-    if (!collection_.Editor().Modified()) return;
-    if (dialogs_.AskYesNo(kAttention,
-                          "Die Sammlung ist geändert worden. Soll sie gespeichert werden?")) {
-        Save();
+    for (bool elsewhere = !HasName(); collection_.Editor().Modified(); elsewhere = true) {
+        const bool save = dialogs_.AskYesNo(
+            kAttention, "Die Sammlung ist geändert worden. Soll sie gespeichert werden?");
+        if (!save || !(elsewhere ? SaveUnderNewName() : SaveUnderName())) return;
     }
 }
 
@@ -223,7 +240,9 @@ void CollectionFiles::ReadAnew(std::string_view bytes, const files::Path& name)
 {
     working_.Forget();
     written_.reset();
-    if (const auto fault = files::ReplaceFile(disk_, working_.File(), bytes)) Exclaim(fault);
+    std::error_code unwritten = KeepUnread();
+    if (!unwritten) unwritten = files::ReplaceFile(disk_, working_.File(), bytes);
+    Exclaim(unwritten);
     working_.Expect(bytes.size());
     document::Collection& entries = collection_.Entries();
     const std::string fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
@@ -266,15 +285,11 @@ void CollectionFiles::Append()
 void CollectionFiles::Save()
 {
     collection_.FinishEditing();
-    if (!HasName()) return SaveAs();
-    if (ChangedElsewhere() &&
-        !dialogs_.AskYesNo(kMessage,
-                           "Diese Datei ist inzwischen von einem anderen Programm geändert worden. "
-                           "Soll sie überschrieben werden?",
-                           ui::Preset::No)) {
-        return SaveAs();  // both remain
+    if (HasName()) {
+        SaveUnderName();
+    } else {
+        SaveUnderNewName();
     }
-    SaveTo(name_);
 }
 
 bool CollectionFiles::ChangedElsewhere() const
@@ -286,10 +301,28 @@ bool CollectionFiles::ChangedElsewhere() const
 void CollectionFiles::SaveAs()
 {
     collection_.FinishEditing();
+    SaveUnderNewName();
+}
+
+bool CollectionFiles::SaveUnderName()
+{
+    if (ChangedElsewhere() &&
+        !dialogs_.AskYesNo(kMessage,
+                           "Diese Datei ist inzwischen von einem anderen Programm geändert worden. "
+                           "Soll sie überschrieben werden?",
+                           ui::Preset::No)) {
+        return SaveUnderNewName();  // both remain
+    }
+    SaveTo(name_, damaged_ ? document::EarlierFile::Damaged : document::EarlierFile::Complete);
+    return true;
+}
+
+bool CollectionFiles::SaveUnderNewName()
+{
     const std::optional<files::Path> file = AskForName();
-    if (!file) return;
-    damaged_ = false;  // another file, or one that the user has agreed to overwrite
-    SaveTo(*file);
+    // Another file than the damaged one, or the user has agreed to overwrite it.
+    if (file) SaveTo(*file, document::EarlierFile::Complete);
+    return file.has_value();
 }
 
 std::optional<files::Path> CollectionFiles::AskForName()
@@ -308,14 +341,14 @@ std::optional<files::Path> CollectionFiles::AskForName()
     }
 }
 
-void CollectionFiles::SaveTo(const files::Path& file)
+void CollectionFiles::SaveTo(const files::Path& file, document::EarlierFile earlier)
 {
     working_.Forget();
     written_.reset();
+    KeepUnread();
     const std::string bytes = Bytes();
-    const std::string fault = document::SaveCollection(
-        disk_, file, working_.File(), bytes,
-        damaged_ ? document::EarlierFile::Damaged : document::EarlierFile::Complete);
+    const std::string fault =
+        document::SaveCollection(disk_, file, working_.File(), bytes, earlier);
     if (fault.empty()) {
         damaged_ = false;
         SetName(file);

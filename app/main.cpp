@@ -10,6 +10,7 @@
 #include "app/headless.h"
 #include "app/main_window.h"
 #include "app/program.h"
+#include "app/screen_fit.h"
 #include "app/toolkit.h"
 #include "files/path_text.h"
 #include "files/system.h"
@@ -59,6 +60,7 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
         program.Window().setWindowState(Qt::WindowMaximized);
     }
     korvinth::ui::AfterFirstPaint(program.Window(), SetWindowIcon);
+    const ScreenFit screen_fit;
     program.Start(command);
     return QApplication::exec();
 }

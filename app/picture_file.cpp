@@ -11,6 +11,7 @@
 #include "app/page_picture.h"
 #include "app/picture_image.h"
 #include "app/toolkit.h"
+#include "files/path_text.h"
 #include "render/qt/text_metrics.h"
 #include "render/svg_surface.h"
 
@@ -137,7 +138,7 @@ std::string WriteBytes(const std::string& file, const PictureBytes& picture,
                        files::FileSystem& disk)
 {
     if (!picture.fault.empty()) return picture.fault;
-    const std::error_code fault = files::ReplaceFile(disk, file, picture.bytes);
+    const std::error_code fault = files::ReplaceFile(disk, files::PathOf(file), picture.bytes);
     // The file itself need not be there.
     if (fault == std::errc::no_such_file_or_directory) return "Den Ordner gibt es nicht";
     return fault ? files::ErrorText(fault) : "";

@@ -160,6 +160,7 @@ SettingsFile::SettingsFile(files::FileSystem& disk, const files::Path& directory
 
 std::error_code SettingsFile::WriteSettings(const DisplayAttributes& attributes)
 {
+    if (unread_) return unread_;
     std::string profile;
     std::error_code fault;
     if (disk_.Exists(file_, fault)) fault = disk_.Read(file_, profile);
@@ -177,7 +178,8 @@ std::error_code SettingsFile::WriteSettings(const DisplayAttributes& attributes)
 void SettingsFile::ReadSettings(DisplayAttributes& attributes)
 {
     std::string profile;
-    disk_.Read(file_, profile);  // one that cannot be read has no values
+    unread_ = disk_.Read(file_, profile);  // has no values then
+    if (unread_ == std::errc::no_such_file_or_directory) unread_.clear();
     for (const TableKey& key : kTables) {
         key.take(ProfileValue(profile, kSection, key.name), attributes);
     }

@@ -1,7 +1,8 @@
-// Reads the includes of the tree: rooms see only the rooms below them, the core sees no toolkit,
-// and only the file layer sees the system.
+// Reads the sources of the tree: rooms see only the rooms below them, the core sees no toolkit, the
+// system and its files are touched in one room, and no clock that can be set is asked.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
@@ -103,6 +104,44 @@ std::string IncludeFaults(std::string_view file, const std::string& source)
     return faults;
 }
 
+// Ways to a file past the room files/, and clocks that a user or the network can set.
+constexpr std::string_view kUnwantedNames[] = {
+    "ofstream", "fstream",   "fopen",          "QFile",        "QSaveFile",       "QSettings",
+    "QDir",     "QFileInfo", "QTemporaryFile", "QLockFile",    "std::filesystem", "QDateTime",
+    "QDate",    "QTime",     "system_clock",   "gettimeofday", "CLOCK_REALTIME",
+};
+// Resources of the program, which are no files.
+constexpr std::string_view kReadsResources[] = {"app/examples.cpp", "ui/help_pages.cpp"};
+
+bool IsWordSign(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+bool HasWord(std::string_view source, std::string_view word)
+{
+    for (std::size_t at = source.find(word); at != std::string_view::npos;
+         at = source.find(word, at + 1)) {
+        const std::size_t end = at + word.size();
+        const bool begins = at == 0 || !IsWordSign(source[at - 1]);
+        if (begins && (end == source.size() || !IsWordSign(source[end]))) return true;
+    }
+    return false;
+}
+
+// What is wrong with the calls of one source file, "" when nothing is.
+std::string CallFaults(std::string_view file, std::string_view source)
+{
+    if (file.starts_with("files/")) return "";
+    std::string faults;
+    for (const std::string_view name : kUnwantedNames) {
+        if (name == "QFile" && std::ranges::count(kReadsResources, file) > 0) continue;
+        if (HasWord(source, name))
+            faults += std::string(file) + " uses " + std::string(name) + "\n";
+    }
+    return faults;
+}
+
 struct IncludeCase
 {
     std::string_view behaviour, file, source;
@@ -147,7 +186,15 @@ TEST(Architecture, JudgesIncludes)
     }
 }
 
-TEST(Architecture, RoomsIncludeOnlyWhatStandsBelowThem)
+TEST(Architecture, JudgesCalls)
+{
+    EXPECT_NE(CallFaults("app/a.cpp", "std::ofstream(\"a\");"), "");
+    EXPECT_NE(CallFaults("ui/a.cpp", "QTime::currentTime()"), "");
+    EXPECT_EQ(CallFaults("ui/a.cpp", "QTimer timer; QFileDialog dialog;"), "");
+    EXPECT_EQ(CallFaults("files/a.cpp", "std::filesystem::path a;"), "");
+}
+
+TEST(Architecture, RoomsUseOnlyWhatStandsBelowThem)
 {
     namespace fs = std::filesystem;
     const fs::path root = KORVINTH_SOURCE_DIR;
@@ -160,7 +207,7 @@ TEST(Architecture, RoomsIncludeOnlyWhatStandsBelowThem)
             std::ostringstream source;
             source << std::ifstream(entry.path()).rdbuf();
             const std::string file = entry.path().lexically_relative(root).generic_string();
-            faults += IncludeFaults(file, source.str());
+            faults += IncludeFaults(file, source.str()) + CallFaults(file, source.str());
             if (const auto room = RoomOf(file)) ++files_read[*room];
         }
     }

@@ -144,6 +144,17 @@ TEST_F(ProgramTest, ACrashLosesNeitherPlotNorEntries)
     EXPECT_EQ(dialogs_.errors, Texts());
 }
 
+TEST_F(ProgramTest, WhatAStoppedWritingLeftBesideTheWorkingCollectionGoes)
+{
+    const char* const kKept[] = {"korvinth.tmp.neu", "korvinth.tmp.neu3.txt",
+                                 "korvinth.tmp.defekt2", "korvinth-2.tmp.neu4"};
+    for (const char* const name : kKept) Put(name, "x");
+    Put("korvinth.tmp.neu4711", "half of i");
+    Start();
+    EXPECT_FALSE(Exists("korvinth.tmp.neu4711"));
+    for (const char* const name : kKept) EXPECT_TRUE(Exists(name)) << name;
+}
+
 TEST_F(ProgramTest, ClosingAsksOnlyForChangesAndNoSavesNothing)
 {
     Start();
@@ -207,6 +218,23 @@ TEST_F(ProgramTest, SavesOpensAndAppends)
     EXPECT_EQ(Row(0), "f(x) = x^3") << "the plot that was saved with the entries";
     Trigger("mn_undo");
     EXPECT_EQ(Row(0), "f(x) = -x");
+}
+
+TEST_F(ProgramTest, WhatCouldNotBeSavedAtTheEndIsOfferedAgain)
+{
+    Start();
+    Trigger("mn_add");
+    dialogs_.files = {File("a.txt")};
+    Trigger("mn_save");
+    std::filesystem::remove(Directory() / "a.txt");
+    std::filesystem::create_directory(Directory() / "a.txt");  // nothing can be saved there now
+    Trigger("mn_add");
+    dialogs_.yes = true;
+    dialogs_.files = {File("none/b.txt"), File("b.txt")};
+    Close();
+    EXPECT_EQ(dialogs_.questions, Texts(3, kAskToSave));
+    EXPECT_EQ(dialogs_.exclamations.size(), 2U);
+    EXPECT_NE(Content("b.txt").find("Eintrag 2"), std::string::npos);
 }
 
 TEST_F(ProgramTest, TheExamplesOpenWithoutAName)

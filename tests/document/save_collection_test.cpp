@@ -42,18 +42,9 @@ constexpr SaveCase kSaveCases[] = {
     {"a damaged file", kOld, "", kNew, EarlierFile::Damaged},
 };
 
-void Put(FailingDisk& disk, std::string_view file, std::string_view bytes)
-{
-    if (!bytes.empty()) disk.Put(file, bytes);
-}
-
 FailingDisk DiskOf(const SaveCase& row)
 {
-    FailingDisk disk;
-    Put(disk, kName, row.name);
-    Put(disk, kCopy, row.copy);
-    Put(disk, kWorking, row.working);
-    return disk;
+    return {{kName, row.name}, {kCopy, row.copy}, {kWorking, row.working}};
 }
 
 std::string Save(FailingDisk& disk, const SaveCase& row)
