@@ -5,9 +5,12 @@
 
 namespace korvinth::ui {
 
+// Of two colours, from 1 to 21 (WCAG 2.1).
+double Contrast(const QColor& a, const QColor& b);
+
 // Menus higher than the screen scroll instead of breaking into columns that leave it; unmarked
-// boxes and the hints in empty fields are seen in dark colours, too; on black, fields, buttons and
-// the handles of sliders have outlines.
+// boxes, links, disabled texts and the hints in empty fields are seen in dark colours, too; on
+// black, fields, buttons, frames, menus and the handles of sliders have outlines.
 class DesktopStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -18,6 +21,8 @@ public:
                   QStyleHintReturn* data) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                             QPainter* painter, const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
 };

@@ -35,6 +35,19 @@ TEST(DesktopStyle, FieldsAndHandlesAreSeenOnBlack)
     EXPECT_GT(Lightest(slider, Qt::black), 100);
 }
 
+TEST(DesktopStyle, WeakTextsAreReadOnEveryGround)
+{
+    for (const QColor& ground : {QColor(Qt::black), QColor(42, 46, 50), QColor(239, 239, 239)}) {
+        SCOPED_TRACE(ground.name().toStdString());
+        QPalette palette(ground, ground);
+        palette.setColor(QPalette::Disabled, QPalette::WindowText, ground);
+        DesktopStyle().polish(palette);
+        EXPECT_GT(Contrast(palette.color(QPalette::Disabled, QPalette::WindowText), ground), 2.5);
+        EXPECT_GT(Contrast(palette.color(QPalette::Link), ground), 4.5);
+    }
+    EXPECT_NEAR(Contrast(Qt::white, Qt::black), 21, 1e-9);
+}
+
 TEST(DesktopStyle, AnUnmarkedBoxIsSeenInDarkColours)
 {
     const QColor ground(42, 46, 50);
