@@ -13,6 +13,7 @@
 #include "app/toolkit.h"
 #include "files/path_text.h"
 #include "ui/desktop_style.h"
+#include "ui/fit_to_screen.h"
 #include "ui/qt_dialogs.h"
 
 namespace {
@@ -35,6 +36,8 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
     QApplication::setWindowIcon(QIcon::fromTheme("korvinth", QIcon(":/korvinth.svg")));
     QApplication::setStyle(new korvinth::ui::DesktopStyle);
     UseGerman(toolkit);
+    korvinth::ui::ScreenFitter fitter;
+    toolkit.installEventFilter(&fitter);
 
     korvinth::ui::QtDialogs dialogs;
     Program program(UseProgramDirectory(

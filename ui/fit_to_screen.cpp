@@ -1,0 +1,69 @@
+#include "ui/fit_to_screen.h"
+
+#include <QEvent>
+#include <QPointer>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStyle>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace korvinth::ui {
+namespace {
+
+bool Fits(QSize size, QSize room) { return size.boundedTo(room) == size; }
+
+// Without the frame: the window manager tells its size late or not at all.
+QRect RoomFor(const QDialog& dialog)
+{
+    constexpr int kBorder = 4;
+    const int title = dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &dialog);
+    return dialog.screen()->availableGeometry().adjusted(kBorder, title, -kBorder, -kBorder);
+}
+
+void MakeScrollable(QDialog& dialog)
+{
+    QWidget* focused = dialog.focusWidget();
+    dialog.layout()->setSizeConstraint(QLayout::SetDefaultConstraint);
+    auto* content = new QWidget;
+    content->setLayout(dialog.layout());  // takes what the layout holds along
+    auto* scroll = new QScrollArea(&dialog);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(content);
+    auto* layout = new QVBoxLayout(&dialog);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(scroll);
+    scroll->show();
+    if (focused != nullptr) focused->setFocus();
+}
+
+}  // namespace
+
+void FitToScreen(QDialog& dialog)
+{
+    const QRect room = RoomFor(dialog);
+    if (Fits(dialog.size(), room.size())) return;
+    const QSize least = dialog.minimumSizeHint().expandedTo(dialog.minimumSize());
+    if (dialog.layout() != nullptr && !Fits(least, room.size())) MakeScrollable(dialog);
+    dialog.setMinimumSize(dialog.minimumSize().boundedTo(room.size()));
+    dialog.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    dialog.resize(dialog.size().boundedTo(room.size()));
+    const QPoint last = room.bottomRight() - QPoint(dialog.width(), dialog.height());
+    dialog.move(std::clamp(dialog.x(), room.left(), std::max(room.left(), last.x())),
+                std::clamp(dialog.y(), room.top(), std::max(room.top(), last.y())));
+}
+
+bool ScreenFitter::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::Show || event->spontaneous()) return false;
+    auto* dialog = qobject_cast<QDialog*>(watched);
+    if (dialog == nullptr || !dialog->isWindow()) return false;
+    // Dialogs settle their size when they are shown.
+    QTimer::singleShot(0, dialog, [dialog] { FitToScreen(*dialog); });
+    return false;
+}
+
+}  // namespace korvinth::ui
