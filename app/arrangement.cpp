@@ -76,9 +76,9 @@ Arrangement Arrange(const ArrangementRequest& request)
     if (request.graph_place == GraphPlace::Free) return places;
 
     int below = 0;
-    if (request.graph_place == GraphPlace::Docked) {
-        below = std::min(request.ranges_height, request.height / 2);
-    }
+    const bool has_room = request.ranges_width <= request.width - column &&
+                          request.ranges_height <= request.height / 2;
+    if (request.graph_place == GraphPlace::Docked && has_room) below = request.ranges_height;
     places.graph = {column, 0, request.width - column, request.height - below};
     if (below > 0) places.ranges = {column, request.height - below, request.width - column, below};
     return places;

@@ -62,6 +62,7 @@ MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* 
     statusBar()->addWidget(outcome_, 1);
     area_->setObjectName("area");
     area_->setFrameShape(QFrame::NoFrame);
+    area_->setMinimumSize(1, 1);  // the status bar stays on the screen when the children do not fit
     area_->setBackground(palette().brush(QPalette::Mid));
     area_->setActivationOrder(QMdiArea::CreationOrder);
     area_->viewport()->installEventFilter(this);
@@ -263,6 +264,7 @@ void MainWindow::ArrangeWindows()
     request.has_terms = !terms_frame_->isHidden();
     request.has_parameters = !sliders_frame_->isHidden();
     if (!ranges_frame_->isHidden()) {
+        request.ranges_width = interform_->minimumSizeHint().width();
         request.ranges_height = ranges_frame_->HeightFor(interform_->sizeHint().height());
     }
     const Arrangement places = Arrange(request);
@@ -271,7 +273,23 @@ void MainWindow::ArrangeWindows()
     Place(collection_frame_, places.collection);
     Place(graph_frame_, places.graph);
     Place(ranges_frame_, places.ranges);
-    ranges_frame_->SetFree(places.ranges.height == 0);
+    SetRangesFree(places.ranges.height == 0);
+}
+
+// Where it has no place, it stands over the graph's lower edge as it needs it.
+void MainWindow::SetRangesFree(bool free)
+{
+    const QRect needed(ranges_frame_->pos(),
+                       QSize(interform_->minimumSizeHint().width(),
+                             ranges_frame_->HeightFor(interform_->sizeHint().height())));
+    if (free && !ranges_frame_->isHidden() && !ranges_frame_->geometry().contains(needed)) {
+        const QRect room = area_->viewport()->rect();
+        QRect place(QPoint(),
+                    needed.size().expandedTo(ranges_frame_->size()).boundedTo(room.size()));
+        place.moveBottomRight(room.bottomRight());
+        ranges_frame_->setGeometry(place);
+    }
+    ranges_frame_->SetFree(free);
 }
 
 void MainWindow::ShowChild(ui::ChildWindow* child)
@@ -286,9 +304,9 @@ void MainWindow::ShowBesideGraph(ui::ChildWindow* child, QWidget* content)
 {
     if (child->isHidden()) {
         const QSize room = area_->viewport()->size();
-        const QSize size = content->sizeHint()
-                               .expandedTo({0, child->HeightFor(room.height() / 2)})
-                               .boundedTo(room);
+        const int height = std::max(content->sizeHint().height(), room.height() / 2);
+        const QSize size =
+            QSize(content->sizeHint().width(), child->HeightFor(height)).boundedTo(room);
         child->setGeometry(QRect(QPoint(room.width() - size.width(), 0), size));
     }
     child->BringToFront();
@@ -405,6 +423,7 @@ void MainWindow::ShowAbout()
         QMessageBox::Ok, this);
     box->setDetailedText(ui::LicenceText());
     box->setObjectName("about");
+    box->setDefaultButton(QMessageBox::Ok);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();
 }

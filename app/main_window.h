@@ -77,6 +77,7 @@ private:
     void ActivateFormer();
     void ShowZoomFactors();
     void ShowSettings();  // mn_groptions
+    void SetRangesFree(bool free);
     void ShowBesideGraph(ui::ChildWindow* child, QWidget* content);
     void ShowAbout();
 
