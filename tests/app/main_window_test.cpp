@@ -579,51 +579,6 @@ TEST_F(MainWindowTest, FreeWindowsStayAboveTheDockedOnes)
     EXPECT_EQ(top(3), free);
 }
 
-// The mechanics of a composed control, which speaks for them.
-bool IsInner(const QWidget& widget)
-{
-    return widget.objectName().startsWith("qt_") ||
-           widget.parentWidget()->objectName().startsWith("qt_") ||
-           widget.parentWidget()->inherits("QComboBoxPrivateContainer") ||
-           qobject_cast<const QComboBox*>(widget.parentWidget()) != nullptr;
-}
-
-bool IsControl(const QWidget& widget)
-{
-    if (widget.focusPolicy() == Qt::NoFocus &&
-        qobject_cast<const QAbstractButton*>(&widget) == nullptr) {
-        return false;
-    }
-    for (const char* frame : {"QMdiArea", "QMdiSubWindow", "QMenu", "QMenuBar", "QScrollArea"}) {
-        if (widget.inherits(frame)) return false;
-    }
-    return !IsInner(widget);
-}
-
-TEST_F(MainWindowTest, EveryControlHasANameAndADescriptionForThoseWhoListen)
-{
-    Show();
-    Type(0, "f(x)=a*x");
-    Trigger("mn_spal");
-    Trigger("mn_calc");
-    QTest::mouseClick(Find("para[26]")->findChild<QWidget*>("Image1"), Qt::RightButton);
-    ASSERT_NE(Find("Dialog"), nullptr);
-    int controls = 0;
-    for (QWidget* control : window_.findChildren<QWidget*>()) {
-        if (!IsControl(*control)) continue;
-        ++controls;
-        QAccessibleInterface* told = QAccessible::queryAccessibleInterface(control);
-        const QString name = told->text(QAccessible::Name);
-        const QString description = told->text(QAccessible::Description);
-        EXPECT_TRUE(!name.isEmpty() && !description.isEmpty() && name != description)
-            << control->metaObject()->className() << " " << control->objectName().toStdString()
-            << " in " << control->parentWidget()->objectName().toStdString() << ": \""
-            << name.toStdString() << "\", \"" << description.toStdString() << "\"";
-        EXPECT_FALSE(description.contains('<')) << "no marks of formatting";
-    }
-    EXPECT_GT(controls, 120);
-}
-
 TEST_F(MainWindowTest, NastyInputGetsAnAnswerAndIsKept)
 {
     Show();
