@@ -44,8 +44,9 @@ int TermsHeight(const ArrangementRequest& request, int room)
     if (!request.has_terms) return 0;
     if (!request.has_parameters) return room;
     // The rows in use stay in view as far as that leaves the sliders most of the room.
-    const int least = std::clamp(request.terms_height, request.height * kLeastTerms / 100,
-                                 request.height * kSureTerms / 100);
+    const int sure = std::clamp(request.terms_height, request.height * kLeastTerms / 100,
+                                request.height * kSureTerms / 100);
+    const int least = std::min(room, std::max(sure, request.least_terms_height));
     // Half of the room each, and the rows take what the sliders leave, as far as there are rows.
     // When there is too little for both, the sliders come first, since they are worked while they
     // are looked at.

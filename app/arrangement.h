@@ -26,10 +26,11 @@ struct ArrangementRequest
 {
     int width = 0;  // of the area
     int height = 0;
-    int font_height = 16;       // of one line of text
-    int terms_height = 0;       // what the term editor needs to show its rows in use
-    int all_terms_height = 0;   // and to show every row
-    int parameters_height = 0;  // what the sliders need
+    int font_height = 16;        // of one line of text
+    int least_terms_height = 0;  // what the term editor needs to show a single row
+    int terms_height = 0;        // and to show its rows in use
+    int all_terms_height = 0;    // and to show every row
+    int parameters_height = 0;   // what the sliders need
     bool has_collection = false;
     int least_collection_height = 0;  // what the collection needs to show a few entries
     int collection_height = 0;        // and to show all of them

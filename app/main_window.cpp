@@ -27,6 +27,7 @@
 #include "ui/sammlung.h"
 #include "ui/sammtext.h"
 #include "ui/termform.h"
+#include "ui/told_texts.h"
 #include "ui/zoom_dialog.h"
 
 namespace korvinth::app {
@@ -243,7 +244,7 @@ void MainWindow::MakeShortcuts()
 void MainWindow::ShowOutcome(const QString& outcome)
 {
     outcome_->setText(outcome);
-    outcome_->setAccessibleName("Ergebnis: " + outcome);
+    ui::TellName(*outcome_, "Ergebnis: " + outcome);
     outcome_->setToolTip("<p>" + outcome.toHtmlEscaped() + "</p>");
 }
 
@@ -253,6 +254,7 @@ void MainWindow::ArrangeWindows()
     request.width = area_->viewport()->width();
     request.height = area_->viewport()->height();
     request.font_height = fontMetrics().height();
+    request.least_terms_height = terms_frame_->HeightFor(termform_->minimumSizeHint().height());
     request.terms_height = terms_frame_->HeightFor(termform_->sizeHint().height());
     request.all_terms_height = terms_frame_->HeightFor(termform_->HeightOfAllRows());
     request.parameters_height = sliders_frame_->HeightFor(sliders_->HeightOfWindows());

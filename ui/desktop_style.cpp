@@ -94,6 +94,14 @@ void DrawOutline(QPainter& painter, const QRect& rect, const QStyleOption& optio
     painter.drawRect(rect.adjusted(0, 0, -1, -1));
 }
 
+// Behind the handle of a slider: how far it can go.
+void DrawWay(QPainter& painter, const QRect& knob, const QStyleOption& option)
+{
+    if (!IsBlack(option.palette) || !(option.state & QStyle::State_Horizontal)) return;
+    painter.setPen(OutlineColour(option.palette));
+    painter.drawLine(knob.right() + 1, knob.center().y(), option.rect.right(), knob.center().y());
+}
+
 // Then the style has drawn an outline already.
 bool HasKeys(const QStyleOption& option) { return (option.state & QStyle::State_HasFocus) != 0; }
 
@@ -133,7 +141,9 @@ void DesktopStyle::drawComplexControl(ComplexControl control, const QStyleOption
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if (control == CC_Slider || control == CC_ScrollBar) {
         const SubControl handle = control == CC_Slider ? SC_SliderHandle : SC_ScrollBarSlider;
-        DrawOutline(*painter, proxy()->subControlRect(control, option, handle, widget), *option);
+        const QRect knob = proxy()->subControlRect(control, option, handle, widget);
+        if (control == CC_Slider) DrawWay(*painter, knob, *option);
+        DrawOutline(*painter, knob, *option);
     } else if ((control == CC_ComboBox || control == CC_SpinBox) && !HasKeys(*option)) {
         DrawOutline(*painter, option->rect, *option);
     }

@@ -58,9 +58,9 @@ void FitToScreen(QDialog& dialog)
 
 bool ScreenFitter::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() != QEvent::Show || event->spontaneous()) return false;
+    if (event->type() != QEvent::Show && event->type() != QEvent::Resize) return false;
     auto* dialog = qobject_cast<QDialog*>(watched);
-    if (dialog == nullptr || !dialog->isWindow()) return false;
+    if (dialog == nullptr || !dialog->isWindow() || !dialog->isVisible()) return false;
     // Dialogs settle their size when they are shown.
     QTimer::singleShot(0, dialog, [dialog] { FitToScreen(*dialog); });
     return false;

@@ -9,7 +9,7 @@ namespace korvinth::ui {
 // dialog cannot do without scrolls then.
 void FitToScreen(QDialog& dialog);
 
-// An event filter of the application: fits every dialog once it is shown.
+// An event filter of the application: fits every dialog once it is shown, and when it grows.
 class ScreenFitter : public QObject
 {
     Q_OBJECT
