@@ -1,5 +1,6 @@
 #include "ui/desktop_style.h"
 
+#include <QAbstractScrollArea>
 #include <QPainter>
 #include <QPalette>
 #include <QStyleOption>
@@ -105,6 +106,17 @@ void DrawWay(QPainter& painter, const QRect& knob, const QStyleOption& option)
 // Then the style has drawn an outline already.
 bool HasKeys(const QStyleOption& option) { return (option.state & QStyle::State_HasFocus) != 0; }
 
+// Where styles show too little of what has the keys.
+void MarkKeys(QPainter& painter, const QRect& rect, const QStyleOption& option)
+{
+    constexpr double kWidth = 2;
+    QPen pen(option.palette.color(QPalette::Highlight), kWidth);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(QRectF(rect).adjusted(kWidth / 2, kWidth / 2, -kWidth / 2, -kWidth / 2));
+}
+
 }  // namespace
 
 double Contrast(const QColor& a, const QColor& b)
@@ -144,6 +156,7 @@ void DesktopStyle::drawComplexControl(ComplexControl control, const QStyleOption
         const QRect knob = proxy()->subControlRect(control, option, handle, widget);
         if (control == CC_Slider) DrawWay(*painter, knob, *option);
         DrawOutline(*painter, knob, *option);
+        if (control == CC_Slider && HasKeys(*option)) MarkKeys(*painter, knob, *option);
     } else if ((control == CC_ComboBox || control == CC_SpinBox) && !HasKeys(*option)) {
         DrawOutline(*painter, option->rect, *option);
     }
@@ -172,6 +185,10 @@ void DesktopStyle::drawControl(ControlElement element, const QStyleOption* optio
                                QPainter* painter, const QWidget* widget) const
 {
     QProxyStyle::drawControl(element, option, painter, widget);
+    const bool list = qobject_cast<const QAbstractScrollArea*>(widget) != nullptr;
+    if (element == CE_ShapedFrame && list && HasKeys(*option)) {
+        MarkKeys(*painter, option->rect, *option);
+    }
     const auto* entry = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
     const bool separator = element == CE_MenuItem && entry != nullptr &&
                            entry->menuItemType == QStyleOptionMenuItem::Separator;

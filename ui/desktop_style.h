@@ -10,7 +10,8 @@ double Contrast(const QColor& a, const QColor& b);
 
 // Menus higher than the screen scroll instead of breaking into columns that leave it; unmarked
 // boxes, links, disabled texts and the hints in empty fields are seen in dark colours, too; on
-// black, fields, buttons, frames, menus and the handles of sliders have outlines.
+// black, fields, buttons, frames, menus and the handles of sliders have outlines; lists, texts and
+// sliders show that they have the keys.
 class DesktopStyle : public QProxyStyle
 {
     Q_OBJECT
