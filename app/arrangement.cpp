@@ -14,6 +14,7 @@ constexpr int kWidestColumn = 40;
 constexpr int kNarrowestColumn = 24;
 constexpr int kLeastTerms = 30;
 constexpr int kSureTerms = 40;
+constexpr int kMostOfRoom = 60;  // for a single row, of what the collection leaves
 constexpr int kMostCollection = 40;
 constexpr int kSureCollection = 30;
 
@@ -46,7 +47,8 @@ int TermsHeight(const ArrangementRequest& request, int room)
     // The rows in use stay in view as far as that leaves the sliders most of the room.
     const int sure = std::clamp(request.terms_height, request.height * kLeastTerms / 100,
                                 request.height * kSureTerms / 100);
-    const int least = std::min(room, std::max(sure, request.least_terms_height));
+    const int least =
+        std::max(sure, std::min(request.least_terms_height, room * kMostOfRoom / 100));
     // Half of the room each, and the rows take what the sliders leave, as far as there are rows.
     // When there is too little for both, the sliders come first, since they are worked while they
     // are looked at.

@@ -278,20 +278,22 @@ void MainWindow::ArrangeWindows()
     SetRangesFree(places.ranges.height == 0);
 }
 
-// Where it has no place, it stands over the graph's lower edge as it needs it.
 void MainWindow::SetRangesFree(bool free)
 {
-    const QRect needed(ranges_frame_->pos(),
-                       QSize(interform_->minimumSizeHint().width(),
-                             ranges_frame_->HeightFor(interform_->sizeHint().height())));
-    if (free && !ranges_frame_->isHidden() && !ranges_frame_->geometry().contains(needed)) {
-        const QRect room = area_->viewport()->rect();
-        QRect place(QPoint(),
-                    needed.size().expandedTo(ranges_frame_->size()).boundedTo(room.size()));
-        place.moveBottomRight(room.bottomRight());
-        ranges_frame_->setGeometry(place);
-    }
+    const bool was_free = ranges_frame_->IsFree();
     ranges_frame_->SetFree(free);
+    if (free && !was_free) PlaceFreeRanges();
+}
+
+// Over the graph's lower edge, as large as it needs to be.
+void MainWindow::PlaceFreeRanges()
+{
+    const QRect room = area_->viewport()->rect();
+    const QSize needed(interform_->minimumSizeHint().width(),
+                       ranges_frame_->HeightFor(interform_->sizeHint().height()));
+    QRect place(QPoint(), needed.boundedTo(room.size()));
+    place.moveBottomRight(room.bottomRight());
+    ranges_frame_->setGeometry(place);
 }
 
 void MainWindow::ShowChild(ui::ChildWindow* child)
@@ -323,7 +325,9 @@ void MainWindow::ShowParameterList()
 void MainWindow::ShowRanges()
 {
     interform_->updateall();
+    const bool was_hidden = ranges_frame_->isHidden();
     ShowChild(ranges_frame_);
+    if (was_hidden && ranges_frame_->IsFree()) PlaceFreeRanges();
     interform_->FocusFirstField();
 }
 

@@ -78,6 +78,7 @@ private:
     void ShowZoomFactors();
     void ShowSettings();  // mn_groptions
     void SetRangesFree(bool free);
+    void PlaceFreeRanges();
     void ShowBesideGraph(ui::ChildWindow* child, QWidget* content);
     void ShowAbout();
 

@@ -76,7 +76,10 @@ void PrepareTools(QToolBar& bar)
         bar.widgetForAction(action)->setAccessibleDescription(kTools[place]);
         action->setVisible(place < kFirstOfPages || place >= kBehindPages);
     }
-    for (auto* factor : bar.findChildren<QComboBox*>()) factor->setAccessibleName("Vergrößerung");
+    for (auto* factor : bar.findChildren<QComboBox*>()) {
+        factor->setAccessibleName("Vergrößerung");
+        if (factor->lineEdit() != nullptr) factor->lineEdit()->setAccessibleName("Vergrößerung");
+    }
     auto* page = bar.widgetForAction(actions[kPageNumber])->findChild<QLineEdit*>();
     if (page == nullptr) return;
     page->setAccessibleName("Seite");

@@ -48,8 +48,10 @@ public:
 
     QWidget* Content() const { return content_; }
     // A free window can be moved by its title and sized by its lower right corner, as far as its
-    // content allows. It stays above those that are not free.
+    // content allows: by the arrow keys with Alt and Shift, and with Ctrl as well. It stays above
+    // those that are not free.
     void SetFree(bool free);
+    bool IsFree() const { return free_; }
     // Esc closes it, unless its content has another use for the key at the moment.
     void SetClosedByEsc() { closed_by_esc_ = true; }
     // Height of the window when its content has the given one.
@@ -67,6 +69,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void MakeKeys();
+    void MoveBy(QPoint by);  // stays within reach
+    void GrowBy(QPoint by);
     void RaiseFreeWindows() const;  // all of the area, in their order
     // The first of the content in the order of the tab key, nullptr when it has none.
     QWidget* FirstControl() const;

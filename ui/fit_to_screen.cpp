@@ -22,7 +22,7 @@ QRect RoomFor(const QDialog& dialog)
     return dialog.screen()->availableGeometry().adjusted(kBorder, title, -kBorder, -kBorder);
 }
 
-void MakeScrollable(QDialog& dialog)
+void MakeScrollable(QDialog& dialog, QSize room)
 {
     QWidget* focused = dialog.focusWidget();
     dialog.layout()->setSizeConstraint(QLayout::SetDefaultConstraint);
@@ -32,6 +32,8 @@ void MakeScrollable(QDialog& dialog)
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidgetResizable(true);
+    scroll->setMinimumSize(
+        dialog.size().boundedTo(room));  // message boxes are as small as they can
     scroll->setWidget(content);
     auto* layout = new QVBoxLayout(&dialog);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -47,7 +49,8 @@ void FitToScreen(QDialog& dialog)
     const QRect room = RoomFor(dialog);
     if (Fits(dialog.size(), room.size())) return;
     const QSize least = dialog.minimumSizeHint().expandedTo(dialog.minimumSize());
-    if (dialog.layout() != nullptr && !Fits(least, room.size())) MakeScrollable(dialog);
+    if (dialog.layout() != nullptr && !Fits(least, room.size()))
+        MakeScrollable(dialog, room.size());
     dialog.setMinimumSize(dialog.minimumSize().boundedTo(room.size()));
     dialog.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     dialog.resize(dialog.size().boundedTo(room.size()));

@@ -508,11 +508,42 @@ TEST_F(MainWindowTest, CtrlTabGoesRoundTheWindows)
     for (int step = 0; step < 4; ++step) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
         visited.push_back(Find<QMdiArea>("area")->activeSubWindow()->objectName().toStdString());
-        EXPECT_TRUE(
-            Find<QMdiArea>("area")->activeSubWindow()->isAncestorOf(QApplication::focusWidget()));
+        const QMdiSubWindow* active = Find<QMdiArea>("area")->activeSubWindow();
+        EXPECT_TRUE(active->isAncestorOf(QApplication::focusWidget()));
+        EXPECT_NE(active, QApplication::focusWidget()) << "a control has the keys";
     }
     EXPECT_EQ(visited, (std::vector<std::string>{"paracolumn_frame", "graphform_frame",
                                                  "sammlung_frame", "termform_frame"}));
+}
+
+TEST_F(MainWindowTest, KeysMoveAndSizeFreeWindows)
+{
+    Show();
+    Trigger("mn_asy");
+    const QWidget* frame = Find("Asymptoten_frame");
+    const QRect before = frame->geometry();
+    constexpr auto kMove = Qt::AltModifier | Qt::ShiftModifier;
+    QWidget* focused = QApplication::focusWidget();
+    QTest::keyClick(focused, Qt::Key_Left, kMove);
+    EXPECT_EQ(frame->geometry(), before.translated(-20, 0));
+    for (int i = 0; i < 100; ++i) QTest::keyClick(focused, Qt::Key_Up, kMove);
+    EXPECT_EQ(frame->y(), 0) << "it stays within reach";
+    QTest::keyClick(focused, Qt::Key_Down, kMove | Qt::ControlModifier);
+    EXPECT_EQ(frame->height(), before.height() + 20);
+    const QRect docked = Find("termform_frame")->geometry();
+    QTest::keyClick(Row(0), Qt::Key_Right, kMove);
+    EXPECT_EQ(Find("termform_frame")->geometry(), docked);
+}
+
+TEST_F(MainWindowTest, ARangeWindowWithoutRoomIsFreeAndWhole)
+{
+    Show(640, 360);
+    Trigger("mn_inter");
+    const QWidget* frame = Find("interform_frame");
+    EXPECT_TRUE(frame->parentWidget()->rect().contains(frame->geometry()));
+    EXPECT_GE(Find("interform")->height(), Find("interform")->minimumSizeHint().height());
+    window_.resize(1280, 800);
+    EXPECT_EQ(frame->x(), Find("graphform_frame")->x()) << "below the graph";
 }
 
 TEST_F(MainWindowTest, TheCalculatorFollowsThePlot)
