@@ -289,7 +289,7 @@ void MainWindow::SetRangesFree(bool free)
 void MainWindow::PlaceFreeRanges()
 {
     const QRect room = area_->viewport()->rect();
-    const QSize needed(interform_->minimumSizeHint().width(),
+    const QSize needed(ranges_frame_->WidthFor(interform_->minimumSizeHint().width()),
                        ranges_frame_->HeightFor(interform_->sizeHint().height()));
     QRect place(QPoint(), needed.boundedTo(room.size()));
     place.moveBottomRight(room.bottomRight());

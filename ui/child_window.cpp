@@ -210,6 +210,12 @@ void ChildWindow::RaiseFreeWindows() const
     for (ChildWindow* window : free_windows) window->raise();
 }
 
+int ChildWindow::WidthFor(int content_width) const
+{
+    const QMargins margins = widget()->layout()->contentsMargins();
+    return content_width + margins.left() + margins.right();
+}
+
 int ChildWindow::HeightFor(int content_height) const
 {
     const QMargins margins = widget()->layout()->contentsMargins();

@@ -54,7 +54,8 @@ public:
     bool IsFree() const { return free_; }
     // Esc closes it, unless its content has another use for the key at the moment.
     void SetClosedByEsc() { closed_by_esc_ = true; }
-    // Height of the window when its content has the given one.
+    // Width and height of the window when its content has the given one.
+    int WidthFor(int content_width) const;
     int HeightFor(int content_height) const;
     // Shows it, brings it to the front and puts the focus into its content.
     void BringToFront();

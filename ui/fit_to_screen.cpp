@@ -53,10 +53,12 @@ void FitToScreen(QDialog& dialog)
         MakeScrollable(dialog, room.size());
     dialog.setMinimumSize(dialog.minimumSize().boundedTo(room.size()));
     dialog.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-    dialog.resize(dialog.size().boundedTo(room.size()));
-    const QPoint last = room.bottomRight() - QPoint(dialog.width(), dialog.height());
-    dialog.move(std::clamp(dialog.x(), room.left(), std::max(room.left(), last.x())),
-                std::clamp(dialog.y(), room.top(), std::max(room.top(), last.y())));
+    QRect place(dialog.geometry().topLeft(), dialog.size().boundedTo(room.size()));
+    place.moveRight(std::min(place.right(), room.right()));
+    place.moveBottom(std::min(place.bottom(), room.bottom()));
+    place.moveLeft(std::max(place.left(), room.left()));
+    place.moveTop(std::max(place.top(), room.top()));
+    dialog.setGeometry(place);
 }
 
 bool ScreenFitter::eventFilter(QObject* watched, QEvent* event)

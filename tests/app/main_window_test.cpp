@@ -546,6 +546,20 @@ TEST_F(MainWindowTest, ARangeWindowWithoutRoomIsFreeAndWhole)
     EXPECT_EQ(frame->x(), Find("graphform_frame")->x()) << "below the graph";
 }
 
+TEST_F(MainWindowTest, AFamilyWithoutCurvesTellsWhereTheirNumberIs)
+{
+    Show();
+    Type(0, "f(x)=a*x");
+    Trigger("mng_family");
+    EXPECT_EQ(Outcome(), "Ok.") << "there is no parameter yet";
+    window_.PlotSession().Parameters().SetFamily(document::ParameterIndex{26}, true);
+    EXPECT_TRUE(Outcome().contains("noch keine weiteren Kurven"));
+    application_.Document().attributes.family_count = 3;
+    Type(0, "f(x)=a*x");
+    window_.PlotSession().Parameters().SetFamily(document::ParameterIndex{26}, true);
+    EXPECT_EQ(Outcome(), "Ok.");
+}
+
 TEST_F(MainWindowTest, TheCalculatorFollowsThePlot)
 {
     Show();
