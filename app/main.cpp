@@ -14,6 +14,7 @@
 #include "files/path_text.h"
 #include "ui/desktop_style.h"
 #include "ui/fit_to_screen.h"
+#include "ui/menu_key.h"
 #include "ui/qt_dialogs.h"
 
 namespace {
@@ -38,6 +39,8 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
     UseGerman(toolkit);
     korvinth::ui::ScreenFitter fitter;
     toolkit.installEventFilter(&fitter);
+    korvinth::ui::MenuKey menu_key;
+    toolkit.installEventFilter(&menu_key);
 
     korvinth::ui::QtDialogs dialogs;
     Program program(UseProgramDirectory(

@@ -26,6 +26,8 @@
 #include "app/application.h"
 #include "tests/ui/scripted_dialogs.h"
 #include "ui/graphform.h"
+#include "ui/menu_key.h"
+#include "ui/termform.h"
 
 namespace korvinth::app {
 namespace {
@@ -709,6 +711,22 @@ TEST_F(GraphByKeysTest, AMarkGoesAlongTheGraphsAndItsValuesAreTold)
     EXPECT_EQ(Told(QAccessible::Name), "Zeichenfläche");
     Press(Qt::Key_Right);
     EXPECT_EQ(application_.View().x_min, -8) << "the arrow scrolls again";
+}
+
+TEST_F(GraphByKeysTest, TheMenuKeyAsksForTheGraphUnderTheMark)
+{
+    Show();
+    Type(0, "f(x)=x^2");
+    Type(1, "g(x)=3");
+    Type(0, "f(x)=x^2");
+    area_->setFocus();
+    for (const Qt::Key key : {Qt::Key_T, Qt::Key_Down}) Press(key);
+    ui::MenuKey menu_key;
+    qApp->installEventFilter(&menu_key);
+    Press(Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(Find<ui::TermForm>("termform")->CurrentRow(), document::SlotIndex{1});
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    QApplication::activePopupWidget()->close();
 }
 
 TEST_F(GraphByKeysTest, TheViewFollowsTheMarkInOneStepOfItsHistory)
