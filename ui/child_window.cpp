@@ -1,6 +1,7 @@
 #include "ui/child_window.h"
 
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -148,17 +149,23 @@ void ChildWindow::MakeKeys()
     const auto on = [this](QKeyCombination keys, auto action) {
         auto* shortcut = new QShortcut(QKeySequence(keys), this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        shortcut->setEnabled(false);
+        keys_.append(shortcut);
         connect(shortcut, &QShortcut::activated, this, action);
     };
     for (const Arrow& arrow : kArrows) {
-        on(Qt::ALT | Qt::SHIFT | arrow.key, [this, way = arrow.way] { MoveBy(way); });
-        on(Qt::CTRL | Qt::ALT | Qt::SHIFT | arrow.key, [this, way = arrow.way] { GrowBy(way); });
+        on(Qt::ALT | arrow.key, [this, way = arrow.way] { MoveBy(way); });
+        on(Qt::ALT | Qt::SHIFT | arrow.key, [this, way = arrow.way] { GrowBy(way); });
     }
 }
 
 void ChildWindow::MoveBy(QPoint by)
 {
-    if (!free_ || parentWidget() == nullptr) return;
+    auto* box = qobject_cast<QComboBox*>(focusWidget());
+    if (box != nullptr && by.y() != 0) {
+        box->showPopup();  // the keys are those of boxes everywhere
+        return;
+    }
     const QPoint last(parentWidget()->width() - width(), parentWidget()->height() - height());
     const QPoint to = pos() + by;
     move(std::clamp(to.x(), std::min(0, last.x()), std::max(0, last.x())),
@@ -167,7 +174,6 @@ void ChildWindow::MoveBy(QPoint by)
 
 void ChildWindow::GrowBy(QPoint by)
 {
-    if (!free_ || parentWidget() == nullptr) return;
     const QSize room(parentWidget()->width() - x(), parentWidget()->height() - y());
     resize((size() + QSize(by.x(), by.y())).boundedTo(room).expandedTo(minimumSizeHint()));
 }
@@ -178,6 +184,7 @@ void ChildWindow::SetFree(bool free)
     bar_->SetDraggable(free);
     bar_->setCursor(free ? Qt::SizeAllCursor : Qt::ArrowCursor);
     grip_->setVisible(free);
+    for (QShortcut* shortcut : keys_) shortcut->setEnabled(free);
     widget()->layout()->setContentsMargins(free ? 1 : 0, free ? 1 : 0, 1, 1);
     grip_->raise();
     RaiseFreeWindows();

@@ -5,6 +5,7 @@
 #include <QPoint>
 
 class QLabel;
+class QShortcut;
 class QSizeGrip;
 class QToolButton;
 
@@ -48,7 +49,7 @@ public:
 
     QWidget* Content() const { return content_; }
     // A free window can be moved by its title and sized by its lower right corner, as far as its
-    // content allows: by the arrow keys with Alt and Shift, and with Ctrl as well. It stays above
+    // content allows: by the arrow keys with Alt, and with Shift as well. It stays above
     // those that are not free.
     void SetFree(bool free);
     bool IsFree() const { return free_; }
@@ -80,6 +81,7 @@ private:
     QWidget* content_;
     SlimTitleBar* bar_;
     QSizeGrip* grip_;
+    QList<QShortcut*> keys_;  // that move and size it
     bool free_ = false;
     bool closed_by_esc_ = false;
 };
