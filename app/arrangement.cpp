@@ -14,6 +14,7 @@ constexpr int kWidestColumn = 40;
 constexpr int kNarrowestColumn = 24;
 constexpr int kLeastTerms = 30;
 constexpr int kSureTerms = 40;
+constexpr int kMostOfRoom = 60;  // for a single row, of what the collection leaves
 constexpr int kMostCollection = 40;
 constexpr int kSureCollection = 30;
 
@@ -44,8 +45,10 @@ int TermsHeight(const ArrangementRequest& request, int room)
     if (!request.has_terms) return 0;
     if (!request.has_parameters) return room;
     // The rows in use stay in view as far as that leaves the sliders most of the room.
-    const int least = std::clamp(request.terms_height, request.height * kLeastTerms / 100,
-                                 request.height * kSureTerms / 100);
+    const int sure = std::clamp(request.terms_height, request.height * kLeastTerms / 100,
+                                request.height * kSureTerms / 100);
+    const int least =
+        std::max(sure, std::min(request.least_terms_height, room * kMostOfRoom / 100));
     // Half of the room each, and the rows take what the sliders leave, as far as there are rows.
     // When there is too little for both, the sliders come first, since they are worked while they
     // are looked at.
@@ -76,9 +79,9 @@ Arrangement Arrange(const ArrangementRequest& request)
     if (request.graph_place == GraphPlace::Free) return places;
 
     int below = 0;
-    if (request.graph_place == GraphPlace::Docked) {
-        below = std::min(request.ranges_height, request.height / 2);
-    }
+    const bool has_room = request.ranges_width <= request.width - column &&
+                          request.ranges_height <= request.height / 2;
+    if (request.graph_place == GraphPlace::Docked && has_room) below = request.ranges_height;
     places.graph = {column, 0, request.width - column, request.height - below};
     if (below > 0) places.ranges = {column, request.height - below, request.width - column, below};
     return places;

@@ -26,14 +26,16 @@ struct ArrangementRequest
 {
     int width = 0;  // of the area
     int height = 0;
-    int font_height = 16;       // of one line of text
-    int terms_height = 0;       // what the term editor needs to show its rows in use
-    int all_terms_height = 0;   // and to show every row
-    int parameters_height = 0;  // what the sliders need
+    int font_height = 16;        // of one line of text
+    int least_terms_height = 0;  // what the term editor needs to show a single row
+    int terms_height = 0;        // and to show its rows in use
+    int all_terms_height = 0;    // and to show every row
+    int parameters_height = 0;   // what the sliders need
     bool has_collection = false;
     int least_collection_height = 0;  // what the collection needs to show a few entries
     int collection_height = 0;        // and to show all of them
-    int ranges_height = 0;            // of the range window while it is shown, else 0
+    int ranges_width = 0;             // what the range window needs
+    int ranges_height = 0;            // while it is shown, else 0
     GraphPlace graph_place = GraphPlace::Docked;
     // What the user has closed leaves its place to its neighbours.
     bool has_terms = true;
@@ -47,8 +49,8 @@ struct Arrangement
     Box terms;
     Box parameters;
     Box collection;
-    Box graph;  // no area when the graph is free
-    Box ranges;
+    Box graph;   // no area when the graph is free
+    Box ranges;  // no area when there is no room for it below the graph
 };
 
 Arrangement Arrange(const ArrangementRequest& request);

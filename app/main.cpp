@@ -10,12 +10,13 @@
 #include "app/headless.h"
 #include "app/main_window.h"
 #include "app/program.h"
-#include "app/screen_fit.h"
 #include "app/toolkit.h"
 #include "files/path_text.h"
 #include "files/system.h"
 #include "ui/desktop_style.h"
 #include "ui/first_paint.h"
+#include "ui/fit_to_screen.h"
+#include "ui/menu_key.h"
 #include "ui/qt_dialogs.h"
 
 namespace {
@@ -47,6 +48,10 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
     QGuiApplication::setDesktopFileName("korvinth");
     QApplication::setStyle(new korvinth::ui::DesktopStyle);
     UseGerman(toolkit);
+    korvinth::ui::ScreenFitter fitter;
+    toolkit.installEventFilter(&fitter);
+    korvinth::ui::MenuKey menu_key;
+    toolkit.installEventFilter(&menu_key);
 
     korvinth::ui::QtDialogs dialogs;
     Program program(UseProgramDirectory(
@@ -60,7 +65,6 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
         program.Window().setWindowState(Qt::WindowMaximized);
     }
     korvinth::ui::AfterFirstPaint(program.Window(), SetWindowIcon);
-    const ScreenFit screen_fit;
     program.Start(command);
     return QApplication::exec();
 }

@@ -27,6 +27,7 @@
 #include "ui/sammlung.h"
 #include "ui/sammtext.h"
 #include "ui/termform.h"
+#include "ui/told_texts.h"
 #include "ui/zoom_dialog.h"
 
 namespace korvinth::app {
@@ -62,6 +63,7 @@ MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* 
     statusBar()->addWidget(outcome_, 1);
     area_->setObjectName("area");
     area_->setFrameShape(QFrame::NoFrame);
+    area_->setMinimumSize(1, 1);  // the status bar stays on the screen when the children do not fit
     area_->setBackground(palette().brush(QPalette::Mid));
     area_->setActivationOrder(QMdiArea::CreationOrder);
     area_->viewport()->installEventFilter(this);
@@ -235,7 +237,7 @@ void MainWindow::MakeShortcuts()
 void MainWindow::ShowOutcome(const QString& outcome)
 {
     outcome_->setText(outcome);
-    outcome_->setAccessibleName("Ergebnis: " + outcome);
+    ui::TellName(*outcome_, "Ergebnis: " + outcome);
     outcome_->setToolTip("<p>" + outcome.toHtmlEscaped() + "</p>");
 }
 
@@ -245,6 +247,7 @@ void MainWindow::ArrangeWindows()
     request.width = area_->viewport()->width();
     request.height = area_->viewport()->height();
     request.font_height = fontMetrics().height();
+    request.least_terms_height = terms_frame_->HeightFor(termform_->minimumSizeHint().height());
     request.terms_height = terms_frame_->HeightFor(termform_->sizeHint().height());
     request.all_terms_height = terms_frame_->HeightFor(termform_->HeightOfAllRows());
     request.parameters_height = sliders_frame_->HeightFor(sliders_->HeightOfWindows());
@@ -256,6 +259,7 @@ void MainWindow::ArrangeWindows()
     request.has_terms = !terms_frame_->isHidden();
     request.has_parameters = !sliders_frame_->isHidden();
     if (!ranges_frame_->isHidden()) {
+        request.ranges_width = interform_->minimumSizeHint().width();
         request.ranges_height = ranges_frame_->HeightFor(interform_->sizeHint().height());
     }
     const Arrangement places = Arrange(request);
@@ -264,7 +268,25 @@ void MainWindow::ArrangeWindows()
     Place(collection_frame_, places.collection);
     Place(graph_frame_, places.graph);
     Place(ranges_frame_, places.ranges);
-    ranges_frame_->SetFree(places.ranges.height == 0);
+    SetRangesFree(places.ranges.height == 0);
+}
+
+void MainWindow::SetRangesFree(bool free)
+{
+    const bool was_free = ranges_frame_->IsFree();
+    ranges_frame_->SetFree(free);
+    if (free && !was_free) PlaceFreeRanges();
+}
+
+// Over the graph's lower edge, as large as it needs to be.
+void MainWindow::PlaceFreeRanges()
+{
+    const QRect room = area_->viewport()->rect();
+    const QSize needed(ranges_frame_->WidthFor(interform_->minimumSizeHint().width()),
+                       ranges_frame_->HeightFor(interform_->sizeHint().height()));
+    QRect place(QPoint(), needed.boundedTo(room.size()));
+    place.moveBottomRight(room.bottomRight());
+    ranges_frame_->setGeometry(place);
 }
 
 void MainWindow::ShowChild(ui::ChildWindow* child)
@@ -279,9 +301,9 @@ void MainWindow::ShowBesideGraph(ui::ChildWindow* child, QWidget* content)
 {
     if (child->isHidden()) {
         const QSize room = area_->viewport()->size();
-        const QSize size = content->sizeHint()
-                               .expandedTo({0, child->HeightFor(room.height() / 2)})
-                               .boundedTo(room);
+        const int height = std::max(content->sizeHint().height(), room.height() / 2);
+        const QSize size =
+            QSize(content->sizeHint().width(), child->HeightFor(height)).boundedTo(room);
         child->setGeometry(QRect(QPoint(room.width() - size.width(), 0), size));
     }
     child->BringToFront();
@@ -296,7 +318,9 @@ void MainWindow::ShowParameterList()
 void MainWindow::ShowRanges()
 {
     interform_->updateall();
+    const bool was_hidden = ranges_frame_->isHidden();
     ShowChild(ranges_frame_);
+    if (was_hidden && ranges_frame_->IsFree()) PlaceFreeRanges();
     interform_->FocusFirstField();
 }
 
@@ -409,6 +433,7 @@ void MainWindow::ShowAbout()
         QMessageBox::Ok, this);
     box->setDetailedText(ui::LicenceText());
     box->setObjectName("about");
+    box->setDefaultButton(QMessageBox::Ok);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();
 }

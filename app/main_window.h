@@ -77,6 +77,8 @@ private:
     void ActivateFormer();
     void ShowZoomFactors();
     void ShowSettings();  // mn_groptions
+    void SetRangesFree(bool free);
+    void PlaceFreeRanges();
     void ShowBesideGraph(ui::ChildWindow* child, QWidget* content);
     void ShowAbout();
 

@@ -278,6 +278,7 @@ void ParameterControl::SetFamily(ParameterIndex index, bool family)
     }
     list_.refpar(document_);
     Redraw();
+    host_.FamilyChosen();
 }
 
 void ParameterControl::ReleaseFamily() { SetFamily(ParameterIndex{}, false); }
@@ -286,6 +287,7 @@ void ParameterControl::AllowFamily(SlotIndex slot, bool allowed)
 {
     document_.slots[slot].family_allowed = allowed;
     Redraw();
+    host_.FamilyChosen();
 }
 
 void ParameterControl::ShowRunning(ParameterIndex index, bool running)

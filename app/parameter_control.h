@@ -29,6 +29,7 @@ public:
     virtual void RedrawGraph() = 0;
     virtual void RefreshCalculator() = 0;  // its variables have changed
     virtual document::Bounds DisplayedXRange() const = 0;
+    virtual void FamilyChosen() = 0;  // a function or a parameter of one, after the redraw
 };
 
 class ParameterControl : public QObject

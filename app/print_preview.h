@@ -11,6 +11,7 @@
 #include "ui/dialogs.h"
 
 class QLabel;
+class QLayout;
 class QPrintPreviewDialog;
 class QPrinter;
 
@@ -38,6 +39,7 @@ Q_SIGNALS:
     void finished();
 
 private:
+    QLayout* MakeButtons();
     void DrawOn(QPrinter& printer);
     // German; "" when the page is drawn.
     std::string DrawPaper(QPrinter& printer);

@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QScopedValueRollback>
+#include <algorithm>
 #include <optional>
 #include <set>
 #include <utility>
@@ -332,6 +333,7 @@ void Session::SetFamilyAllowed(document::SlotIndex row, bool allowed)
     document::PlotDocument& plot = application_.Document();
     ChangeGraph(row, [&](document::SlotIndex slot) { plot.slots[slot].family_allowed = allowed; });
     windows_.parameter_list.refpar(plot);
+    FamilyChosen();
 }
 
 void Session::ShowParametersOf(document::SlotIndex row, bool only)
@@ -509,6 +511,20 @@ void Session::TakeCalculatorPlaces(int places)
 {
     application_.Document().attributes.calculator_places = places;
     Q_EMIT settingsTouched();
+}
+
+// Without further curves a new family looks as if nothing had happened.
+void Session::FamilyChosen()
+{
+    const document::PlotDocument& plot = Document();
+    const bool complete = std::ranges::any_of(plot.parameters, &document::Parameter::family) &&
+                          std::ranges::any_of(plot.slots, [](const document::FunctionSlot& slot) {
+                              return slot.family_allowed && !slot.name.empty();
+                          });
+    if (!complete || plot.attributes.family_count > 0) return;
+    Q_EMIT outcomeChanged(
+        "Die Schar hat noch keine weiteren Kurven: Ihre Anzahl steht unter „Allgemeine "
+        "Einstellungen“, „Graphen“");
 }
 
 document::Bounds Session::DisplayedXRange() const

@@ -128,6 +128,7 @@ private:
     void RereadRanges() override;
     void RefreshCalculator() override;
     document::Bounds DisplayedXRange() const override;
+    void FamilyChosen() override;
     // ParameterHost and ViewListener
     void RedrawGraph() override;
     // ViewListener

@@ -1,15 +1,18 @@
 #include "ui/child_window.h"
 
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QShortcut>
 #include <QSizeGrip>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/elided_label.h"
 
@@ -118,6 +121,7 @@ ChildWindow::ChildWindow(QWidget* content)
 
     connect(bar_, &SlimTitleBar::closeRequested, this, &QWidget::close);
     connect(bar_, &SlimTitleBar::dragged, this, [this](QPoint by) { move(pos() + by); });
+    MakeKeys();
     connect(content, &QWidget::windowTitleChanged, this, [this](const QString& title) {
         setWindowTitle(title);
         setAccessibleName(title);
@@ -130,12 +134,57 @@ ChildWindow::ChildWindow(QWidget* content)
             });
 }
 
+void ChildWindow::MakeKeys()
+{
+    struct Arrow
+    {
+        Qt::Key key;
+        QPoint way;
+    };
+    constexpr int kStep = 20;
+    constexpr Arrow kArrows[] = {{Qt::Key_Left, {-kStep, 0}},
+                                 {Qt::Key_Right, {kStep, 0}},
+                                 {Qt::Key_Up, {0, -kStep}},
+                                 {Qt::Key_Down, {0, kStep}}};
+    const auto on = [this](QKeyCombination keys, auto action) {
+        auto* shortcut = new QShortcut(QKeySequence(keys), this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        shortcut->setEnabled(false);
+        keys_.append(shortcut);
+        connect(shortcut, &QShortcut::activated, this, action);
+    };
+    for (const Arrow& arrow : kArrows) {
+        on(Qt::ALT | arrow.key, [this, way = arrow.way] { MoveBy(way); });
+        on(Qt::ALT | Qt::SHIFT | arrow.key, [this, way = arrow.way] { GrowBy(way); });
+    }
+}
+
+void ChildWindow::MoveBy(QPoint by)
+{
+    auto* box = qobject_cast<QComboBox*>(focusWidget());
+    if (box != nullptr && by.y() != 0) {
+        box->showPopup();  // the keys are those of boxes everywhere
+        return;
+    }
+    const QPoint last(parentWidget()->width() - width(), parentWidget()->height() - height());
+    const QPoint to = pos() + by;
+    move(std::clamp(to.x(), std::min(0, last.x()), std::max(0, last.x())),
+         std::clamp(to.y(), std::min(0, last.y()), std::max(0, last.y())));
+}
+
+void ChildWindow::GrowBy(QPoint by)
+{
+    const QSize room(parentWidget()->width() - x(), parentWidget()->height() - y());
+    resize((size() + QSize(by.x(), by.y())).boundedTo(room).expandedTo(minimumSizeHint()));
+}
+
 void ChildWindow::SetFree(bool free)
 {
     free_ = free;
     bar_->SetDraggable(free);
     bar_->setCursor(free ? Qt::SizeAllCursor : Qt::ArrowCursor);
     grip_->setVisible(free);
+    for (QShortcut* shortcut : keys_) shortcut->setEnabled(free);
     widget()->layout()->setContentsMargins(free ? 1 : 0, free ? 1 : 0, 1, 1);
     grip_->raise();
     RaiseFreeWindows();
@@ -168,9 +217,16 @@ void ChildWindow::RaiseFreeWindows() const
     for (ChildWindow* window : free_windows) window->raise();
 }
 
+int ChildWindow::WidthFor(int content_width) const
+{
+    const QMargins margins = widget()->layout()->contentsMargins();
+    return content_width + margins.left() + margins.right();
+}
+
 int ChildWindow::HeightFor(int content_height) const
 {
-    return content_height + bar_->sizeHint().height() + 1;
+    const QMargins margins = widget()->layout()->contentsMargins();
+    return content_height + bar_->sizeHint().height() + margins.top() + margins.bottom();
 }
 
 void ChildWindow::BringToFront()
@@ -185,8 +241,10 @@ void ChildWindow::BringToFront()
 
 QWidget* ChildWindow::FirstControl() const
 {
-    for (QWidget* inner = content_->nextInFocusChain(); content_->isAncestorOf(inner);
+    // Controls made later stand behind those of other windows.
+    for (QWidget* inner = content_->nextInFocusChain(); inner != content_;
          inner = inner->nextInFocusChain()) {
+        if (!content_->isAncestorOf(inner)) continue;
         const bool takes_keys = (inner->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
         if (takes_keys && inner->isVisibleTo(content_) && inner->isEnabled()) return inner;
     }

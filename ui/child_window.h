@@ -5,6 +5,7 @@
 #include <QPoint>
 
 class QLabel;
+class QShortcut;
 class QSizeGrip;
 class QToolButton;
 
@@ -48,11 +49,14 @@ public:
 
     QWidget* Content() const { return content_; }
     // A free window can be moved by its title and sized by its lower right corner, as far as its
-    // content allows. It stays above those that are not free.
+    // content allows: by the arrow keys with Alt, and with Shift as well. It stays above
+    // those that are not free.
     void SetFree(bool free);
+    bool IsFree() const { return free_; }
     // Esc closes it, unless its content has another use for the key at the moment.
     void SetClosedByEsc() { closed_by_esc_ = true; }
-    // Height of the window when its content has the given one.
+    // Width and height of the window when its content has the given one.
+    int WidthFor(int content_width) const;
     int HeightFor(int content_height) const;
     // Shows it, brings it to the front and puts the focus into its content.
     void BringToFront();
@@ -67,6 +71,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void MakeKeys();
+    void MoveBy(QPoint by);  // stays within reach
+    void GrowBy(QPoint by);
     void RaiseFreeWindows() const;  // all of the area, in their order
     // The first of the content in the order of the tab key, nullptr when it has none.
     QWidget* FirstControl() const;
@@ -74,6 +81,7 @@ private:
     QWidget* content_;
     SlimTitleBar* bar_;
     QSizeGrip* grip_;
+    QList<QShortcut*> keys_;  // that move and size it
     bool free_ = false;
     bool closed_by_esc_ = false;
 };

@@ -61,9 +61,11 @@ ExportDialog::ExportDialog(Preview preview, QWidget* parent)
 
     auto* save = new QPushButton("&Speichern unter...", this);
     save->setObjectName("export_save");
+    save->setToolTip("Fragt nach dem Namen der Datei und schreibt sie");
     save->setDefault(true);
     auto* cancel = new QPushButton("Abbrechen", this);
     cancel->setObjectName("export_cancel");
+    cancel->setToolTip("Schließt das Fenster, ohne zu schreiben (Esc)");
     cancel->setAutoDefault(false);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
@@ -91,14 +93,18 @@ QSpinBox* ExportDialog::MakeSide(const char* name)
     side->setRange(1, render::kLongestSide);
     side->setSingleStep(10);
     side->setSuffix(" Bildpunkte");
+    side->setToolTip("Größe des Bildes, wie sie in der Datei steht");
     return side;
 }
 
 QFormLayout* ExportDialog::MakeFields()
 {
     format_->setObjectName("export_format");
+    format_->setAccessibleName("Format");
+    format_->setToolTip("Was die Datei enthält: Bildpunkte, Linien oder eine Seite");
     for (const FormatEntry& entry : kFormats) format_->addItem(entry.caption);
     keep_ratio_->setObjectName("export_ratio");
+    keep_ratio_->setToolTip("Breite und Höhe folgen einander wie im Graphenfenster");
     keep_ratio_->setChecked(true);
     resolution_->setObjectName("export_resolution");
     resolution_->setRange(Whole(render::kLeastResolution), Whole(render::kMostResolution));
@@ -106,6 +112,8 @@ QFormLayout* ExportDialog::MakeFields()
     resolution_->setSuffix(" dpi");
     resolution_->setToolTip("Bildpunkte je Zoll; mehr davon lassen Schrift und Linien wachsen");
     orientation_->setObjectName("export_orientation");
+    orientation_->setAccessibleName("Seite");
+    orientation_->setToolTip("Wie das Blatt im PDF liegt");
     orientation_->addItems({"Hochformat", "Querformat"});
 
     auto* fields = new QFormLayout;

@@ -107,6 +107,12 @@ void GraphArea::paintEvent(QPaintEvent*)
     painter.drawEllipse(*mark_, kRadius, kRadius);
 }
 
+QVariant GraphArea::inputMethodQuery(Qt::InputMethodQuery query) const
+{
+    if (query != Qt::ImCursorRectangle) return QWidget::inputMethodQuery(query);
+    return QRect(mark_ ? mark_->toPoint() : rect().center(), QSize(1, 1));
+}
+
 void GraphArea::resizeEvent(QResizeEvent*) { Q_EMIT resized(); }
 
 }  // namespace korvinth::ui

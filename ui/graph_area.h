@@ -33,6 +33,8 @@ public:
     const QString& ToldValues() const { return told_values_; }
 
     QSize sizeHint() const override { return {640, 480}; }
+    // The place of the cursor is that of the mark, for the menu key.
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
 Q_SIGNALS:
     void resized();

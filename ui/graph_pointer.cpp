@@ -179,12 +179,11 @@ void GraphPointer::ReleaseFrame(const QMouseEvent& event)
     }
 }
 
-// The mouse asks for the menu when the button is released; the menu key opens it in the middle.
+// The mouse asks for the menu when the button is released; the menu key opens it at the mark.
 bool GraphPointer::ContextMenu(const QContextMenuEvent& event)
 {
     if (event.reason() != QContextMenuEvent::Keyboard || Busy()) return true;
-    const QPoint centre = area_.rect().center();
-    Q_EMIT menuWanted(area_.mapToGlobal(centre), AreaUnits(centre));
+    Q_EMIT menuWanted(event.globalPos(), AreaUnits(event.pos()));
     return true;
 }
 

@@ -12,6 +12,7 @@
 #include "render/qt/raster_surface.h"
 #include "ui/click_button.h"
 #include "ui/graph_area.h"
+#include "ui/told_texts.h"
 
 namespace korvinth::ui {
 namespace {
@@ -266,7 +267,7 @@ void GraphForm::FollowTracing()
 // Not for every picture of a moving one, which would be talked about without end.
 void GraphForm::Describe()
 {
-    if (description_) area_->setAccessibleDescription(Text(description_()));
+    if (description_) TellDescription(*area_, Text(description_()));
     FollowTracing();
 }
 

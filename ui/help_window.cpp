@@ -93,6 +93,7 @@ HelpBrowser::HelpBrowser(const HelpPages& pages, HelpPainter painter, QWidget* p
 {
     setObjectName("hilfe_seite");
     setAccessibleName("Seite der Hilfe");
+    setAccessibleDescription("Die Tabulatortaste geht zum nächsten Verweis, Esc schließt");
     setOpenExternalLinks(false);
     UseStyle();
 }
@@ -172,7 +173,9 @@ void HelpWindow::Place()
     while (main->parentWidget() != nullptr) main = main->parentWidget()->window();
     constexpr int kMargin = 12;
     const int left = main->geometry().right() - width() - kMargin;
-    const QPoint last = room.bottomRight() - QPoint(width(), height());
+    const QSize frame = main->frameGeometry().size() - main->size();
+    const QPoint last =
+        room.bottomRight() - QPoint(width() + frame.width(), height() + frame.height());
     move(std::clamp(left, room.left(), std::max(room.left(), last.x())),
          std::clamp(main->y(), room.top(), std::max(room.top(), last.y())));
 }
@@ -184,8 +187,13 @@ void HelpWindow::MakeControls()
     search_->setPlaceholderText("Suchen");
     search_->setToolTip("Sucht auf allen Seiten (Strg+F)");
     search_->setClearButtonEnabled(true);
+    for (auto* clear : search_->findChildren<QToolButton*>()) {
+        clear->setAccessibleName("Leeren");
+        clear->setToolTip("Zeigt wieder alle Seiten (Esc)");
+    }
     contents_->setObjectName("hilfe_inhalt");
     contents_->setAccessibleName("Inhalt der Hilfe");
+    contents_->setAccessibleDescription("Die Pfeiltasten wählen die Seite, die daneben steht");
     contents_->setItemDelegate(new HitDelegate(contents_));
     contents_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     contents_->setResizeMode(QListView::Adjust);

@@ -13,6 +13,7 @@
 #include "render/pointer_text.h"
 #include "ui/click_button.h"
 #include "ui/storable_fields.h"
+#include "ui/told_texts.h"
 
 namespace korvinth::ui {
 namespace {
@@ -68,7 +69,7 @@ std::string TypedText(const QLineEdit& field, const std::string& term, double va
 void ShowAsFaulty(QLineEdit& field, const QString& fault)
 {
     field.setToolTip(fault.isEmpty() ? field.accessibleName() : fault);
-    field.setAccessibleDescription(fault.isEmpty() ? "Zahl oder Term, auch mit Parametern" : fault);
+    TellDescription(field, fault.isEmpty() ? "Zahl oder Term, auch mit Parametern" : fault);
     field.setStyleSheet(fault.isEmpty() ? ""
                                         : "QLineEdit { border: 1px solid #C01C28; "
                                           "background: #FDECEA; color: #7A1016; }");

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/told_texts.h"
+
 namespace korvinth::ui {
 namespace {
 
@@ -229,7 +231,7 @@ void MessageLine::ShowError(const QString& text)
     setPalette(colours);
     setAutoFillBackground(true);
     setText("⚠ " + text);
-    setAccessibleName("Meldung: " + text);
+    TellName(*this, "Meldung: " + text);
     setToolTip("<p>" + text.toHtmlEscaped() + "</p>");
     setVisible(!text.isEmpty());
 }

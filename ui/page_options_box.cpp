@@ -21,16 +21,20 @@ PageOptionsBox::PageOptionsBox(QWidget* parent)
       legend_(new QCheckBox("&Terme und Parameterwerte unter dem Bild", this))
 {
     fit_->setObjectName("page_fit");
+    fit_->setToolTip("Das Bild wird so groß, wie der Platz es zulässt");
     fit_->setChecked(true);
     exact_->setObjectName("page_exact");
+    exact_->setToolTip("Das Bild hat auf dem Papier einen genauen Maßstab");
     centimetres_->setObjectName("page_cm");
     centimetres_->setAccessibleName("Zentimeter einer Einheit");
+    centimetres_->setToolTip("So lang ist eine Einheit der Achsen auf dem Papier");
     centimetres_->setDecimals(3);
     centimetres_->setRange(render::kSmallestScale, render::kLargestScale);
     centimetres_->setSingleStep(0.5);
     centimetres_->setValue(1);
     centimetres_->setSuffix(" cm");
     legend_->setObjectName("page_legend");
+    legend_->setToolTip("Schreibt unter das Bild, was gezeichnet ist");
 
     auto* scale = new QHBoxLayout;
     scale->addWidget(exact_);

@@ -13,6 +13,7 @@
 #include <initializer_list>
 
 #include "ui/timer_symbol.h"
+#include "ui/told_texts.h"
 
 namespace korvinth::ui {
 namespace {
@@ -223,18 +224,18 @@ void Para::init(const document::Parameter& parameter)
 {
     title_ = Text(parameter.name);
     setWindowTitle(title_);
-    setAccessibleName(Text(parameter.caption));
+    TellName(*this, Text(parameter.caption));
     // As rich text the tip wraps its lines.
     name_->setToolTip("<p>" + Text(parameter.caption).toHtmlEscaped() + "</p>");
     h_scroll1_->setToolTip(name_->toolTip());
-    h_scroll1_->setAccessibleDescription(Text(parameter.caption));
+    TellDescription(*h_scroll1_, Text(parameter.caption));
     ElideName();
-    text1_->setAccessibleName(QStringLiteral("Untere Grenze von ") + title_);
-    text2_->setAccessibleName(QStringLiteral("Obere Grenze von ") + title_);
-    text3_->setAccessibleName(QStringLiteral("Wert von ") + title_);
-    h_scroll1_->setAccessibleName(QStringLiteral("Schieberegler für ") + title_);
-    image1_->setAccessibleName(QStringLiteral("Timer für ") + title_);
-    command1_->setAccessibleName(QStringLiteral("Schieberegler für %1 schließen").arg(title_));
+    TellName(*text1_, QStringLiteral("Untere Grenze von ") + title_);
+    TellName(*text2_, QStringLiteral("Obere Grenze von ") + title_);
+    TellName(*text3_, QStringLiteral("Wert von ") + title_);
+    TellName(*h_scroll1_, QStringLiteral("Schieberegler für ") + title_);
+    TellName(*image1_, QStringLiteral("Timer für ") + title_);
+    TellName(*command1_, QStringLiteral("Schieberegler für %1 schließen").arg(title_));
     ShowBounds({parameter.lower, parameter.upper}, parameter.value);
     ShowValue(parameter.value);
     ShowStep(parameter.step);

@@ -1,8 +1,11 @@
 #include "ui/qt_dialogs.h"
 
 #include <QColorDialog>
+#include <QDialogButtonBox>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QSpinBox>
 #include <algorithm>
 
 namespace korvinth::ui {
@@ -23,6 +26,20 @@ void ShowBox(QWidget* window, QMessageBox::Icon icon, const std::string& title,
     QMessageBox box(icon, QString::fromStdString(title), Shown(text), QMessageBox::Ok, window);
     box.setTextFormat(Qt::PlainText);
     box.exec();
+}
+
+// The toolkit names the controls, but tells nothing of them.
+void Describe(const QInputDialog& dialog)
+{
+    if (auto* field = dialog.findChild<QSpinBox*>()) {
+        field->setAccessibleDescription(QStringLiteral("Ganze Zahl von %1 bis %2")
+                                            .arg(dialog.intMinimum())
+                                            .arg(dialog.intMaximum()));
+    }
+    const auto* buttons = dialog.findChild<QDialogButtonBox*>();
+    if (buttons == nullptr) return;
+    buttons->button(QDialogButtonBox::Ok)->setAccessibleDescription("Übernimmt die Zahl");
+    buttons->button(QDialogButtonBox::Cancel)->setAccessibleDescription("Ändert nichts (Esc)");
 }
 
 // Asks at the window's left edge, so that the graph stays in view.
@@ -122,6 +139,8 @@ std::optional<int> QtDialogs::AskNumber(const std::string& title, const std::str
     dialog.setLabelText(QString::fromStdString(label));
     dialog.setIntRange(lowest, highest);
     dialog.setIntValue(value);
+    dialog.adjustSize();  // makes the controls
+    Describe(dialog);
     if (!Accepted(dialog, window_)) return std::nullopt;
     return dialog.intValue();
 }

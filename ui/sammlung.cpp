@@ -17,6 +17,7 @@
 #include "ui/elided_label.h"
 #include "ui/entry_list.h"
 #include "ui/storable_fields.h"
+#include "ui/told_texts.h"
 
 namespace korvinth::ui {
 namespace {
@@ -256,7 +257,7 @@ void Sammlung::ShowSelected()
         text = QStringLiteral("%1 Einträge angewählt").arg(places.size());
     }
     selected_->setText(text);
-    selected_->setAccessibleName("Angewählter Eintrag: " + text);
+    TellName(*selected_, "Angewählter Eintrag: " + text);
     selected_->setToolTip(entry != nullptr ? "<p>" + text.toHtmlEscaped() + "</p>" : QString());
     ShowDetails(entry);
     Q_EMIT selectedChanged();

@@ -3,6 +3,8 @@
 #include <QEvent>
 #include <QPalette>
 
+#include "ui/told_texts.h"
+
 namespace korvinth::ui {
 namespace {
 
@@ -48,7 +50,7 @@ void StatusLine::ShowStatus(std::string_view text, bool error)
         text.empty() ? QStringLiteral("o.k.")
                      : QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     setText((error ? "⚠ " : "") + Shortened(message, kLongestText));
-    setAccessibleName("Status: " + message);
+    TellName(*this, "Status: " + message);
     // As rich text the tip wraps its lines.
     setToolTip(error ? "<p>" + Shortened(message, kLongestTip).toHtmlEscaped() + "</p>"
                      : QString());

@@ -13,6 +13,7 @@
 #include <algorithm>
 
 #include "ui/storable_fields.h"
+#include "ui/told_texts.h"
 
 namespace korvinth::ui {
 namespace {
@@ -100,8 +101,8 @@ void TermField::ShowFault(const QString& message)
     faulty_ = !message.isEmpty();
     // As rich text the tip wraps its lines.
     setToolTip(faulty_ ? "<p>" + message.toHtmlEscaped() + "</p>" : QString());
-    setAccessibleDescription(faulty_ ? message
-                                     : QStringLiteral("Die Eingabetaste zeichnet alle Zeilen"));
+    TellDescription(*this,
+                    faulty_ ? message : QStringLiteral("Die Eingabetaste zeichnet alle Zeilen"));
     update();
 }
 

@@ -15,6 +15,7 @@
 #include "ui/status_line.h"
 #include "ui/symbol_bar.h"
 #include "ui/term_row.h"
+#include "ui/told_texts.h"
 
 namespace korvinth::ui {
 namespace {
@@ -234,9 +235,9 @@ void TermForm::ShowRows()
             state_ == EditorState::Terms && !rows_.IsNew(row) && faulty_slot_ == rows_.SlotOf(row);
         fnam_[row]->ShowFault(faulty ? fault_ : QString());
         const bool hidden = !function.visible;
-        fcol_[row]->setAccessibleName(QStringLiteral("Farbe der Zeile %1%2")
-                                          .arg(Number(row) + 1)
-                                          .arg(hidden ? ", Graph unsichtbar" : ""));
+        TellName(*fcol_[row], QStringLiteral("Farbe der Zeile %1%2")
+                                  .arg(Number(row) + 1)
+                                  .arg(hidden ? ", Graph unsichtbar" : ""));
     }
     fnam_[Row(0)]->setPlaceholderText(all_empty && state_ == EditorState::Terms ? "zum Beispiel x^2"
                                                                                 : "");

@@ -22,6 +22,7 @@ Welcome::Welcome(const std::vector<WelcomeExample>& examples, QWidget& over)
         "Beispiel anklicken. <a href=\"hilfe\">Erste Schritte</a>",
         this);
     text->setObjectName("willkommen_text");
+    text->setAccessibleDescription("Die Eingabetaste öffnet die Seite „Erste Schritte“ der Hilfe");
     text->setWordWrap(true);
     text->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     connect(text, &QLabel::linkActivated, this, &Welcome::helpWanted);

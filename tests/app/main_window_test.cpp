@@ -26,6 +26,8 @@
 #include "app/application.h"
 #include "tests/ui/scripted_dialogs.h"
 #include "ui/graphform.h"
+#include "ui/menu_key.h"
+#include "ui/termform.h"
 
 namespace korvinth::app {
 namespace {
@@ -508,11 +510,56 @@ TEST_F(MainWindowTest, CtrlTabGoesRoundTheWindows)
     for (int step = 0; step < 4; ++step) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
         visited.push_back(Find<QMdiArea>("area")->activeSubWindow()->objectName().toStdString());
-        EXPECT_TRUE(
-            Find<QMdiArea>("area")->activeSubWindow()->isAncestorOf(QApplication::focusWidget()));
+        const QMdiSubWindow* active = Find<QMdiArea>("area")->activeSubWindow();
+        EXPECT_TRUE(active->isAncestorOf(QApplication::focusWidget()));
+        EXPECT_NE(active, QApplication::focusWidget()) << "a control has the keys";
     }
     EXPECT_EQ(visited, (std::vector<std::string>{"paracolumn_frame", "graphform_frame",
                                                  "sammlung_frame", "termform_frame"}));
+}
+
+TEST_F(MainWindowTest, KeysMoveAndSizeFreeWindows)
+{
+    Show();
+    Trigger("mn_asy");
+    const QWidget* frame = Find("Asymptoten_frame");
+    const QRect before = frame->geometry();
+    constexpr auto kMove = Qt::AltModifier;
+    QWidget* focused = QApplication::focusWidget();
+    QTest::keyClick(focused, Qt::Key_Left, kMove);
+    EXPECT_EQ(frame->geometry(), before.translated(-20, 0));
+    for (int i = 0; i < 100; ++i) QTest::keyClick(focused, Qt::Key_Up, kMove);
+    EXPECT_EQ(frame->y(), 0) << "it stays within reach";
+    QTest::keyClick(focused, Qt::Key_Down, kMove | Qt::ShiftModifier);
+    EXPECT_EQ(frame->height(), before.height() + 20);
+    const QRect docked = Find("termform_frame")->geometry();
+    QTest::keyClick(Row(0), Qt::Key_Right, kMove);
+    EXPECT_EQ(Find("termform_frame")->geometry(), docked);
+}
+
+TEST_F(MainWindowTest, ARangeWindowWithoutRoomIsFreeAndWhole)
+{
+    Show(640, 360);
+    Trigger("mn_inter");
+    const QWidget* frame = Find("interform_frame");
+    EXPECT_TRUE(frame->parentWidget()->rect().contains(frame->geometry()));
+    EXPECT_GE(Find("interform")->height(), Find("interform")->minimumSizeHint().height());
+    window_.resize(1280, 800);
+    EXPECT_EQ(frame->x(), Find("graphform_frame")->x()) << "below the graph";
+}
+
+TEST_F(MainWindowTest, AFamilyWithoutCurvesTellsWhereTheirNumberIs)
+{
+    Show();
+    Type(0, "f(x)=a*x");
+    Trigger("mng_family");
+    EXPECT_EQ(Outcome(), "Ok.") << "there is no parameter yet";
+    window_.PlotSession().Parameters().SetFamily(document::ParameterIndex{26}, true);
+    EXPECT_TRUE(Outcome().contains("noch keine weiteren Kurven"));
+    application_.Document().attributes.family_count = 3;
+    Type(0, "f(x)=a*x");
+    window_.PlotSession().Parameters().SetFamily(document::ParameterIndex{26}, true);
+    EXPECT_EQ(Outcome(), "Ok.");
 }
 
 TEST_F(MainWindowTest, TheCalculatorFollowsThePlot)
@@ -577,52 +624,6 @@ TEST_F(MainWindowTest, FreeWindowsStayAboveTheDockedOnes)
     EXPECT_EQ(top(1), std::vector<std::string>{"graphform_frame"}) << "it is free itself";
     Trigger("mn_dock");
     EXPECT_EQ(top(3), free);
-}
-
-// The mechanics of a composed control, which speaks for them.
-bool IsInner(const QWidget& widget)
-{
-    return widget.objectName().startsWith("qt_") ||
-           widget.parentWidget()->objectName().startsWith("qt_") ||
-           widget.parentWidget()->inherits("QComboBoxPrivateContainer") ||
-           qobject_cast<const QComboBox*>(widget.parentWidget()) != nullptr;
-}
-
-bool IsControl(const QWidget& widget)
-{
-    if (widget.focusPolicy() == Qt::NoFocus &&
-        qobject_cast<const QAbstractButton*>(&widget) == nullptr) {
-        return false;
-    }
-    for (const char* frame : {"QMdiArea", "QMdiSubWindow", "QMenu", "QMenuBar", "QScrollArea"}) {
-        if (widget.inherits(frame)) return false;
-    }
-    return !IsInner(widget);
-}
-
-TEST_F(MainWindowTest, EveryControlHasANameAndADescriptionForThoseWhoListen)
-{
-    Show();
-    Type(0, "f(x)=a*x");
-    for (const char* entry : {"mn_spal", "mn_calc", "mn_groptions", "mn_zoomoptions"})
-        Trigger(entry);
-    Find<QLineEdit>("samml_suche")->setFocus();
-    QTest::mouseClick(Find("para[26]")->findChild<QWidget*>("Image1"), Qt::RightButton);
-    ASSERT_NE(Find("Dialog"), nullptr);
-    int controls = 0;
-    for (QWidget* control : window_.findChildren<QWidget*>()) {
-        if (!IsControl(*control)) continue;
-        ++controls;
-        QAccessibleInterface* told = QAccessible::queryAccessibleInterface(control);
-        const QString name = told->text(QAccessible::Name);
-        const QString description = told->text(QAccessible::Description);
-        EXPECT_TRUE(!name.isEmpty() && !description.isEmpty() && name != description)
-            << control->metaObject()->className() << " " << control->objectName().toStdString()
-            << " in " << control->parentWidget()->objectName().toStdString() << ": \""
-            << name.toStdString() << "\", \"" << description.toStdString() << "\"";
-        EXPECT_FALSE(description.contains('<')) << "no marks of formatting";
-    }
-    EXPECT_GT(controls, 120);
 }
 
 TEST_F(MainWindowTest, NastyInputGetsAnAnswerAndIsKept)
@@ -710,6 +711,22 @@ TEST_F(GraphByKeysTest, AMarkGoesAlongTheGraphsAndItsValuesAreTold)
     EXPECT_EQ(Told(QAccessible::Name), "Zeichenfläche");
     Press(Qt::Key_Right);
     EXPECT_EQ(application_.View().x_min, -8) << "the arrow scrolls again";
+}
+
+TEST_F(GraphByKeysTest, TheMenuKeyAsksForTheGraphUnderTheMark)
+{
+    Show();
+    Type(0, "f(x)=x^2");
+    Type(1, "g(x)=3");
+    Type(0, "f(x)=x^2");
+    area_->setFocus();
+    for (const Qt::Key key : {Qt::Key_T, Qt::Key_Down}) Press(key);
+    ui::MenuKey menu_key;
+    qApp->installEventFilter(&menu_key);
+    Press(Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(Find<ui::TermForm>("termform")->CurrentRow(), document::SlotIndex{1});
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    QApplication::activePopupWidget()->close();
 }
 
 TEST_F(GraphByKeysTest, TheViewFollowsTheMarkInOneStepOfItsHistory)

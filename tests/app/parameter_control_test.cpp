@@ -55,6 +55,7 @@ protected:
     void RedrawGraph() override { calls.push_back("redraw"); }
     void RefreshCalculator() override { calls.push_back("calculator"); }
     document::Bounds DisplayedXRange() const override { return displayed; }
+    void FamilyChosen() override {}
 
     void Apply(std::initializer_list<const char*> rows)
     {

@@ -1,0 +1,124 @@
+#include "ui/fit_to_screen.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
+#include <QMainWindow>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStyle>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace korvinth::ui {
+namespace {
+
+bool Fits(QSize size, QSize room) { return size.boundedTo(room) == size; }
+
+// The nearest begin of a length within the room.
+int Inside(int begin, int length, int room_begin, int room_length)
+{
+    return std::max(room_begin, std::min(begin, room_begin + room_length - length));
+}
+
+// Without the frame: the window manager tells its size late or not at all.
+QRect RoomFor(const QDialog& dialog)
+{
+    constexpr int kBorder = 4;
+    const int title = dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &dialog);
+    return dialog.screen()->availableGeometry().adjusted(kBorder, title, -kBorder, -kBorder);
+}
+
+void MakeScrollable(QDialog& dialog, QSize room)
+{
+    QWidget* focused = dialog.focusWidget();
+    dialog.layout()->setSizeConstraint(QLayout::SetDefaultConstraint);
+    auto* content = new QWidget;
+    content->setLayout(dialog.layout());  // takes what the layout holds along
+    auto* scroll = new QScrollArea(&dialog);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setWidgetResizable(true);
+    scroll->setMinimumSize(
+        dialog.size().boundedTo(room));  // message boxes are as small as they can
+    scroll->setWidget(content);
+    auto* layout = new QVBoxLayout(&dialog);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(scroll);
+    scroll->show();
+    if (focused != nullptr) focused->setFocus();
+}
+
+void Shrink(QDialog& dialog)
+{
+    const QRect room = RoomFor(dialog);
+    if (Fits(dialog.size(), room.size())) return;
+    const QSize least = dialog.minimumSizeHint().expandedTo(dialog.minimumSize());
+    if (dialog.layout() != nullptr && !Fits(least, room.size())) {
+        MakeScrollable(dialog, room.size());
+    }
+    dialog.setMinimumSize(dialog.minimumSize().boundedTo(room.size()));
+    dialog.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    const QRect smaller(dialog.geometry().topLeft(), dialog.size().boundedTo(room.size()));
+    dialog.setGeometry(PlacedInside(smaller, room));
+}
+
+}  // namespace
+
+QRect PlacedInside(const QRect& frame, const QRect& room)
+{
+    return {QPoint(Inside(frame.x(), frame.width(), room.x(), room.width()),
+                   Inside(frame.y(), frame.height(), room.y(), room.height())),
+            frame.size()};
+}
+
+void FitToScreen(QWidget& window)
+{
+    constexpr Qt::WindowStates kFollowsByItself =
+        Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen;
+    const Qt::WindowType type = window.windowType();
+    if (type == Qt::Popup || type == Qt::ToolTip) return;  // they go by themselves
+    if (!window.isVisible() || window.windowState().testAnyFlags(kFollowsByItself)) return;
+    if (auto* dialog = qobject_cast<QDialog*>(&window)) Shrink(*dialog);
+    const QRect room = window.screen()->availableGeometry();
+    const QRect frame = window.frameGeometry();
+    if (room.contains(frame)) return;
+    window.move(PlacedInside(frame, room).topLeft());
+    if (!Fits(frame.size(), room.size()) && qobject_cast<QMainWindow*>(&window) != nullptr) {
+        window.setWindowState(Qt::WindowMaximized);
+    }
+}
+
+ScreenFitter::ScreenFitter()
+{
+    for (const QScreen* screen : QGuiApplication::screens()) Follow(screen);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &ScreenFitter::Follow);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &ScreenFitter::FitAllSoon);
+}
+
+void ScreenFitter::Follow(const QScreen* screen) const
+{
+    connect(screen, &QScreen::availableGeometryChanged, this, &ScreenFitter::FitAllSoon);
+}
+
+// After the toolkit has given the windows of a screen that went to another.
+void ScreenFitter::FitAllSoon()
+{
+    const auto fit = [] {
+        for (QWidget* window : QApplication::topLevelWidgets()) FitToScreen(*window);
+    };
+    QMetaObject::invokeMethod(this, fit, Qt::QueuedConnection);
+}
+
+bool ScreenFitter::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::Show && event->type() != QEvent::Resize) return false;
+    auto* dialog = qobject_cast<QDialog*>(watched);
+    if (dialog == nullptr || !dialog->isWindow() || !dialog->isVisible()) return false;
+    // Dialogs settle their size when they are shown.
+    QTimer::singleShot(0, dialog, [dialog] { FitToScreen(*dialog); });
+    return false;
+}
+
+}  // namespace korvinth::ui
