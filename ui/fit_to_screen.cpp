@@ -5,7 +5,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -67,7 +66,8 @@ bool ScreenFitter::eventFilter(QObject* watched, QEvent* event)
     auto* dialog = qobject_cast<QDialog*>(watched);
     if (dialog == nullptr || !dialog->isWindow() || !dialog->isVisible()) return false;
     // Dialogs settle their size when they are shown.
-    QTimer::singleShot(0, dialog, [dialog] { FitToScreen(*dialog); });
+    QMetaObject::invokeMethod(
+        dialog, [dialog] { FitToScreen(*dialog); }, Qt::QueuedConnection);
     return false;
 }
 
