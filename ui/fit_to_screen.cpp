@@ -1,6 +1,7 @@
 #include "ui/fit_to_screen.h"
 
 #include <QEvent>
+#include <QLabel>
 #include <QPointer>
 #include <QScreen>
 #include <QScrollArea>
@@ -10,6 +11,8 @@
 
 namespace korvinth::ui {
 namespace {
+
+constexpr const char* kScroll = "fitted";
 
 bool Fits(QSize size, QSize room) { return size.boundedTo(room) == size; }
 
@@ -28,6 +31,7 @@ void MakeScrollable(QDialog& dialog, QSize room)
     auto* content = new QWidget;
     content->setLayout(dialog.layout());  // takes what the layout holds along
     auto* scroll = new QScrollArea(&dialog);
+    scroll->setObjectName(kScroll);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidgetResizable(true);
@@ -41,10 +45,19 @@ void MakeScrollable(QDialog& dialog, QSize room)
     if (focused != nullptr) focused->setFocus();
 }
 
+// A message box breaks its lines only where it is too wide, which it is not when it scrolls.
+void BreakLines(const QDialog& dialog)
+{
+    const auto* scroll = dialog.findChild<QScrollArea*>(kScroll);
+    auto* text = scroll == nullptr ? nullptr : scroll->findChild<QLabel*>("qt_msgbox_label");
+    if (text != nullptr) text->setWordWrap(true);
+}
+
 }  // namespace
 
 void FitToScreen(QDialog& dialog)
 {
+    BreakLines(dialog);
     const QRect room = RoomFor(dialog);
     if (Fits(dialog.size(), room.size())) return;
     const QSize least = dialog.minimumSizeHint().expandedTo(dialog.minimumSize());
@@ -58,6 +71,7 @@ void FitToScreen(QDialog& dialog)
     place.moveLeft(std::max(place.left(), room.left()));
     place.moveTop(std::max(place.top(), room.top()));
     dialog.setGeometry(place);
+    BreakLines(dialog);
 }
 
 bool ScreenFitter::eventFilter(QObject* watched, QEvent* event)

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
@@ -43,6 +45,18 @@ TEST_F(FitToScreenTest, WhatIsTooHighScrollsToWhereTheKeysAre)
     QTest::keyClick(dialog_.focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(dialog_.focusWidget(), last_);
     EXPECT_TRUE(dialog_.rect().contains(QRect(last_->mapTo(&dialog_, QPoint()), last_->size())));
+}
+
+TEST_F(FitToScreenTest, ALongMessageKeepsItsLines)
+{
+    QMessageBox box(QMessageBox::Warning, "Titel", QString("ein langer Satz ").repeated(2000));
+    box.show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return room_.contains(box.geometry()); }));
+    QEvent changed(QEvent::LayoutRequest);  // has the box find its size anew
+    QApplication::sendEvent(&box, &changed);
+    QApplication::processEvents();
+    EXPECT_TRUE(room_.contains(box.geometry()));
+    EXPECT_LT(box.findChild<QLabel*>("qt_msgbox_label")->width(), room_.width());
 }
 
 TEST_F(FitToScreenTest, WhatFitsIsLeftAlone)
