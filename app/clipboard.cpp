@@ -73,12 +73,8 @@ void CopyMetafile(Application& application, const render::ScreenSize& screen, co
 {
     render::PictureOptions options;
     options.screen = screen;
-    std::error_code fault = disk.Remove(file);
-    if (!fault) {
-        fault =
-            disk.Write(file, MakePicture(application, render::PictureFormat::Emf, options).bytes);
-        if (fault) disk.Remove(file);  // half a metafile is of no use
-    }
+    const std::error_code fault = files::ReplaceFile(
+        disk, file, MakePicture(application, render::PictureFormat::Emf, options).bytes);
     QGuiApplication::clipboard()->clear();
     std::string metafile;
     if (fault || disk.Read(file, metafile)) return;

@@ -22,7 +22,7 @@ std::unique_ptr<QMimeData> MetafileFormats(const std::string& metafile, const st
 // mn_copytoclip: the picture on the screen.
 void CopyBitmap(const QImage& picture);
 
-// mn_emf (emfstart): writes the metafile, which stays on the disk, and puts what the file then
+// mn_emf (emfstart): replaces the metafile, which stays on the disk, and puts what the file then
 // holds on the clipboard, with `picture` beside it. Deliberate: no error is told, the clipboard is
 // empty then.
 void CopyMetafile(Application& application, const render::ScreenSize& screen, const QImage& picture,

@@ -11,6 +11,7 @@
 
 #include "app/entry_preview.h"
 #include "document/collection_file.h"
+#include "ui/first_paint.h"
 #include "ui/sammlung.h"
 #include "ui/sammtext.h"
 #include "ui/storable_fields.h"
@@ -112,7 +113,9 @@ void CollectionControl::ConnectWindows()
     connect(window_, &ui::Sammlung::selectedChanged, this, &CollectionControl::FollowSelection);
     connect(description_, &ui::SammText::edited, this, &CollectionControl::TakeDescription);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
-            &CollectionControl::ShowCommands);
+            &CollectionControl::FollowClipboard);
+    // Another program answers, in its own time.
+    ui::AfterFirstPaint(*window_->window(), [this] { FollowClipboard(); });
 }
 
 void CollectionControl::ShowEntries()
@@ -323,6 +326,12 @@ void CollectionControl::ShowState()
     ShowCommands();
 }
 
+void CollectionControl::FollowClipboard()
+{
+    entries_on_clipboard_ = EntriesOnClipboard();
+    ShowCommands();
+}
+
 void CollectionControl::ShowCommands()
 {
     const std::vector<std::size_t> places = window_->SelectedPlaces();
@@ -331,7 +340,7 @@ void CollectionControl::ShowCommands()
             case EntryCommand::AddPlot:
             case EntryCommand::NewEntry: return true;
             case EntryCommand::Insert:
-            case EntryCommand::InsertAfter: return EntriesOnClipboard();
+            case EntryCommand::InsertAfter: return entries_on_clipboard_;
             case EntryCommand::Undo: return editor_.CanUndo();
             case EntryCommand::Redo: return editor_.CanRedo();
             default: return !places.empty();

@@ -86,6 +86,7 @@ private:
 
     void FollowChange(const std::vector<std::size_t>& select);
     void FollowSelection();
+    void FollowClipboard();
     void ShowCommands();
     bool AllProtected(const std::vector<std::size_t>& places) const;
     // Asks when there are protected entries among them.
@@ -109,6 +110,7 @@ private:
         bool may_change;
     };
     std::optional<Answer> answer_;
+    bool entries_on_clipboard_ = false;
 };
 
 }  // namespace korvinth::app

@@ -1,5 +1,6 @@
 #include "app/collection_files.h"
 
+#include <functional>
 #include <utility>
 
 #include "document/collection_file.h"
@@ -10,7 +11,6 @@ namespace korvinth::app {
 namespace {
 
 using document::CollectionEntry;
-using document::Column;
 
 constexpr const char* kFilter = "Textdateien (*.txt)|*.txt|Alle Dateien (*.*)|*.*";
 constexpr const char* kOpenTitle = "Sammlungsdatei öffnen";
@@ -22,6 +22,8 @@ constexpr const char* kError = "Fehler";
 
 // Whether an entry draws anything or moves the view: a file made by hand has no buffer entry.
 bool HasPlot(const CollectionEntry& buffer) { return buffer != CollectionEntry(); }
+
+std::size_t Digest(std::string_view bytes) { return std::hash<std::string_view>()(bytes); }
 
 }  // namespace
 
@@ -46,6 +48,7 @@ CollectionFiles::CollectionFiles(files::FileSystem& disk, const files::Path& wor
 // Much is asked while nothing has changed; only changes cost time.
 std::optional<WorkingContent> CollectionFiles::ContentToWrite()
 {
+    if (KeepUnread()) return std::nullopt;
     const document::CollectionEditor& editor = collection_.Editor();
     const Written now{editor.Changes(), editor.Modified(), plot_.CurrentPlot()};
     if (now == written_) return std::nullopt;
@@ -92,8 +95,7 @@ void CollectionFiles::SetName(const files::Path& file)
 void CollectionFiles::SetUpWorkingCollection()
 {
     bool exists = false;
-    if (!Exists(working_.File(), exists)) return;
-    if (exists) {
+    if (!Exists(working_.File(), exists) || exists) {
         host_.ReadSettings();
     } else {
         Exclaim(document::CreateEmptyCollection(disk_, working_.File()));
@@ -105,13 +107,15 @@ void CollectionFiles::ReadWorkingCollection()
     std::string bytes, fault;
     document::Collection& entries = collection_.Entries();
     if (const auto unreadable = disk_.Read(working_.File(), bytes)) {
-        bool exists = false;
-        if (!Exists(working_.File(), exists) || !exists) return;  // not created, as was said
+        std::error_code unknown;
+        if (!disk_.Exists(working_.File(), unknown) && !unknown)
+            return;  // not created, as was said
         fault = files::ErrorText(unreadable) + ".";
     } else {
         fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
     }
-    if (!fault.empty()) SetAside();
+    unread_ = !fault.empty();
+    const std::error_code stays = KeepUnread();
     working_.Expect(bytes.size());
     collection_.ShowEntries();
     RowsText();  // while one waits for the start anyway
@@ -119,25 +123,39 @@ void CollectionFiles::ReadWorkingCollection()
     SetName({});
     collection_.ShowState();
     if (entries.buffer_loaded && HasPlot(entries.buffer)) plot_.DrawEntry(entries.buffer);
-    if (!fault.empty()) {
-        dialogs_.ShowError(kError, fault +
-                                       "\n\nDie Datei mit den zuletzt bearbeiteten Daten ist "
-                                       "beschädigt. Sie wurde als \"" +
-                                       files::Utf8(working_.File().filename()) +
-                                       ".defekt\" aufgehoben, alles Lesbare ist geladen.");
-        working_.Touch();
-    }
+    if (fault.empty()) return;
+    dialogs_.ShowError(kError, fault + "\n\n" + (stays ? UnreadText(stays) : SetAsideText()));
+    working_.Touch();
 }
 
-// An older one that was set aside stays as well.
-void CollectionFiles::SetAside()
+std::string CollectionFiles::SetAsideText() const
 {
+    return "Die Datei mit den zuletzt bearbeiteten Daten ist beschädigt. Sie wurde als \"" +
+           files::Utf8(working_.File().filename()) +
+           ".defekt\" aufgehoben, alles Lesbare ist geladen.";
+}
+
+std::string CollectionFiles::UnreadText(std::error_code fault) const
+{
+    return "Die Datei \"" + files::Utf8(working_.File().filename()) +
+           "\" mit den zuletzt bearbeiteten Daten ist nicht ganz lesbar und ließ sich nicht "
+           "beiseitelegen: " +
+           files::ErrorText(fault) + ". Bis das gelingt, bleibt sie, wie sie ist.";
+}
+
+// What was not read is set aside before anything else is written; so an older one is as well.
+std::error_code CollectionFiles::KeepUnread()
+{
+    if (!unread_) return {};
     std::error_code fault;
     files::Path target = files::WithEnding(working_.File(), ".defekt");
     for (int i = 2; disk_.Exists(target, fault); ++i) {
         target = files::WithEnding(working_.File(), ".defekt" + std::to_string(i));
     }
-    Exclaim(disk_.Rename(working_.File(), target));
+    if (!fault) fault = disk_.Rename(working_.File(), target);
+    if (fault == std::errc::no_such_file_or_directory) fault.clear();  // nothing to keep any more
+    unread_ = bool{fault};
+    return fault;
 }
 
 bool CollectionFiles::Exists(const files::Path& file, bool& exists)
@@ -149,13 +167,14 @@ bool CollectionFiles::Exists(const files::Path& file, bool& exists)
     return false;
 }
 
+// What could not be saved is offered again, under another name: nobody shall have to leave without.
 void CollectionFiles::OfferToSave()
 {
     collection_.FinishEditing();
-    if (!collection_.Editor().Modified()) return;
-    if (dialogs_.AskYesNo(kAttention,
-                          "Die Sammlung ist geändert worden. Soll sie gespeichert werden?")) {
-        Save();
+    for (bool elsewhere = !HasName(); collection_.Editor().Modified(); elsewhere = true) {
+        const bool save = dialogs_.AskYesNo(
+            kAttention, "Die Sammlung ist geändert worden. Soll sie gespeichert werden?");
+        if (!save || !(elsewhere ? SaveUnderNewName() : SaveUnderName())) return;
     }
 }
 
@@ -171,7 +190,10 @@ void CollectionFiles::Open()
         // Deliberate: with No the name is taken all the same, and the entries stay.
         const bool create = dialogs_.AskYesNo(
             kMessage, "Diese Datei gibt es noch nicht. Soll sie neu erzeugt werden?");
-        if (!create) return SetName(file);
+        if (!create) {
+            digest_.reset();
+            return SetName(file);
+        }
         const std::string fault = document::CreateEmptyCollection(disk_, file);
         if (!fault.empty()) return Exclaim(fault);
     }
@@ -218,7 +240,9 @@ void CollectionFiles::ReadAnew(std::string_view bytes, const files::Path& name)
 {
     working_.Forget();
     written_.reset();
-    if (const auto fault = files::ReplaceFile(disk_, working_.File(), bytes)) Exclaim(fault);
+    std::error_code unwritten = KeepUnread();
+    if (!unwritten) unwritten = files::ReplaceFile(disk_, working_.File(), bytes);
+    Exclaim(unwritten);
     working_.Expect(bytes.size());
     document::Collection& entries = collection_.Entries();
     const std::string fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
@@ -227,6 +251,7 @@ void CollectionFiles::ReadAnew(std::string_view bytes, const files::Path& name)
     RowsText();  // while one waits for the file anyway
     collection_.Editor().SetModified(false);
     SetName(name);
+    digest_ = Digest(bytes);
     collection_.ShowState();
     if (entries.buffer_loaded && HasPlot(entries.buffer)) plot_.DrawEntry(entries.buffer);
     host_.RedrawGraph();
@@ -261,19 +286,43 @@ void CollectionFiles::Save()
 {
     collection_.FinishEditing();
     if (HasName()) {
-        SaveTo(name_);
+        SaveUnderName();
     } else {
-        SaveAs();
+        SaveUnderNewName();
     }
+}
+
+bool CollectionFiles::ChangedElsewhere() const
+{
+    std::string bytes;
+    return digest_ && !disk_.Read(name_, bytes) && Digest(bytes) != *digest_;
 }
 
 void CollectionFiles::SaveAs()
 {
     collection_.FinishEditing();
+    SaveUnderNewName();
+}
+
+bool CollectionFiles::SaveUnderName()
+{
+    if (ChangedElsewhere() &&
+        !dialogs_.AskYesNo(kMessage,
+                           "Diese Datei ist inzwischen von einem anderen Programm geändert worden. "
+                           "Soll sie überschrieben werden?",
+                           ui::Preset::No)) {
+        return SaveUnderNewName();  // both remain
+    }
+    SaveTo(name_, damaged_ ? document::EarlierFile::Damaged : document::EarlierFile::Complete);
+    return true;
+}
+
+bool CollectionFiles::SaveUnderNewName()
+{
     const std::optional<files::Path> file = AskForName();
-    if (!file) return;
-    damaged_ = false;  // another file, or one that the user has agreed to overwrite
-    SaveTo(*file);
+    // Another file than the damaged one, or the user has agreed to overwrite it.
+    if (file) SaveTo(*file, document::EarlierFile::Complete);
+    return file.has_value();
 }
 
 std::optional<files::Path> CollectionFiles::AskForName()
@@ -292,16 +341,18 @@ std::optional<files::Path> CollectionFiles::AskForName()
     }
 }
 
-void CollectionFiles::SaveTo(const files::Path& file)
+void CollectionFiles::SaveTo(const files::Path& file, document::EarlierFile earlier)
 {
     working_.Forget();
     written_.reset();
-    const std::string fault = document::SaveCollection(
-        disk_, file, working_.File(), Bytes(),
-        damaged_ ? document::EarlierFile::Damaged : document::EarlierFile::Complete);
+    KeepUnread();
+    const std::string bytes = Bytes();
+    const std::string fault =
+        document::SaveCollection(disk_, file, working_.File(), bytes, earlier);
     if (fault.empty()) {
         damaged_ = false;
         SetName(file);
+        digest_ = Digest(bytes);
         collection_.Editor().SetModified(false);
         collection_.ShowState();
     }

@@ -10,6 +10,7 @@
 #include "app/collection_control.h"
 #include "app/collection_host.h"
 #include "app/working_collection.h"
+#include "document/save_collection.h"
 #include "files/file_system.h"
 #include "ui/dialogs.h"
 
@@ -60,7 +61,11 @@ public:
 private:
     std::optional<files::Path> AskForName();
     bool Exists(const files::Path& file, bool& exists);
-    void SaveTo(const files::Path& file);
+    bool ChangedElsewhere() const;
+    // False when no name was chosen; faults are shown, and the collection stays modified.
+    bool SaveUnderName();
+    bool SaveUnderNewName();
+    void SaveTo(const files::Path& file, document::EarlierFile earlier);
     bool RestoreCopy(const files::Path& file);
     void ReadFile(const files::Path& file);
     void ReadAnew(std::string_view bytes, const files::Path& name);
@@ -68,7 +73,9 @@ private:
     const std::shared_ptr<const std::string>& RowsText();
     std::optional<WorkingContent> ContentToWrite();
     void SetName(const files::Path& file);
-    void SetAside();
+    std::error_code KeepUnread();
+    std::string SetAsideText() const;
+    std::string UnreadText(std::error_code fault) const;
     void Exclaim(const std::string& fault);  // "" and no fault: nothing
     void Exclaim(std::error_code fault);
 
@@ -77,8 +84,10 @@ private:
     CollectionHost& plot_;
     CollectionFilesHost& host_;
     ui::Dialogs& dialogs_;
-    files::Path name_;      // empty while the collection has none
-    bool damaged_ = false;  // the file of that name was not read to its end
+    files::Path name_;                   // empty while the collection has none
+    bool damaged_ = false;               // the file of that name was not read to its end
+    bool unread_ = false;                // the working collection was not, and is not set aside yet
+    std::optional<std::size_t> digest_;  // of the named file when it was read or saved last
 
     // What the working collection was written from.
     struct Written

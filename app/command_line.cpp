@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdint>
 #include <utility>
 
 #include "app/message_text.h"
 #include "document/slots.h"
+#include "files/path_text.h"
 
 namespace korvinth::app {
 namespace {
@@ -129,7 +131,7 @@ std::string TakeSize(CommandLine& command, const std::string& value)
     if (!possible(width) || !possible(height)) {
         return "Breite und Höhe sind ganze Zahlen von 1 bis 30000";
     }
-    if (long{*width} * *height > render::kLargestPicture) {
+    if (std::int64_t{*width} * *height > render::kLargestPicture) {
         return "das Bild hätte mehr als 100 Millionen Pixel";
     }
     command.width = *width;
@@ -137,9 +139,16 @@ std::string TakeSize(CommandLine& command, const std::string& value)
     return "";
 }
 
+// "bilder/", and with the other slash where that is one.
+bool NamesFolder(const std::string& name)
+{
+    const files::Path path = files::PathOf(name);
+    return !path.empty() && !path.has_filename();
+}
+
 std::string TakeOutput(CommandLine& command, const std::string& value)
 {
-    if (!value.ends_with('/') && !render::FormatOf(value)) {
+    if (!NamesFolder(value) && !render::FormatOf(value)) {
         return "Bilder gibt es als .png, .svg, .pdf und .emf";
     }
     command.output = value;
@@ -316,7 +325,7 @@ std::string Contradiction(const CommandLine& command)
                "--parameter, --x, --y, --intervall und --winkel";
     }
     if (command.entry && command.all) return "--eintrag und --alle schließen sich aus";
-    if (command.all != command.output.ends_with('/')) {
+    if (command.all != NamesFolder(command.output)) {
         return "--alle und --ausgabe ORDNER/ gehören zusammen";
     }
     if (command.all && (!command.calculations.empty() || command.table)) {

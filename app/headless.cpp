@@ -13,6 +13,7 @@
 #include "document/value_table.h"
 #include "files/file_system.h"
 #include "files/path_text.h"
+#include "files/system.h"
 
 namespace korvinth::app {
 namespace {

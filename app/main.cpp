@@ -12,12 +12,24 @@
 #include "app/program.h"
 #include "app/toolkit.h"
 #include "files/path_text.h"
+#include "files/system.h"
 #include "ui/desktop_style.h"
+#include "ui/first_paint.h"
 #include "ui/fit_to_screen.h"
 #include "ui/menu_key.h"
 #include "ui/qt_dialogs.h"
 
 namespace {
+
+// Without the toolkit's reader for SVG, the desktop has pictures of the icon for an installed
+// program.
+void SetWindowIcon()
+{
+    constexpr int kSide = 32;
+    QIcon icon(":/korvinth.svg");
+    if (icon.pixmap(kSide).isNull()) icon = QIcon::fromTheme("korvinth");
+    QApplication::setWindowIcon(icon);
+}
 
 int RunWindow(char* name, const korvinth::app::CommandLine& command)
 {
@@ -34,7 +46,6 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
     QApplication::setApplicationName("Korvinth");
     QApplication::setApplicationVersion(KORVINTH_VERSION);
     QGuiApplication::setDesktopFileName("korvinth");
-    QApplication::setWindowIcon(QIcon::fromTheme("korvinth", QIcon(":/korvinth.svg")));
     QApplication::setStyle(new korvinth::ui::DesktopStyle);
     UseGerman(toolkit);
     korvinth::ui::ScreenFitter fitter;
@@ -53,6 +64,7 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
     if (room.width() <= wanted.width() || room.height() <= wanted.height()) {
         program.Window().setWindowState(Qt::WindowMaximized);
     }
+    korvinth::ui::AfterFirstPaint(program.Window(), SetWindowIcon);
     program.Start(command);
     return QApplication::exec();
 }
@@ -62,7 +74,8 @@ int RunWindow(char* name, const korvinth::app::CommandLine& command)
 int main(int argc, char** argv)
 {
     using namespace korvinth::app;
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    const korvinth::files::StandardOutput output;
+    const std::vector<std::string> arguments = korvinth::files::CommandLineArguments(argc, argv);
     const ParsedCommandLine parsed = ParseCommandLine(arguments);
     if (const int status = ReportFaults(parsed, std::cerr); status != kAllWell) return status;
     if (!parsed.command.OpensWindow()) return RunHeadless(parsed.command, std::cout, std::cerr);

@@ -108,8 +108,6 @@ void MainWindow::MakeChildren(Application& application)
     parameter_list_ = new ui::ParameterList(this);
     interform_ = new ui::InterForm(application.Document(), view.View(), view, this);
 
-    zoom_dialog_ = new ui::ZoomDialog(application.Parser(), dialogs_, this);
-    settings_ = new ui::OptionsGraph(application.Parser(), dialogs_, this);
     lines_ = new ui::Asymptoten(dialogs_, this);
     points_ = new ui::Punkte(dialogs_, this);
 
@@ -184,11 +182,6 @@ void MainWindow::ConnectSession()
     });
     connect(graphform_, &ui::GraphForm::rangeWindowWanted, this, &MainWindow::ShowRanges);
     connect(graphform_, &ui::GraphForm::zoomFactorsWanted, this, &MainWindow::ShowZoomFactors);
-    connect(zoom_dialog_, &ui::ZoomDialog::applied, this,
-            [this](const render::ZoomFactors& factors) { session_->TakeZoomFactors(factors); });
-    connect(settings_, &ui::OptionsGraph::settingsChanged, session_.get(),
-            &Session::TakeGeneralSettings);
-    connect(settings_, &QDialog::finished, session_.get(), &Session::settingsTouched);
 }
 
 void MainWindow::ConnectWindowEntries()
@@ -210,7 +203,7 @@ void MainWindow::ConnectWindowEntries()
     on("mn_groptions", [this] { ShowSettings(); });
     on("mn_optdef", [this] {
         session_->UseDefaultSettings();
-        if (settings_->isVisible()) ShowSettings();
+        if (settings_ != nullptr && settings_->isVisible()) ShowSettings();
     });
     on("mn_calc", [this] {
         if (calculator_ == nullptr) MakeCalculator();
@@ -402,6 +395,11 @@ void MainWindow::ActivateFormer()
 
 void MainWindow::ShowZoomFactors()
 {
+    if (zoom_dialog_ == nullptr) {
+        zoom_dialog_ = new ui::ZoomDialog(application_.Parser(), dialogs_, this);
+        connect(zoom_dialog_, &ui::ZoomDialog::applied, this,
+                [this](const render::ZoomFactors& factors) { session_->TakeZoomFactors(factors); });
+    }
     zoom_dialog_->setval(session_->View().Factors());
     zoom_dialog_->show();
     zoom_dialog_->raise();
@@ -410,6 +408,12 @@ void MainWindow::ShowZoomFactors()
 
 void MainWindow::ShowSettings()
 {
+    if (settings_ == nullptr) {
+        settings_ = new ui::OptionsGraph(application_.Parser(), dialogs_, this);
+        connect(settings_, &ui::OptionsGraph::settingsChanged, session_.get(),
+                &Session::TakeGeneralSettings);
+        connect(settings_, &QDialog::finished, session_.get(), &Session::settingsTouched);
+    }
     const document::SlotIndex first_slot = document::AllSlots().front();
     settings_->Open(session_->Document().attributes, session_->SampleCount(first_slot));
 }
@@ -438,8 +442,9 @@ void MainWindow::CloseSliders() { session_->Parameters().ShowAllWindows(false); 
 
 void MainWindow::CloseWindows()
 {
-    zoom_dialog_->close();
-    settings_->close();
+    for (QDialog* dialog : std::initializer_list<QDialog*>{zoom_dialog_, settings_}) {
+        if (dialog != nullptr) dialog->close();
+    }
     for (ui::ChildWindow* child : Children()) child->hide();
 }
 

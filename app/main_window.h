@@ -93,11 +93,12 @@ private:
     ui::ParameterColumn* sliders_ = nullptr;
     ui::ParameterList* parameter_list_ = nullptr;
     ui::InterForm* interform_ = nullptr;
-    ui::ZoomDialog* zoom_dialog_ = nullptr;
-    ui::OptionsGraph* settings_ = nullptr;
     ui::Asymptoten* lines_ = nullptr;
     ui::Punkte* points_ = nullptr;
-    ui::MiniCalc* calculator_ = nullptr;  // made on first use
+    // Made on first use.
+    ui::ZoomDialog* zoom_dialog_ = nullptr;
+    ui::OptionsGraph* settings_ = nullptr;
+    ui::MiniCalc* calculator_ = nullptr;
     ui::ChildWindow* terms_frame_ = nullptr;
     ui::ChildWindow* sliders_frame_ = nullptr;
     ui::ChildWindow* graph_frame_ = nullptr;

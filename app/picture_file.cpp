@@ -11,6 +11,7 @@
 #include "app/page_picture.h"
 #include "app/picture_image.h"
 #include "app/toolkit.h"
+#include "files/path_text.h"
 #include "render/qt/text_metrics.h"
 #include "render/svg_surface.h"
 
@@ -18,6 +19,9 @@ namespace korvinth::app {
 namespace {
 
 constexpr double kMmPerInch = 25.4;
+// As the toolkit counts, from 0 for the smallest file to 100 for the quickest writing. A graph
+// takes four fifths of the usual time and 4 % more bytes.
+constexpr int kPngQuality = 50;
 constexpr const char* kTooLarge = "Für ein Bild dieser Größe reicht der Speicher nicht";
 
 // Texts need the toolkit's application object for their fonts; it is made here unless windows have
@@ -28,7 +32,9 @@ public:
     DrawingToolkit()
     {
         if (QCoreApplication::instance() != nullptr) return;
+#ifndef Q_OS_WIN  // where a display is never missing and its plugin is the one that is installed
         qputenv("QT_QPA_PLATFORM", "offscreen");
+#endif
         PrepareToolkit();
         application_ = std::make_unique<QGuiApplication>(argument_count_, arguments_);
         UseGerman(*application_);
@@ -56,7 +62,7 @@ PictureBytes MakePng(Application& application, const render::PictureOptions& opt
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    if (!image.save(&buffer, "PNG")) return {"", kTooLarge, ""};
+    if (!image.save(&buffer, "PNG", kPngQuality)) return {"", kTooLarge, ""};
     return {bytes.toStdString(), "", ""};
 }
 
@@ -132,7 +138,7 @@ std::string WriteBytes(const std::string& file, const PictureBytes& picture,
                        files::FileSystem& disk)
 {
     if (!picture.fault.empty()) return picture.fault;
-    const std::error_code fault = files::ReplaceFile(disk, file, picture.bytes);
+    const std::error_code fault = files::ReplaceFile(disk, files::PathOf(file), picture.bytes);
     // The file itself need not be there.
     if (fault == std::errc::no_such_file_or_directory) return "Den Ordner gibt es nicht";
     return fault ? files::ErrorText(fault) : "";

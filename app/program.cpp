@@ -14,11 +14,17 @@
 namespace korvinth::app {
 namespace {
 
-bool HoldsFiles(const files::Path& directory)
+bool HoldsFiles(files::FileSystem& disk, const files::Path& directory)
 {
     std::error_code fault;
-    return files::Disk().Exists(directory / document::kSettingsFileName, fault) ||
-           files::Disk().Exists(directory / kWorkingCollectionName, fault);
+    return disk.Exists(directory / document::kSettingsFileName, fault) ||
+           disk.Exists(directory / kWorkingCollectionName, fault);
+}
+
+// What is copied as a metafile.
+files::Path MetafileOf(const WorkingPlace& place)
+{
+    return files::WithEnding(place.collection, ".emf");
 }
 
 bool IsKeyOf(const QAction& entry, QEvent& event)
@@ -29,18 +35,18 @@ bool IsKeyOf(const QAction& entry, QEvent& event)
 
 }  // namespace
 
-Program::Program(const files::Path& directory, ui::Dialogs& dialogs)
-    : settings_(files::Disk(), directory),
-      first_start_(!HoldsFiles(directory)),
+Program::Program(const files::Path& directory, ui::Dialogs& dialogs, files::FileSystem& disk)
+    : disk_(disk),
+      settings_(disk, directory),
+      first_start_(!HoldsFiles(disk, directory)),
       place_(TakeWorkingPlace(directory)),
       window_(std::make_unique<MainWindow>(application_, dialogs)),
-      files_(std::make_unique<CollectionFiles>(files::Disk(), place_.collection, window_->Entries(),
+      files_(std::make_unique<CollectionFiles>(disk, place_.collection, window_->Entries(),
                                                window_->PlotSession(),
                                                static_cast<CollectionFilesHost&>(*this), dialogs)),
       help_(std::make_unique<HelpControl>(*window_, directory)),
       pictures_(std::make_unique<PictureCommands>(application_, *window_, dialogs,
-                                                  files::WithEnding(place_.collection, ".emf"),
-                                                  files::Disk()))
+                                                  MetafileOf(place_), disk))
 {
     connect(window_.get(), &MainWindow::closing, this, [this] { RunSteps(EndSteps(), *this); });
     connect(window_.get(), &MainWindow::fileDropped, this,
@@ -125,6 +131,10 @@ void Program::ComputeMapping() { application_.UpdateMapping(); }
 
 void Program::SetUpWorkingCollection()
 {
+    if (place_.lock) {  // only this program writes there
+        files::RemoveLeftovers(disk_, place_.collection);
+        files::RemoveLeftovers(disk_, MetafileOf(place_));
+    }
     files_->SetUpWorkingCollection();
     // A second program may have no working collection yet, but the settings are those of all.
     if (place_.collection.filename() != kWorkingCollectionName) ReadSettings();

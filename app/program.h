@@ -21,8 +21,10 @@ class Program final : public QObject, LifeCycle, CollectionFilesHost
 {
     Q_OBJECT
 public:
-    // The program's files are in `directory`. The dialogs outlive the program.
-    Program(const files::Path& directory, ui::Dialogs& dialogs);
+    // The program's files are in `directory`. Dialogs and disk outlive the program; the disk bears
+    // calls from two threads.
+    Program(const files::Path& directory, ui::Dialogs& dialogs,
+            files::FileSystem& disk = files::Disk());
     ~Program() override;
     Q_DISABLE_COPY_MOVE(Program)
 
@@ -58,6 +60,7 @@ private:
     void ConnectEntries();
     void SaveSettings();  // mn_saveopt
 
+    files::FileSystem& disk_;
     Application application_;
     document::SettingsFile settings_;
     const bool first_start_;  // there are no files of an earlier one

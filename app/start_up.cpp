@@ -1,7 +1,9 @@
 #include "app/start_up.h"
 
-#include <cstdlib>
 #include <system_error>
+
+#include "files/path_text.h"
+#include "files/system.h"
 
 namespace korvinth::app {
 namespace {
@@ -38,16 +40,17 @@ void RunSteps(std::span<const LifeStep> steps, LifeCycle& cycle)
     for (const LifeStep& step : steps) (cycle.*step.run)();
 }
 
-std::filesystem::path ProgramDirectory(const DirectorySurroundings& surroundings)
+files::Path ProgramDirectory(const DirectorySurroundings& surroundings)
 {
-    const auto directory = [&](const char* name) -> std::optional<std::filesystem::path> {
+    const auto directory = [&](const char* name) -> std::optional<files::Path> {
         const std::optional<std::string> value = surroundings.variable(name);
         if (!value || value->empty()) return std::nullopt;
-        return std::filesystem::path(*value);
+        return files::PathOf(*value);
     };
     if (const auto home = directory("KORVINTH_HOME")) return *home;
-    const std::filesystem::path& executable = surroundings.executable_directory;
+    const files::Path& executable = surroundings.executable_directory;
     if (surroundings.exists(executable / "korvinth.portable")) return executable;
+    if (surroundings.data_directory) return *surroundings.data_directory / kFolder;
     // A relative path in XDG_DATA_HOME is to be ignored, as its definition says.
     const auto data = directory("XDG_DATA_HOME");
     if (data && data->is_absolute()) return *data / kFolder;
@@ -55,24 +58,20 @@ std::filesystem::path ProgramDirectory(const DirectorySurroundings& surroundings
     return executable;
 }
 
-std::filesystem::path UseProgramDirectory(const std::filesystem::path& executable_directory)
+files::Path UseProgramDirectory(const files::Path& executable_directory)
 {
     const DirectorySurroundings surroundings{
-        .variable = [](const std::string& name) -> std::optional<std::string> {
-            const char* value = std::getenv(name.c_str());
-            if (value == nullptr) return std::nullopt;
-            return value;
-        },
+        .variable = files::EnvironmentVariable,
         .exists =
-            [](const std::filesystem::path& file) {
+            [](const files::Path& file) {
                 std::error_code fault;
-                return std::filesystem::exists(file, fault);
+                return files::Disk().Exists(file, fault);
             },
         .executable_directory = executable_directory,
+        .data_directory = files::UserDataDirectory(),
     };
-    std::filesystem::path directory = ProgramDirectory(surroundings);
-    std::error_code fault;  // whoever writes a file there reports it
-    std::filesystem::create_directories(directory, fault);
+    files::Path directory = ProgramDirectory(surroundings);
+    files::Disk().MakeFolders(directory);  // whoever writes a file there reports a fault
     return directory;
 }
 

@@ -1,12 +1,13 @@
 // The fixed orders in which the program starts and ends, and the directory of its files.
 #pragma once
 
-#include <filesystem>
 #include <functional>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "files/file_system.h"
 
 namespace korvinth::app {
 
@@ -48,15 +49,17 @@ void RunSteps(std::span<const LifeStep> steps, LifeCycle& cycle);
 struct DirectorySurroundings
 {
     std::function<std::optional<std::string>(const std::string&)> variable;  // environment
-    std::function<bool(const std::filesystem::path&)> exists;
-    std::filesystem::path executable_directory;
+    std::function<bool(const files::Path&)> exists;
+    files::Path executable_directory;
+    // The user's, where the system itself names it; it comes before those of the environment.
+    std::optional<files::Path> data_directory = std::nullopt;
 };
 
 // KORVINTH_HOME if it is set; else the executable's own directory if it holds a file
 // "korvinth.portable"; else the user's data directory.
-std::filesystem::path ProgramDirectory(const DirectorySurroundings& surroundings);
+files::Path ProgramDirectory(const DirectorySurroundings& surroundings);
 
 // The same from the real surroundings; created when it does not exist.
-std::filesystem::path UseProgramDirectory(const std::filesystem::path& executable_directory);
+files::Path UseProgramDirectory(const files::Path& executable_directory);
 
 }  // namespace korvinth::app

@@ -1,16 +1,14 @@
 #include "app/toolkit.h"
 
-#include <langinfo.h>
-
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
 #include <algorithm>
 #include <array>
-#include <clocale>
 #include <cstdlib>
 #include <iostream>
-#include <string_view>
+
+#include "files/system.h"
 
 namespace korvinth::app {
 namespace {
@@ -30,17 +28,18 @@ void HandleMessage(QtMsgType type, const QMessageLogContext&, const QString& mes
 
 bool HasDisplay()
 {
+#ifdef Q_OS_WIN
+    return true;  // whoever starts a program there has one
+#else
     constexpr std::array kVariables = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
     return !std::ranges::all_of(kVariables, qEnvironmentVariableIsEmpty);
+#endif
 }
 
 void PrepareToolkit()
 {
     qInstallMessageHandler(HandleMessage);
-    std::setlocale(LC_ALL, "");
-    if (std::string_view(nl_langinfo(CODESET)) == "UTF-8") return;
-    setenv("LC_ALL", "C.UTF-8", 1);
-    std::setlocale(LC_ALL, "");
+    files::UseUtf8();
 }
 
 void UseGerman(QCoreApplication& application)
@@ -48,8 +47,10 @@ void UseGerman(QCoreApplication& application)
     const QLocale german(QLocale::German, QLocale::Germany);
     QLocale::setDefault(german);
     auto* translator = new QTranslator(&application);
-    if (translator->load(german, "qtbase", "_",
-                         QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    // A toolkit that goes with the program has all its texts in the one file "qt_de.qm".
+    if (translator->load(german, "qtbase", "_", folder) ||
+        translator->load(german, "qt", "_", folder)) {
         QCoreApplication::installTranslator(translator);
     }
 }

@@ -1,6 +1,8 @@
 // Reading and writing collections of 1,000, 10,000 and 100,000 entries, beside a copy of the same
 // text and a count of its line ends. Reported per benchmark: bytes a second and how many times as
 // long as the copy and the count together it takes.
+//
+//   build/release/bench/korvinth_collection_bench
 
 #include <benchmark/benchmark.h>
 

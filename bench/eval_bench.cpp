@@ -1,5 +1,7 @@
 // Speed of the expression parser against native loops over the same terms, measured in one run:
 // every term in turn by all contenders, medians over the repetitions, ratios at the end.
+//
+//   build/release/bench/korvinth_eval_bench
 #include <benchmark/benchmark.h>
 
 #include <algorithm>

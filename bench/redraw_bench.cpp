@@ -1,6 +1,8 @@
 // Redraws of a whole picture at 1920 x 1080, smooth, beside the toolkit's painter drawing the same
 // graphs. Reported per benchmark: frames a second and, for redraws, how many times as long the
 // painter takes for the graphs alone.
+//
+//   QT_QPA_PLATFORM=offscreen build/release/bench/korvinth_redraw_bench
 
 #include <benchmark/benchmark.h>
 

@@ -1,6 +1,7 @@
 #include "document/save_collection.h"
 
 #include "document/collection_file.h"
+#include "files/path_text.h"
 
 namespace korvinth::document {
 namespace {
@@ -68,7 +69,7 @@ public:
     {
         std::error_code fault;
         if (!disk_.Exists(copy_, fault)) return "";
-        return "\r\nEine Sicherung der Sammlung steht in „" + copy_.filename().string() + "“.";
+        return "\r\nEine Sicherung der Sammlung steht in „" + files::Utf8(copy_.filename()) + "“.";
     }
 
 private:

@@ -160,22 +160,26 @@ SettingsFile::SettingsFile(files::FileSystem& disk, const files::Path& directory
 
 std::error_code SettingsFile::WriteSettings(const DisplayAttributes& attributes)
 {
+    if (unread_) return unread_;
     std::string profile;
     std::error_code fault;
     if (disk_.Exists(file_, fault)) fault = disk_.Read(file_, profile);
     if (fault) return fault;
+    const std::string before = profile;
     const auto set = [&](const Key& key) {
         SetProfileValue(profile, kSection, key.name, key.text(attributes));
     };
     set(kAttributes);
     for (const Key& key : kTables) set(key);
+    if (profile == before) return {};  // waiting for the disk would delay every start
     return files::ReplaceFile(disk_, file_, profile);
 }
 
 void SettingsFile::ReadSettings(DisplayAttributes& attributes)
 {
     std::string profile;
-    disk_.Read(file_, profile);  // one that cannot be read has no values
+    unread_ = disk_.Read(file_, profile);  // has no values then
+    if (unread_ == std::errc::no_such_file_or_directory) unread_.clear();
     for (const TableKey& key : kTables) {
         key.take(ProfileValue(profile, kSection, key.name), attributes);
     }

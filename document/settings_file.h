@@ -30,7 +30,7 @@ public:
     SettingsFile(files::FileSystem& disk, const files::Path& directory);
 
     // The file is made when there is none. It is the old or the new one, whatever happens; one that
-    // cannot be read is not replaced.
+    // cannot be read, or could not the last time, is not replaced: its values are not known.
     std::error_code WriteSettings(const DisplayAttributes& attributes);
     // A missing file or key leaves the attributes as they are.
     void ReadSettings(DisplayAttributes& attributes);
@@ -38,6 +38,7 @@ public:
 private:
     files::FileSystem& disk_;
     files::Path file_;
+    std::error_code unread_;
 };
 
 }  // namespace korvinth::document

@@ -2,13 +2,24 @@
 
 #include <random>
 
+#include "files/path_text.h"
+
 namespace korvinth::files {
 namespace {
+
+constexpr std::string_view kNeighbourEnding = ".neu";  // and a number
 
 // No other process writes under this name, not even one that replaces the same file now.
 Path NeighbourOf(const Path& file)
 {
-    return WithEnding(file, ".neu" + std::to_string(std::random_device()()));
+    return WithEnding(file, std::string(kNeighbourEnding) + std::to_string(std::random_device()()));
+}
+
+bool EndsLikeNeighbour(const Path& path)
+{
+    const std::string name = Utf8(path.filename());
+    const std::size_t last = name.find_last_not_of("0123456789");
+    return last + 1 < name.size() && name.substr(0, last + 1).ends_with(kNeighbourEnding);
 }
 
 }  // namespace
@@ -34,6 +45,13 @@ std::error_code ReplaceFile(FileSystem& disk, const Path& file, std::string_view
     if (!fault) fault = disk.Rename(neighbour, target);
     if (fault) disk.Remove(neighbour);
     return fault;
+}
+
+void RemoveLeftovers(FileSystem& disk, const Path& file)
+{
+    for (const Path& path : disk.FilesBeginningWith(WithEnding(file, kNeighbourEnding))) {
+        if (EndsLikeNeighbour(path)) disk.Remove(path);
+    }
 }
 
 }  // namespace korvinth::files

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace korvinth::files {
 
@@ -46,6 +47,11 @@ public:
     virtual std::error_code Rename(const Path& from, const Path& to) = 0;
     // No fault when there is no such file.
     virtual std::error_code Remove(const Path& file) = 0;
+    // The files whose names begin with that of `beginning`, beside it; none when the folder cannot
+    // be read.
+    virtual std::vector<Path> FilesBeginningWith(const Path& beginning) = 0;
+    // Makes the folder and those above it that are missing.
+    virtual std::error_code MakeFolders(const Path& folder) = 0;
 };
 
 // The system's files.
@@ -58,6 +64,9 @@ Path WithEnding(const Path& file, std::string_view ending);
 // name. What was written beside it is removed after a fault. The file keeps its permissions, a
 // symbolic link its target.
 std::error_code ReplaceFile(FileSystem& disk, const Path& file, std::string_view bytes);
+
+// Removes what stopped replacements of the file have left beside it. Nobody replaces it meanwhile.
+void RemoveLeftovers(FileSystem& disk, const Path& file);
 
 // What went wrong, in German where the system's own text is not, without a full stop: "Auf dem
 // Datenträger ist kein Platz mehr".

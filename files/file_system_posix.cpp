@@ -5,19 +5,18 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <new>
 #include <utility>
 
+#include "files/byte_stream.h"
 #include "files/file_system.h"
+#include "files/folder.h"
 
 namespace korvinth::files {
 namespace {
 
 constexpr mode_t kPermissionsOfNewFiles = 0666;  // less what the user's mask takes away
 constexpr mode_t kPermissionBits = 07777;
-constexpr std::size_t kPortion = std::size_t{1} << 20U;
 
 std::error_code LastFault() { return {errno, std::generic_category()}; }
 
@@ -32,7 +31,7 @@ auto Insist(Call call)
 }
 
 // An open file; closes itself.
-class Descriptor
+class Descriptor final : public ByteStream
 {
 public:
     Descriptor(const Path& file, int flags)
@@ -44,7 +43,7 @@ public:
     }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() { Close(); }
+    ~Descriptor() override { Close(); }
 
     bool IsOpen() const { return number_ >= 0; }
     int Number() const { return number_; }
@@ -58,7 +57,23 @@ public:
         return {};
     }
 
+    std::error_code ReadSome(std::span<char> room, std::size_t& count) const override
+    {
+        return Count(Insist([&] { return ::read(number_, room.data(), room.size()); }), count);
+    }
+    std::error_code WriteSome(std::string_view bytes, std::size_t& count) const override
+    {
+        return Count(Insist([&] { return ::write(number_, bytes.data(), bytes.size()); }), count);
+    }
+
 private:
+    static std::error_code Count(ssize_t result, std::size_t& count)
+    {
+        if (result < 0) return LastFault();
+        count = static_cast<std::size_t>(result);
+        return {};
+    }
+
     int number_ = -1;
 };
 
@@ -74,44 +89,6 @@ std::error_code Inspect(const Descriptor& file, struct stat& state)
 {
     if (!file.IsOpen() || ::fstat(file.Number(), &state) != 0) return LastFault();
     return Judge(state);
-}
-
-std::error_code WriteAll(const Descriptor& file, std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        const ssize_t written =
-            Insist([&] { return ::write(file.Number(), bytes.data(), bytes.size()); });
-        if (written < 0) return LastFault();
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return {};
-}
-
-std::error_code ReadAll(const Descriptor& file, std::size_t expected, std::string& bytes)
-{
-    std::size_t filled = 0;
-    for (;;) {
-        // The files that the system makes up have no size beforehand.
-        if (filled == bytes.size()) bytes.resize(std::max(expected + 1, filled + kPortion));
-        const ssize_t count = Insist(
-            [&] { return ::read(file.Number(), bytes.data() + filled, bytes.size() - filled); });
-        if (count < 0) return LastFault();
-        if (count == 0) break;
-        filled += static_cast<std::size_t>(count);
-        if (filled > kLargestFile) return std::make_error_code(std::errc::file_too_large);
-    }
-    bytes.resize(filled);
-    return {};
-}
-
-std::error_code ReadFile(const Path& path, std::string& bytes)
-{
-    const Descriptor file(path, O_RDONLY);
-    struct stat state = {};
-    if (const std::error_code fault = Inspect(file, state)) return fault;
-    const auto size = static_cast<std::size_t>(std::max<off_t>(state.st_size, 0));
-    if (size > kLargestFile) return std::make_error_code(std::errc::file_too_large);
-    return ReadAll(file, size, bytes);
 }
 
 std::error_code SyncOpened(const Descriptor& file)
@@ -137,19 +114,6 @@ void SyncDirectoryOf(const Path& file)
 bool SameEntry(const struct stat& a, const struct stat& b)
 {
     return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
-
-std::error_code CopyBytes(const Descriptor& from, const Descriptor& to)
-{
-    std::string portion(kPortion, '\0');
-    for (;;) {
-        const ssize_t count =
-            Insist([&] { return ::read(from.Number(), portion.data(), portion.size()); });
-        if (count < 0) return LastFault();
-        if (count == 0) return SyncOpened(to);
-        const std::string_view bytes(portion.data(), static_cast<std::size_t>(count));
-        if (const std::error_code fault = WriteAll(to, bytes)) return fault;
-    }
 }
 
 // Where a symbolic link points to; the file need not be there.
@@ -199,17 +163,13 @@ public:
         return target;
     }
 
-    std::error_code Read(const Path& file, std::string& bytes) override
+    std::error_code Read(const Path& path, std::string& bytes) override
     {
         bytes.clear();
-        std::error_code fault;
-        try {
-            fault = ReadFile(file, bytes);
-        } catch (const std::bad_alloc&) {
-            fault = std::make_error_code(std::errc::not_enough_memory);
-        }
-        if (fault) bytes.clear();
-        return fault;
+        const Descriptor file(path, O_RDONLY);
+        struct stat state = {};
+        if (const std::error_code fault = Inspect(file, state)) return fault;
+        return ReadAll(file, static_cast<std::size_t>(std::max<off_t>(state.st_size, 0)), bytes);
     }
 
     std::error_code Write(const Path& path, std::string_view bytes) override
@@ -245,7 +205,8 @@ public:
         }
         if (::ftruncate(target.Number(), 0) != 0) return LastFault();
         if (is_new) (void)::fchmod(target.Number(), source_state.st_mode & kPermissionBits);
-        if (const std::error_code fault = CopyBytes(source, target)) return fault;
+        if (const std::error_code fault = CopyAll(source, target)) return fault;
+        if (const std::error_code fault = SyncOpened(target)) return fault;
         SyncDirectoryOf(to);
         return target.Close();
     }
@@ -276,6 +237,12 @@ public:
         SyncDirectoryOf(file);
         return {};
     }
+
+    std::vector<Path> FilesBeginningWith(const Path& beginning) override
+    {
+        return ListFilesBeginningWith(beginning);
+    }
+    std::error_code MakeFolders(const Path& folder) override { return MakeFoldersOf(folder); }
 };
 
 }  // namespace

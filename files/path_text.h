@@ -11,7 +11,4 @@ namespace korvinth::files {
 std::string Utf8(const Path& path);
 Path PathOf(std::string_view utf8);
 
-// True when what goes to stderr is seen at once by a person.
-bool StderrIsTerminal();
-
 }  // namespace korvinth::files

@@ -1,5 +1,6 @@
 // The argument list of the program. Input: the arguments, each a line.
 #include "app/command_line.h"
+#include "render/picture_options.h"
 
 #include "document/slots.h"
 #include "fuzz/fuzzing.h"
@@ -14,10 +15,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                          parsed.input_error.find('\n') == std::string::npos,
                      "messages are one line", parsed.usage_error, parsed.input_error);
     fuzzing::Require(command.rows.size() <= document::kSlotCount, "rows have places");
-    fuzzing::Require(command.width > 0 && command.width <= app::kLongestSide &&
-                         command.height > 0 && command.height <= app::kLongestSide,
+    fuzzing::Require(command.width > 0 && command.width <= render::kLongestSide &&
+                         command.height > 0 && command.height <= render::kLongestSide,
                      "a picture has a size");
-    fuzzing::Require(long{command.width} * command.height <= app::kLargestPicture,
+    fuzzing::Require(std::int64_t{command.width} * command.height <= render::kLargestPicture,
                      "a picture has a possible size");
     fuzzing::Require(
         !command.places || (*command.places >= 0 && *command.places <= app::kMostPlaces),

@@ -8,9 +8,9 @@
 
 namespace korvinth::render {
 
-inline constexpr int kLongestSide = 30'000;           // pixels of a picture
-inline constexpr long kLargestPicture = 100'000'000;  // pixels; 4 bytes each while it is drawn
-inline constexpr double kUsualResolution = 96;        // dots per inch: a dot is a screen pixel
+inline constexpr int kLongestSide = 30'000;          // pixels of a picture
+inline constexpr int kLargestPicture = 100'000'000;  // pixels; 4 bytes each while it is drawn
+inline constexpr double kUsualResolution = 96;       // dots per inch: a dot is a screen pixel
 inline constexpr double kLeastResolution = 10;
 inline constexpr double kMostResolution = 2400;
 // Centimetres of a world unit.

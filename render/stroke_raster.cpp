@@ -218,8 +218,8 @@ void StrokeRaster::AddSteepRows(const Segment& segment, int first_row, int last_
     constexpr int kFraction = 16;
     constexpr double kOne = 1 << kFraction;
     const auto reach = static_cast<std::int16_t>(segment.reach * kPixel + kHalfCoverage);
-    const auto across = static_cast<std::int64_t>(std::lrint(segment.along_y * kPixel));
-    const auto slope = static_cast<std::int64_t>(std::lrint(segment.slope * kOne * kOne));
+    const auto across = static_cast<std::int64_t>(std::llrint(segment.along_y * kPixel));
+    const auto slope = static_cast<std::int64_t>(std::llrint(segment.slope * kOne * kOne));
     const double first_centre = segment.from.x + (first_row + 0.5 - segment.from.y) * segment.slope;
     auto centre = static_cast<std::int64_t>(first_centre * kOne * kOne);
     const auto extent = static_cast<std::int64_t>(segment.extent * kOne) + 1;

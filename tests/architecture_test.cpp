@@ -1,6 +1,8 @@
-// Reads the includes of the tree: rooms see only the rooms below them, the core sees no toolkit.
+// Reads the sources of the tree: rooms see only the rooms below them, the core sees no toolkit, the
+// system and its files are touched in one room, and no clock that can be set is asked.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
@@ -17,12 +19,14 @@ struct Room
 {
     std::string_view folder;
     bool may_use_qt;
+    bool may_use_system = false;
 };
 
 // From the bottom up: a room includes itself and what stands before it.
 constexpr std::array kRooms = {
-    Room{"term", false},     Room{"files", false}, Room{"document", false}, Room{"render", false},
-    Room{"render/qt", true}, Room{"ui", true},     Room{"app", true},
+    Room{"term", false},   Room{"files", false, true}, Room{"document", false},
+    Room{"render", false}, Room{"render/qt", true},    Room{"ui", true},
+    Room{"app", true},
 };
 
 // The room of a file named from the root of the tree; render/qt is none of render's folders.
@@ -44,6 +48,13 @@ bool IsQtHeader(std::string_view name)
     };
     if (name.starts_with("Q")) return letter(1, 'A', 'Z') || name.starts_with("Qt");
     return name.starts_with("q") && name.ends_with(".h");
+}
+
+// True for <unistd.h>, <sys/stat.h>, <windows.h>: the headers of C++ have no ending, those of the
+// processor's own instructions are the same on every system.
+bool IsSystemHeader(std::string_view name)
+{
+    return name.ends_with(".h") && !IsQtHeader(name) && !name.ends_with("intrin.h");
 }
 
 struct Include
@@ -84,9 +95,49 @@ std::string IncludeFaults(std::string_view file, const std::string& source)
             fault = "names a room in angle brackets";
         } else if (!kRooms[*room].may_use_qt && IsQtHeader(include->name)) {
             fault = "brings the toolkit into the core";
+        } else if (!kRooms[*room].may_use_system && IsSystemHeader(include->name)) {
+            fault = "brings the system past the file layer";
         }
         if (fault.empty()) continue;
         faults += std::string(file) + ": " + include->name + " " + std::string(fault) + "\n";
+    }
+    return faults;
+}
+
+// Ways to a file past the room files/, and clocks that a user or the network can set.
+constexpr std::string_view kUnwantedNames[] = {
+    "ofstream", "fstream",   "fopen",          "QFile",        "QSaveFile",       "QSettings",
+    "QDir",     "QFileInfo", "QTemporaryFile", "QLockFile",    "std::filesystem", "QDateTime",
+    "QDate",    "QTime",     "system_clock",   "gettimeofday", "CLOCK_REALTIME",
+};
+// Resources of the program, which are no files.
+constexpr std::string_view kReadsResources[] = {"app/examples.cpp", "ui/help_pages.cpp"};
+
+bool IsWordSign(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+bool HasWord(std::string_view source, std::string_view word)
+{
+    for (std::size_t at = source.find(word); at != std::string_view::npos;
+         at = source.find(word, at + 1)) {
+        const std::size_t end = at + word.size();
+        const bool begins = at == 0 || !IsWordSign(source[at - 1]);
+        if (begins && (end == source.size() || !IsWordSign(source[end]))) return true;
+    }
+    return false;
+}
+
+// What is wrong with the calls of one source file, "" when nothing is.
+std::string CallFaults(std::string_view file, std::string_view source)
+{
+    if (file.starts_with("files/")) return "";
+    std::string faults;
+    for (const std::string_view name : kUnwantedNames) {
+        if (name == "QFile" && std::ranges::count(kReadsResources, file) > 0) continue;
+        if (HasWord(source, name))
+            faults += std::string(file) + " uses " + std::string(name) + "\n";
     }
     return faults;
 }
@@ -114,6 +165,14 @@ constexpr IncludeCase kIncludeCases[] = {
      false},
     {"the core includes an old header of the toolkit", "term/a.cpp", "#include <qstring.h>\n",
      false},
+    {"the file layer includes the system", "files/a.cpp", "#include <sys/stat.h>\n", true},
+    {"an evaluator includes instructions of the processor", "term/a.cpp",
+     "#include <emmintrin.h>\n", true},
+    {"windows include the toolkit with its ending", "ui/a.cpp", "#include <QtGui/qevent.h>\n",
+     true},
+    {"a window includes POSIX", "ui/a.cpp", "#include <unistd.h>\n", false},
+    {"the program includes POSIX from a folder", "app/a.cpp", "#include <sys/wait.h>\n", false},
+    {"the core includes Windows", "term/a.cpp", "#  include <windows.h>\n", false},
     {"an include beside the file", "term/a.cpp", "#include \"a.h\"\n", false},
     {"a room in angle brackets", "term/a.cpp", "#include <app/a.h>\n", false},
     {"a file in no room", "misc/a.cpp", "", false},
@@ -127,7 +186,15 @@ TEST(Architecture, JudgesIncludes)
     }
 }
 
-TEST(Architecture, RoomsIncludeOnlyWhatStandsBelowThem)
+TEST(Architecture, JudgesCalls)
+{
+    EXPECT_NE(CallFaults("app/a.cpp", "std::ofstream(\"a\");"), "");
+    EXPECT_NE(CallFaults("ui/a.cpp", "QTime::currentTime()"), "");
+    EXPECT_EQ(CallFaults("ui/a.cpp", "QTimer timer; QFileDialog dialog;"), "");
+    EXPECT_EQ(CallFaults("files/a.cpp", "std::filesystem::path a;"), "");
+}
+
+TEST(Architecture, RoomsUseOnlyWhatStandsBelowThem)
 {
     namespace fs = std::filesystem;
     const fs::path root = KORVINTH_SOURCE_DIR;
@@ -140,7 +207,7 @@ TEST(Architecture, RoomsIncludeOnlyWhatStandsBelowThem)
             std::ostringstream source;
             source << std::ifstream(entry.path()).rdbuf();
             const std::string file = entry.path().lexically_relative(root).generic_string();
-            faults += IncludeFaults(file, source.str());
+            faults += IncludeFaults(file, source.str()) + CallFaults(file, source.str());
             if (const auto room = RoomOf(file)) ++files_read[*room];
         }
     }

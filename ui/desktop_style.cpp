@@ -1,6 +1,9 @@
 #include "ui/desktop_style.h"
 
 #include <QAbstractScrollArea>
+#include <QApplication>
+#include <QIconEngine>
+#include <QMdiSubWindow>
 #include <QPainter>
 #include <QPalette>
 #include <QStyleOption>
@@ -95,6 +98,28 @@ void DrawOutline(QPainter& painter, const QRect& rect, const QStyleOption& optio
     painter.drawRect(rect.adjusted(0, 0, -1, -1));
 }
 
+// Drawn when it is seen: an icon from a file has all readers of images loaded first.
+class ArrowIcon : public QIconEngine
+{
+public:
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
+    {
+        QStyleOption option;
+        option.rect = rect;
+        option.state = mode == QIcon::Disabled ? QStyle::State_None : QStyle::State_Enabled;
+        QApplication::style()->drawPrimitive(QStyle::PE_IndicatorArrowRight, &option, painter);
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
+    {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, pixmap.rect(), mode, state);
+        return pixmap;
+    }
+    QIconEngine* clone() const override { return new ArrowIcon(*this); }
+};
+
 // Behind the handle of a slider: how far it can go.
 void DrawWay(QPainter& painter, const QRect& knob, const QStyleOption& option)
 {
@@ -145,6 +170,16 @@ int DesktopStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
 {
     if (hint == SH_Menu_Scrollable) return 1;
     return QProxyStyle::styleHint(hint, option, widget, data);
+}
+
+QIcon DesktopStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
+                                 const QWidget* widget) const
+{
+    if (icon == SP_TitleBarMenuButton || qobject_cast<const QMdiSubWindow*>(widget) != nullptr) {
+        return {};
+    }
+    if (icon == SP_ToolBarHorizontalExtensionButton) return QIcon(new ArrowIcon);
+    return QProxyStyle::standardIcon(icon, option, widget);
 }
 
 void DesktopStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,

@@ -1,8 +1,10 @@
 #include "ui/fit_to_screen.h"
 
+#include <QApplication>
+#include <QDialog>
 #include <QEvent>
 #include <QLabel>
-#include <QPointer>
+#include <QMainWindow>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
@@ -15,6 +17,12 @@ namespace {
 constexpr const char* kScroll = "fitted";
 
 bool Fits(QSize size, QSize room) { return size.boundedTo(room) == size; }
+
+// The nearest begin of a length within the room.
+int Inside(int begin, int length, int room_begin, int room_length)
+{
+    return std::max(room_begin, std::min(begin, room_begin + room_length - length));
+}
 
 // Without the frame: the window manager tells its size late or not at all.
 QRect RoomFor(const QDialog& dialog)
@@ -53,25 +61,67 @@ void BreakLines(const QDialog& dialog)
     if (text != nullptr) text->setWordWrap(true);
 }
 
-}  // namespace
-
-void FitToScreen(QDialog& dialog)
+void Shrink(QDialog& dialog)
 {
     BreakLines(dialog);
     const QRect room = RoomFor(dialog);
     if (Fits(dialog.size(), room.size())) return;
     const QSize least = dialog.minimumSizeHint().expandedTo(dialog.minimumSize());
-    if (dialog.layout() != nullptr && !Fits(least, room.size()))
+    if (dialog.layout() != nullptr && !Fits(least, room.size())) {
         MakeScrollable(dialog, room.size());
+    }
     dialog.setMinimumSize(dialog.minimumSize().boundedTo(room.size()));
     dialog.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-    QRect place(dialog.geometry().topLeft(), dialog.size().boundedTo(room.size()));
-    place.moveRight(std::min(place.right(), room.right()));
-    place.moveBottom(std::min(place.bottom(), room.bottom()));
-    place.moveLeft(std::max(place.left(), room.left()));
-    place.moveTop(std::max(place.top(), room.top()));
-    dialog.setGeometry(place);
+    const QRect smaller(dialog.geometry().topLeft(), dialog.size().boundedTo(room.size()));
+    dialog.setGeometry(PlacedInside(smaller, room));
     BreakLines(dialog);
+}
+
+}  // namespace
+
+QRect PlacedInside(const QRect& frame, const QRect& room)
+{
+    return {QPoint(Inside(frame.x(), frame.width(), room.x(), room.width()),
+                   Inside(frame.y(), frame.height(), room.y(), room.height())),
+            frame.size()};
+}
+
+void FitToScreen(QWidget& window)
+{
+    constexpr Qt::WindowStates kFollowsByItself =
+        Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen;
+    const Qt::WindowType type = window.windowType();
+    if (type == Qt::Popup || type == Qt::ToolTip) return;  // they go by themselves
+    if (!window.isVisible() || window.windowState().testAnyFlags(kFollowsByItself)) return;
+    if (auto* dialog = qobject_cast<QDialog*>(&window)) Shrink(*dialog);
+    const QRect room = window.screen()->availableGeometry();
+    const QRect frame = window.frameGeometry();
+    if (room.contains(frame)) return;
+    window.move(PlacedInside(frame, room).topLeft());
+    if (!Fits(frame.size(), room.size()) && qobject_cast<QMainWindow*>(&window) != nullptr) {
+        window.setWindowState(Qt::WindowMaximized);
+    }
+}
+
+ScreenFitter::ScreenFitter()
+{
+    for (const QScreen* screen : QGuiApplication::screens()) Follow(screen);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &ScreenFitter::Follow);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &ScreenFitter::FitAllSoon);
+}
+
+void ScreenFitter::Follow(const QScreen* screen) const
+{
+    connect(screen, &QScreen::availableGeometryChanged, this, &ScreenFitter::FitAllSoon);
+}
+
+// After the toolkit has given the windows of a screen that went to another.
+void ScreenFitter::FitAllSoon()
+{
+    const auto fit = [] {
+        for (QWidget* window : QApplication::topLevelWidgets()) FitToScreen(*window);
+    };
+    QMetaObject::invokeMethod(this, fit, Qt::QueuedConnection);
 }
 
 bool ScreenFitter::eventFilter(QObject* watched, QEvent* event)

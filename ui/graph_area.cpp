@@ -61,6 +61,7 @@ const QImage& GraphArea::Image()
 
 void GraphArea::DrawOn(bool whole)
 {
+    if (outdated_) drawn_ratio_ = devicePixelRatioF();
     if (draw_(image_, std::exchange(outdated_, false), whole)) {
         more_.start();
     } else {
@@ -88,6 +89,8 @@ void GraphArea::TellValues(const QString& values)
 
 void GraphArea::paintEvent(QPaintEvent*)
 {
+    // Another screen may have more or fewer dots.
+    if (!image_.isNull() && drawn_ratio_ != devicePixelRatioF()) outdated_ = true;
     if (outdated_) DrawOn(false);
     QPainter painter(this);
     if (image_.isNull()) {

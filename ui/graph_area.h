@@ -51,6 +51,7 @@ private:
     QImage image_;
     QTimer more_;  // runs while there is more to draw
     bool outdated_ = false;
+    double drawn_ratio_ = 1;  // of the screen's dots to pixels, when the image was begun
     std::optional<QPointF> mark_;
     QString told_values_;
 };

@@ -40,6 +40,19 @@ constexpr QColor kErrorBackground(0xFB, 0xE3, 0xE4);
 
 bool IsEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
+// True when the key leafs through what was typed before.
+bool LeafThrough(TermHistory& history, QLineEdit& field, int key)
+{
+    if (key == Qt::Key_Up) {
+        field.setText(history.Older(field.text()));
+    } else if (key == Qt::Key_Down) {
+        field.setText(history.Newer(field.text()));
+    } else {
+        return false;
+    }
+    return true;
+}
+
 // Breaks its text anywhere and makes it smaller when it must: a number that is cut off would be
 // read as another one.
 class ResultLabel : public QLabel
@@ -110,7 +123,8 @@ void MiniCalc::MakeControls()
     name(result_, "Label1", "Ergebnis", "");
     name(clear_, "Command3", "Löschen", "Term und Ergebnis löschen");
     name(places_caption_, "Label2", "Genauigkeit", "");
-    name(places_, "Text2", "Genauigkeit", "Stellen nach dem Komma, 0 bis 22");
+    name(places_, "Text2", "Genauigkeit",
+         "Stellen nach dem Komma, 0 bis 22. ↑ und ↓ holen frühere");
     name(close_, "Command2", "Schließen", "Fenster schließen (Esc)");
     term_caption_->setBuddy(term_);
     result_->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
@@ -169,6 +183,7 @@ void MiniCalc::checkround(const QString& text)
 {
     const auto places = document::DecimalPlacesOf(parser_, text.toStdString());
     if (places) {
+        if (places_->isModified()) places_history_.Add(text);
         Q_EMIT placesChosen(*places);
         ShowPlaces();
     } else {
@@ -213,9 +228,10 @@ void MiniCalc::ShowLine(const QString& line)
 
 bool MiniCalc::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == term_ && event->type() == QEvent::KeyPress) {
-        const auto& key = static_cast<const QKeyEvent&>(*event);
-        if (TakeTermKey(key.key())) return true;
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<const QKeyEvent&>(*event).key();
+        if (watched == term_ && TakeTermKey(key)) return true;
+        if (watched == places_ && TakePlacesKey(key)) return true;
     }
     if (watched == places_) FollowPlacesField(*event);
     return QWidget::eventFilter(watched, event);
@@ -223,15 +239,15 @@ bool MiniCalc::eventFilter(QObject* watched, QEvent* event)
 
 bool MiniCalc::TakeTermKey(int key)
 {
-    if (IsEnter(key)) {
-        Calculate();
-    } else if (key == Qt::Key_Up) {
-        term_->setText(history_.Older(term_->text()));
-    } else if (key == Qt::Key_Down) {
-        term_->setText(history_.Newer(term_->text()));
-    } else {
-        return false;
-    }
+    if (!IsEnter(key)) return LeafThrough(history_, *term_, key);
+    Calculate();
+    return true;
+}
+
+bool MiniCalc::TakePlacesKey(int key)
+{
+    if (!LeafThrough(places_history_, *places_, key)) return false;
+    places_->setModified(true);  // so that Esc takes it back
     return true;
 }
 

@@ -49,6 +49,7 @@ private:
     void MakeControls();
     void Connect();
     bool TakeTermKey(int key);                    // in Text1; true when it was one of its own
+    bool TakePlacesKey(int key);                  // in Text2, likewise
     void FollowPlacesField(const QEvent& event);  // Text2
     void Calculate();
     void Clear();
@@ -72,6 +73,7 @@ private:
     QLineEdit* places_;
     QPushButton* close_;
     TermHistory history_;
+    TermHistory places_history_;
     QString calculated_;          // the term whose result is shown
     bool enter_is_down_ = false;  // was pressed in Text2
 };

@@ -144,11 +144,6 @@ QWidget* Sammlung::MakeHead()
     search_->setAccessibleName("Einträge suchen");
     search_->setPlaceholderText("Suchen");
     search_->setToolTip("Sucht in Namen, Beschreibungen und Termen");
-    search_->setClearButtonEnabled(true);
-    for (auto* clear : search_->findChildren<QToolButton*>()) {
-        clear->setAccessibleName("Leeren");
-        clear->setToolTip("Sucht nicht mehr (Esc)");
-    }
     search_->installEventFilter(this);
     connect(search_, &QLineEdit::textChanged, this, &Sammlung::TakeSearch);
     auto* add = new QToolButton(this);
@@ -292,8 +287,20 @@ void Sammlung::TakeSearch(const QString& text)
     ShowSelected();
 }
 
+// Made when there may be something to clear: finding its icon takes long at the start.
+void Sammlung::MakeClearButton()
+{
+    if (search_->isClearButtonEnabled()) return;
+    search_->setClearButtonEnabled(true);
+    for (auto* clear : search_->findChildren<QToolButton*>()) {
+        clear->setAccessibleName("Leeren");
+        clear->setToolTip("Sucht nicht mehr (Esc)");
+    }
+}
+
 bool Sammlung::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == search_ && event->type() == QEvent::FocusIn) MakeClearButton();
     if (watched != search_ || event->type() != QEvent::KeyPress) {
         return QWidget::eventFilter(watched, event);
     }

@@ -64,6 +64,7 @@ private:
     QWidget* MakeHead();
     void MakeDetails();
     void MakeMenu();
+    void MakeClearButton();
     void ShowSelected();
     void ShowDetails(const document::CollectionEntry* entry);
     void TakeSearch(const QString& text);

@@ -80,8 +80,10 @@ void SammText::SetFontPoints(std::optional<int> points)
     FitFont();
 }
 
+// While nobody sees it, no font is loaded for it.
 void SammText::FitFont()
 {
+    if (!isVisible()) return;
     QFont font = text_->font();
     if (points_) {
         font.setPointSize(*points_);
@@ -93,6 +95,12 @@ void SammText::FitFont()
             std::floor(points), document::kSmallestDescription, document::kLargestDescription)));
     }
     if (font != text_->font()) text_->setFont(font);
+}
+
+void SammText::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    FitFont();
 }
 
 void SammText::resizeEvent(QResizeEvent* event)

@@ -144,11 +144,14 @@ protected:
 TEST_F(HelpTest, EveryWindowHasAPageOfItsOwn)
 {
     Make(true);
+    for (const char* entry : {"mn_calc", "mn_groptions", "mn_zoomoptions"}) {
+        window_->MenuEntry(entry).trigger();
+    }
     std::vector<QWidget*> windows;
     for (auto* child : window_->findChildren<ui::ChildWindow*>())
         windows.push_back(child->Content());
     for (auto* dialog : window_->findChildren<QDialog*>()) windows.push_back(dialog);
-    EXPECT_GE(windows.size(), 12U);
+    EXPECT_GE(windows.size(), 13U);
     const ui::HelpPages pages({});
     for (const QWidget* content : windows) {
         SCOPED_TRACE(content->objectName().toStdString());
@@ -210,6 +213,17 @@ TEST_F(HelpTest, TheWindowSearchesAndGoesBack)
     EXPECT_EQ(contents->count(), pages);
     QTest::keyClick(help, Qt::Key_Escape);
     EXPECT_EQ(Shown(), "");
+}
+
+TEST_F(HelpTest, TheAboutBoxNamesVersionAndLicences)
+{
+    Make(true);
+    window_->MenuEntry("mn_about").trigger();
+    auto* box = window_->findChild<QMessageBox*>("about");
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(box->text().contains("Version " KORVINTH_VERSION));
+    EXPECT_TRUE(box->text().contains("LGPL"));
+    EXPECT_TRUE(box->detailedText().startsWith("MIT License"));
 }
 
 TEST_F(HelpTest, OnlyTheFirstStartWelcomes)

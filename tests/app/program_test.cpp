@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
@@ -99,6 +100,20 @@ protected:
     std::unique_ptr<Program> program_;
 };
 
+TEST_F(ProgramTest, EntriesCopiedBeforeTheStartCanBeInserted)
+{
+    Start();
+    Trigger("mn_add");
+    Trigger("mn_copy");
+    Kill();
+    Start();
+    ASSERT_TRUE(WaitFor([this] { return Find<QAction>("mn_insert")->isEnabled(); }));
+    Trigger("mn_insert");
+    EXPECT_EQ(Entries(), 1U);
+    QApplication::clipboard()->clear();
+    EXPECT_FALSE(Find<QAction>("mn_insert")->isEnabled());
+}
+
 TEST_F(ProgramTest, ACrashLosesNeitherPlotNorEntries)
 {
     Start();
@@ -127,6 +142,17 @@ TEST_F(ProgramTest, ACrashLosesNeitherPlotNorEntries)
     Close();
     EXPECT_EQ(dialogs_.questions, Texts{kAskToSave}) << "nothing was saved before the crash";
     EXPECT_EQ(dialogs_.errors, Texts());
+}
+
+TEST_F(ProgramTest, WhatAStoppedWritingLeftBesideTheWorkingCollectionGoes)
+{
+    const char* const kKept[] = {"korvinth.tmp.neu", "korvinth.tmp.neu3.txt",
+                                 "korvinth.tmp.defekt2", "korvinth-2.tmp.neu4"};
+    for (const char* const name : kKept) Put(name, "x");
+    Put("korvinth.tmp.neu4711", "half of i");
+    Start();
+    EXPECT_FALSE(Exists("korvinth.tmp.neu4711"));
+    for (const char* const name : kKept) EXPECT_TRUE(Exists(name)) << name;
 }
 
 TEST_F(ProgramTest, ClosingAsksOnlyForChangesAndNoSavesNothing)
@@ -168,6 +194,16 @@ TEST_F(ProgramTest, SavesOpensAndAppends)
     EXPECT_EQ(Content("b.txt"), Content("a.txt"));
     EXPECT_EQ(Caption(), "Sammlung: b.txt");
 
+    Put("b.txt", "von einem anderen Programm");
+    dialogs_.questions.clear();
+    dialogs_.files = {File("c.txt")};  // "No, do not overwrite": under another name
+    Trigger("mn_save");
+    EXPECT_EQ(dialogs_.questions,
+              Texts{"Meldung:|Diese Datei ist inzwischen von einem anderen Programm geändert "
+                    "worden. Soll sie überschrieben werden?|Nein"});
+    EXPECT_EQ(Content("b.txt"), "von einem anderen Programm");
+    EXPECT_EQ(Content("c.txt"), Content("a.txt"));
+
     Type(0, "f(x)=-x");
     dialogs_.files = {File("none.txt"), File("a.txt")};  // the dialog comes again for a missing one
     Trigger("mn_mrg");
@@ -182,6 +218,23 @@ TEST_F(ProgramTest, SavesOpensAndAppends)
     EXPECT_EQ(Row(0), "f(x) = x^3") << "the plot that was saved with the entries";
     Trigger("mn_undo");
     EXPECT_EQ(Row(0), "f(x) = -x");
+}
+
+TEST_F(ProgramTest, WhatCouldNotBeSavedAtTheEndIsOfferedAgain)
+{
+    Start();
+    Trigger("mn_add");
+    dialogs_.files = {File("a.txt")};
+    Trigger("mn_save");
+    std::filesystem::remove(Directory() / "a.txt");
+    std::filesystem::create_directory(Directory() / "a.txt");  // nothing can be saved there now
+    Trigger("mn_add");
+    dialogs_.yes = true;
+    dialogs_.files = {File("none/b.txt"), File("b.txt")};
+    Close();
+    EXPECT_EQ(dialogs_.questions, Texts(3, kAskToSave));
+    EXPECT_EQ(dialogs_.exclamations.size(), 2U);
+    EXPECT_NE(Content("b.txt").find("Eintrag 2"), std::string::npos);
 }
 
 TEST_F(ProgramTest, TheExamplesOpenWithoutAName)

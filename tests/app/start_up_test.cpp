@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <QByteArray>
 #include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
+
+#include "files/path_text.h"
 
 namespace korvinth::app {
 namespace {
@@ -55,6 +57,7 @@ struct DirectoryCase
     std::map<std::string, std::string> variables;
     bool portable;
     std::string_view directory;
+    std::optional<std::filesystem::path> data_directory = std::nullopt;
 };
 
 const DirectoryCase kDirectoryCases[] = {
@@ -80,6 +83,11 @@ const DirectoryCase kDirectoryCases[] = {
      false,
      "/home/anna/.local/share/korvinth"},
     {"without a home the executable's directory is left", {}, false, "/opt/korvinth"},
+    {"the system's own answer comes before the environment",
+     {{"XDG_DATA_HOME", "/data"}, {"HOME", "/home/anna"}},
+     false,
+     "/profile/korvinth",
+     "/profile"},
 };
 
 TEST(ProgramDirectory, FollowsTheSurroundings)
@@ -97,6 +105,7 @@ TEST(ProgramDirectory, FollowsTheSurroundings)
                     return row.portable && file == "/opt/korvinth/korvinth.portable";
                 },
             .executable_directory = "/opt/korvinth",
+            .data_directory = row.data_directory,
         };
         EXPECT_EQ(ProgramDirectory(surroundings), row.directory);
     }
@@ -107,10 +116,10 @@ TEST(ProgramDirectory, IsMadeOnFirstUse)
     const std::filesystem::path home =
         std::filesystem::path(testing::TempDir()) / "korvinth_start_up" / "home";
     std::filesystem::remove_all(home.parent_path());
-    ASSERT_EQ(setenv("KORVINTH_HOME", home.c_str(), 1), 0);
+    ASSERT_TRUE(qputenv("KORVINTH_HOME", QByteArray::fromStdString(files::Utf8(home))));
     EXPECT_EQ(UseProgramDirectory("/nowhere"), home);
     EXPECT_TRUE(std::filesystem::is_directory(home));
-    unsetenv("KORVINTH_HOME");
+    qunsetenv("KORVINTH_HOME");
     std::filesystem::remove_all(home.parent_path());
 }
 

@@ -92,31 +92,6 @@ TEST(SettingsFile, IsReadAsItWasWritten)
     EXPECT_EQ(read, attributes) << "missing keys leave their values";
 }
 
-TEST(SettingsFile, SurvivesTroubleAtEveryOperation)
-{
-    using Trouble = FailingDisk::Trouble;
-    const std::string before = "[andere]\nx=1\n[Korvinth]\nLArt=3:\n";
-    DisplayAttributes attributes;
-    attributes.font_points = 20;
-    for (const Trouble trouble : {Trouble::Once, Trouble::Gone, Trouble::Killed}) {
-        bool troubled = true;
-        for (int operation = 1; troubled; ++operation) {
-            SCOPED_TRACE("operation " + std::to_string(operation));
-            FailingDisk disk;
-            disk.Put("home/Korvinth.ini", before);
-            disk.At(operation, trouble);
-            try {
-                const bool failed = bool{SettingsFile(disk, "home").WriteSettings(attributes)};
-                EXPECT_EQ(disk.Bytes("home/Korvinth.ini") == before, failed);
-            } catch (const files::Killed&) {
-                disk.PowerCut();
-                EXPECT_EQ(disk.Bytes("home/Korvinth.ini"), before);
-            }
-            troubled = disk.Operations() >= operation;
-        }
-    }
-}
-
 TEST(SettingsFile, AnyBytesAreHarmless)
 {
     std::mt19937 random(20240229);

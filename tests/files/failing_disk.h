@@ -1,12 +1,17 @@
-// Files in memory that fail, or stop the program, at a chosen operation.
+// Files in memory that fail, or stop the program, at a chosen operation. Bears calls from several
+// threads.
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
 #include <limits>
 #include <map>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "files/file_system.h"
 
@@ -23,18 +28,32 @@ public:
     enum class Trouble {
         None,
         Once,   // the operation fails
-        Gone,   // it fails, and all after it
+        Gone,   // it fails, and all after it: the disk keeps what a stopped program leaves
         Killed  // the process ends there; PowerCut tells what the disk then has
     };
+
+    FailingDisk() = default;
+    // Names and contents; a file without content is not there.
+    FailingDisk(std::initializer_list<std::pair<std::string_view, std::string_view>> contents)
+    {
+        for (const auto& [path, bytes] : contents) {
+            if (!bytes.empty()) Put(path, bytes);
+        }
+    }
 
     // Operations count from 1 on. A Write or Copy in trouble leaves half of the bytes.
     void At(int operation, Trouble trouble)
     {
+        const std::lock_guard lock(mutex_);
         trouble_at_ = operation;
         trouble_ = trouble;
         operations_ = 0;
     }
-    int Operations() const { return operations_; }
+    int Operations() const
+    {
+        const std::lock_guard lock(mutex_);
+        return operations_;
+    }
 
     // In bytes, of all files together.
     void SetRoom(std::size_t room) { room_ = room; }
@@ -43,6 +62,7 @@ public:
     // What was written without Sync is lost.
     void PowerCut()
     {
+        const std::lock_guard lock(mutex_);
         for (auto& [path, file] : files_) {
             if (!file.synced) file.bytes.clear();
         }
@@ -50,11 +70,17 @@ public:
 
     void Put(const Path& path, std::string_view bytes)
     {
+        const std::lock_guard lock(mutex_);
         files_[path] = {std::string(bytes), true};
     }
-    bool Has(const Path& path) const { return files_.contains(path); }
+    bool Has(const Path& path) const
+    {
+        const std::lock_guard lock(mutex_);
+        return files_.contains(path);
+    }
     std::string Bytes(const Path& path) const
     {
+        const std::lock_guard lock(mutex_);
         const auto found = files_.find(path);
         return found == files_.end() ? "" : found->second.bytes;
     }
@@ -62,17 +88,20 @@ public:
 
     bool Exists(const Path& path, std::error_code& fault) override
     {
+        const std::lock_guard lock(mutex_);
         fault = Next();
         return !fault && Has(path);
     }
     bool SameFile(const Path& first, const Path& second) override { return first == second; }
     Path WriteTarget(const Path& path, std::error_code& fault) override
     {
+        const std::lock_guard lock(mutex_);
         fault = Next();
         return path;
     }
     std::error_code Read(const Path& path, std::string& bytes) override
     {
+        const std::lock_guard lock(mutex_);
         bytes.clear();
         if (const std::error_code fault = Next()) return fault;
         if (!Has(path)) return std::make_error_code(std::errc::no_such_file_or_directory);
@@ -81,10 +110,12 @@ public:
     }
     std::error_code Write(const Path& path, std::string_view bytes) override
     {
+        const std::lock_guard lock(mutex_);
         return Store(path, bytes, false);
     }
     std::error_code Sync(const Path& path) override
     {
+        const std::lock_guard lock(mutex_);
         if (const std::error_code fault = NextChange()) return fault;
         if (!Has(path)) return std::make_error_code(std::errc::no_such_file_or_directory);
         files_[path].synced = true;
@@ -92,17 +123,20 @@ public:
     }
     std::error_code Copy(const Path& from, const Path& to) override
     {
+        const std::lock_guard lock(mutex_);
         if (!Has(from)) return std::make_error_code(std::errc::no_such_file_or_directory);
         return Store(to, Bytes(from), true);
     }
     std::error_code CopyPermissions(const Path& from, const Path& to) override
     {
+        const std::lock_guard lock(mutex_);
         if (const std::error_code fault = NextChange()) return fault;
         if (Has(from) && Has(to)) return {};
         return std::make_error_code(std::errc::no_such_file_or_directory);
     }
     std::error_code Rename(const Path& from, const Path& to) override
     {
+        const std::lock_guard lock(mutex_);
         if (const std::error_code fault = NextChange()) return fault;
         if (!Has(from)) return std::make_error_code(std::errc::no_such_file_or_directory);
         auto moved = files_.extract(from);
@@ -113,10 +147,23 @@ public:
     }
     std::error_code Remove(const Path& path) override
     {
+        const std::lock_guard lock(mutex_);
         if (const std::error_code fault = NextChange()) return fault;
         files_.erase(path);
         return {};
     }
+
+    std::vector<Path> FilesBeginningWith(const Path& beginning) override
+    {
+        const std::lock_guard lock(mutex_);
+        std::vector<Path> found;
+        if (Next()) return found;
+        for (const auto& [path, file] : files_) {
+            if (path.string().starts_with(beginning.string())) found.push_back(path);
+        }
+        return found;
+    }
+    std::error_code MakeFolders(const Path&) override { return {}; }
 
 private:
     struct File
@@ -170,6 +217,7 @@ private:
         return used;
     }
 
+    mutable std::recursive_mutex mutex_;
     std::map<Path, File> files_;
     std::size_t room_ = std::numeric_limits<std::size_t>::max();
     bool read_only_ = false;

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
@@ -65,6 +66,29 @@ TEST_F(FitToScreenTest, WhatFitsIsLeftAlone)
     QApplication::processEvents();
     EXPECT_EQ(last_->parentWidget(), &dialog_);
     EXPECT_EQ(dialog_.size(), dialog_.sizeHint());
+}
+
+TEST(FitToScreen, AWindowBeyondItsScreenComesBack)
+{
+    const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+    QWidget window;
+    window.resize(500, 400);
+    window.show();
+    window.move(300, 200);
+    FitToScreen(window);
+    EXPECT_TRUE(window.pos() == QPoint(300, 200)) << "within the screen it stays";
+    window.move(300, room.bottom() - 250);
+    FitToScreen(window);
+    EXPECT_TRUE(room.contains(window.frameGeometry()));
+    QMainWindow large;
+    large.setGeometry(50, 50, room.width() + 10, 400);
+    large.show();
+    FitToScreen(large);
+    EXPECT_TRUE(large.isMaximized());
+
+    const QRect small(0, 0, 1024, 768);
+    EXPECT_EQ(PlacedInside({900, 10, 300, 200}, small), QRect(724, 10, 300, 200));
+    EXPECT_EQ(PlacedInside({-50, 700, 2000, 100}, small), QRect(0, 668, 2000, 100));
 }
 
 }  // namespace

@@ -86,6 +86,13 @@ TEST_F(MiniCalcTest, ANumberOfPlacesIsTakenByEnterAndByLeavingTheField)
     Term()->setFocus();
     EXPECT_EQ(chosen.back(), 6);
     EXPECT_EQ(Line(), "0.666667");
+    Places()->setFocus();
+    QTest::keyClick(Places(), Qt::Key_Up);
+    EXPECT_EQ(Places()->text(), "2*3");
+    QTest::keyClick(Places(), Qt::Key_Up);
+    EXPECT_EQ(Places()->text(), "1,5") << "the field leafs through what it took";
+    QTest::keyClick(Places(), Qt::Key_Escape);
+    EXPECT_EQ(Places()->text(), "6");
     document.attributes.calculator_places = 1;
     form.FollowSettings();
     EXPECT_EQ(Places()->text(), "1");
