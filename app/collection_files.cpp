@@ -108,8 +108,8 @@ void CollectionFiles::ReadWorkingCollection()
     document::Collection& entries = collection_.Entries();
     if (const auto unreadable = disk_.Read(working_.File(), bytes)) {
         std::error_code unknown;
-        if (!disk_.Exists(working_.File(), unknown) && !unknown)
-            return;  // not created, as was said
+        const bool exists = disk_.Exists(working_.File(), unknown);
+        if (!exists && !unknown) return;  // not created, as was said
         fault = files::ErrorText(unreadable) + ".";
     } else {
         fault = document::ReadCollection(bytes, document::ReadMode::Open, entries);
@@ -143,7 +143,8 @@ std::string CollectionFiles::UnreadText(std::error_code fault) const
            files::ErrorText(fault) + ". Bis das gelingt, bleibt sie, wie sie ist.";
 }
 
-// What was not read is set aside before anything else is written; so an older one is as well.
+// What was not read is set aside before anything is written in its place. An older one that was set
+// aside stays as well.
 std::error_code CollectionFiles::KeepUnread()
 {
     if (!unread_) return {};
@@ -345,7 +346,7 @@ void CollectionFiles::SaveTo(const files::Path& file, document::EarlierFile earl
 {
     working_.Forget();
     written_.reset();
-    KeepUnread();
+    KeepUnread();  // saving brings the working collection up to date
     const std::string bytes = Bytes();
     const std::string fault =
         document::SaveCollection(disk_, file, working_.File(), bytes, earlier);

@@ -101,7 +101,7 @@ protected:
         std::printf("%d %s: %.1f MB, then %.1f MB resident; %.2f MB, then %.2f MB allocated\n",
                     rounds, what, before.resident, after.resident, before.allocated,
                     after.allocated);
-        EXPECT_EQ(after.files, before.files);
+        EXPECT_LE(after.files, before.files);  // threads that have waited in vain close theirs
         EXPECT_EQ(after.programs, before.programs);
         EXPECT_EQ(after.objects, before.objects);
         EXPECT_EQ(after.timers, before.timers);
