@@ -1,5 +1,6 @@
 #include "ui/fit_to_screen.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
 #include <QEvent>
@@ -32,6 +33,14 @@ QRect RoomFor(const QDialog& dialog)
     return dialog.screen()->availableGeometry().adjusted(kBorder, title, -kBorder, -kBorder);
 }
 
+// A message box breaks its lines only where it is too wide, which it is not when it scrolls.
+void BreakLines(const QDialog& dialog)
+{
+    const auto* scroll = dialog.findChild<QScrollArea*>(kScroll);
+    auto* text = scroll == nullptr ? nullptr : scroll->findChild<QLabel*>("qt_msgbox_label");
+    if (text != nullptr) text->setWordWrap(true);
+}
+
 void MakeScrollable(QDialog& dialog, QSize room)
 {
     QWidget* focused = dialog.focusWidget();
@@ -49,16 +58,12 @@ void MakeScrollable(QDialog& dialog, QSize room)
     auto* layout = new QVBoxLayout(&dialog);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(scroll);
+    for (auto* button : content->findChildren<QAbstractButton*>()) {
+        const auto later = [&dialog] { BreakLines(dialog); };  // details make the box size itself
+        QObject::connect(button, &QAbstractButton::clicked, &dialog, later, Qt::QueuedConnection);
+    }
     scroll->show();
     if (focused != nullptr) focused->setFocus();
-}
-
-// A message box breaks its lines only where it is too wide, which it is not when it scrolls.
-void BreakLines(const QDialog& dialog)
-{
-    const auto* scroll = dialog.findChild<QScrollArea*>(kScroll);
-    auto* text = scroll == nullptr ? nullptr : scroll->findChild<QLabel*>("qt_msgbox_label");
-    if (text != nullptr) text->setWordWrap(true);
 }
 
 void Shrink(QDialog& dialog)

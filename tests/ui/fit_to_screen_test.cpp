@@ -72,7 +72,7 @@ TEST(FitToScreen, AWindowBeyondItsScreenComesBack)
 {
     const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
     QWidget window;
-    window.resize(500, 400);
+    window.resize(400, 300);  // with any frame
     window.show();
     window.move(300, 200);
     FitToScreen(window);
