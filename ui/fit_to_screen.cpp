@@ -1,18 +1,21 @@
 #include "ui/fit_to_screen.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
 #include <QEvent>
+#include <QLabel>
 #include <QMainWindow>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 
 namespace korvinth::ui {
 namespace {
+
+constexpr const char* kScroll = "fitted";
 
 bool Fits(QSize size, QSize room) { return size.boundedTo(room) == size; }
 
@@ -30,6 +33,14 @@ QRect RoomFor(const QDialog& dialog)
     return dialog.screen()->availableGeometry().adjusted(kBorder, title, -kBorder, -kBorder);
 }
 
+// A message box breaks its lines only where it is too wide, which it is not when it scrolls.
+void BreakLines(const QDialog& dialog)
+{
+    const auto* scroll = dialog.findChild<QScrollArea*>(kScroll);
+    auto* text = scroll == nullptr ? nullptr : scroll->findChild<QLabel*>("qt_msgbox_label");
+    if (text != nullptr) text->setWordWrap(true);
+}
+
 void MakeScrollable(QDialog& dialog, QSize room)
 {
     QWidget* focused = dialog.focusWidget();
@@ -37,6 +48,7 @@ void MakeScrollable(QDialog& dialog, QSize room)
     auto* content = new QWidget;
     content->setLayout(dialog.layout());  // takes what the layout holds along
     auto* scroll = new QScrollArea(&dialog);
+    scroll->setObjectName(kScroll);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidgetResizable(true);
@@ -46,12 +58,17 @@ void MakeScrollable(QDialog& dialog, QSize room)
     auto* layout = new QVBoxLayout(&dialog);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(scroll);
+    for (auto* button : content->findChildren<QAbstractButton*>()) {
+        const auto later = [&dialog] { BreakLines(dialog); };  // details make the box size itself
+        QObject::connect(button, &QAbstractButton::clicked, &dialog, later, Qt::QueuedConnection);
+    }
     scroll->show();
     if (focused != nullptr) focused->setFocus();
 }
 
 void Shrink(QDialog& dialog)
 {
+    BreakLines(dialog);
     const QRect room = RoomFor(dialog);
     if (Fits(dialog.size(), room.size())) return;
     const QSize least = dialog.minimumSizeHint().expandedTo(dialog.minimumSize());
@@ -62,6 +79,7 @@ void Shrink(QDialog& dialog)
     dialog.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     const QRect smaller(dialog.geometry().topLeft(), dialog.size().boundedTo(room.size()));
     dialog.setGeometry(PlacedInside(smaller, room));
+    BreakLines(dialog);
 }
 
 }  // namespace
@@ -117,7 +135,8 @@ bool ScreenFitter::eventFilter(QObject* watched, QEvent* event)
     auto* dialog = qobject_cast<QDialog*>(watched);
     if (dialog == nullptr || !dialog->isWindow() || !dialog->isVisible()) return false;
     // Dialogs settle their size when they are shown.
-    QTimer::singleShot(0, dialog, [dialog] { FitToScreen(*dialog); });
+    QMetaObject::invokeMethod(
+        dialog, [dialog] { FitToScreen(*dialog); }, Qt::QueuedConnection);
     return false;
 }
 

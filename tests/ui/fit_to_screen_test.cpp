@@ -4,8 +4,10 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
@@ -47,6 +49,18 @@ TEST_F(FitToScreenTest, WhatIsTooHighScrollsToWhereTheKeysAre)
     EXPECT_TRUE(dialog_.rect().contains(QRect(last_->mapTo(&dialog_, QPoint()), last_->size())));
 }
 
+TEST_F(FitToScreenTest, ALongMessageKeepsItsLines)
+{
+    QMessageBox box(QMessageBox::Warning, "Titel", QString("ein langer Satz ").repeated(2000));
+    box.show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return room_.contains(box.geometry()); }));
+    QEvent changed(QEvent::LayoutRequest);  // has the box find its size anew
+    QApplication::sendEvent(&box, &changed);
+    QApplication::processEvents();
+    EXPECT_TRUE(room_.contains(box.geometry()));
+    EXPECT_LT(box.findChild<QLabel*>("qt_msgbox_label")->width(), room_.width());
+}
+
 TEST_F(FitToScreenTest, WhatFitsIsLeftAlone)
 {
     Show(3);
@@ -59,7 +73,7 @@ TEST(FitToScreen, AWindowBeyondItsScreenComesBack)
 {
     const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
     QWidget window;
-    window.resize(500, 400);
+    window.resize(400, 300);  // with any frame
     window.show();
     window.move(300, 200);
     FitToScreen(window);
