@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <algorithm>
+#include <ranges>
 
 #include "render/picture_text.h"
 #include "ui/asymptoten.h"
@@ -386,9 +387,9 @@ void MainWindow::ActivateNext(int step)
 void MainWindow::ActivateFormer()
 {
     const QList<QMdiSubWindow*> windows = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
-    for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
-        if ((*window)->isHidden()) continue;
-        if (auto* child = qobject_cast<ui::ChildWindow*>(*window)) child->BringToFront();
+    for (QMdiSubWindow* window : windows | std::views::reverse) {
+        if (window->isHidden()) continue;
+        if (auto* child = qobject_cast<ui::ChildWindow*>(window)) child->BringToFront();
         return;
     }
 }

@@ -80,6 +80,8 @@ public:
     // empty, when nobody holds it any more.
     static std::optional<FileLock> Take(const Path& file);
 
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
     FileLock(FileLock&&) noexcept;
     FileLock& operator=(FileLock&&) noexcept;
     ~FileLock();

@@ -16,6 +16,7 @@ class PainterSurface final : public DrawingSurface
 public:
     PainterSurface(QPainter& painter, int width_pixels, int height_pixels);
     ~PainterSurface() override;
+    Q_DISABLE_COPY_MOVE(PainterSurface)
 
 protected:
     void DoStroke(std::span<const GridPoint> points, const Pen& pen) override;
