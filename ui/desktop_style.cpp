@@ -192,8 +192,12 @@ void DesktopStyle::drawComplexControl(ComplexControl control, const QStyleOption
         if (control == CC_Slider) DrawWay(*painter, knob, *option);
         DrawOutline(*painter, knob, *option);
         if (control == CC_Slider && HasKeys(*option)) MarkKeys(*painter, knob, *option);
-    } else if ((control == CC_ComboBox || control == CC_SpinBox) && !HasKeys(*option)) {
-        DrawOutline(*painter, option->rect, *option);
+    } else if (control == CC_ComboBox || control == CC_SpinBox) {
+        if (!HasKeys(*option)) {
+            DrawOutline(*painter, option->rect, *option);
+        } else if (IsBlack(option->palette)) {
+            MarkKeys(*painter, option->rect, *option);
+        }
     }
 }
 

@@ -5,6 +5,7 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLocale>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSpinBox>
@@ -46,6 +47,7 @@ ExportDialog::ExportDialog(Preview preview, QWidget* parent)
       height_(MakeSide("export_height")),
       keep_ratio_(new QCheckBox("Seiten&verhältnis beibehalten", this)),
       resolution_(new QSpinBox(this)),
+      paper_size_(new QLabel(this)),
       orientation_(new QComboBox(this)),
       page_(new PageOptionsBox(this)),
       picture_(new QLabel(this))
@@ -111,6 +113,7 @@ QFormLayout* ExportDialog::MakeFields()
     resolution_->setValue(Whole(render::kUsualResolution));
     resolution_->setSuffix(" dpi");
     resolution_->setToolTip("Bildpunkte je Zoll; mehr davon lassen Schrift und Linien wachsen");
+    paper_size_->setObjectName("export_paper_size");
     orientation_->setObjectName("export_orientation");
     orientation_->setAccessibleName("Seite");
     orientation_->setToolTip("Wie das Blatt im PDF liegt");
@@ -122,6 +125,7 @@ QFormLayout* ExportDialog::MakeFields()
     fields->addRow("&Höhe:", height_);
     fields->addRow("", keep_ratio_);
     fields->addRow("&Auflösung:", resolution_);
+    fields->addRow("", paper_size_);
     fields->addRow("Se&ite:", orientation_);
     fields->addRow("Bild:", page_);
     return fields;
@@ -205,6 +209,7 @@ render::PictureOptions ExportDialog::Options() const
 void ExportDialog::DrawPreview()
 {
     redraw_.stop();
+    ShowPaperSize();
     const double ratio = devicePixelRatioF();
     PicturePreview preview = preview_(Format(), Options(), kPreviewRoom * ratio);
     if (preview.image.isNull()) {
@@ -213,6 +218,24 @@ void ExportDialog::DrawPreview()
     }
     preview.image.setDevicePixelRatio(ratio);
     picture_->setPixmap(QPixmap::fromImage(preview.image));
+}
+
+// As other programs insert the picture.
+void ExportDialog::ShowPaperSize()
+{
+    constexpr double kCentimetresPerInch = 2.54;
+    const render::PictureOptions options = Options();
+    if (!options.size) {
+        paper_size_->clear();
+        return;
+    }
+    const auto centimetres = [&options](int pixels) {
+        return QLocale(QLocale::German)
+            .toString(pixels / options.resolution * kCentimetresPerInch, 'f', 1);
+    };
+    paper_size_->setText(
+        QStringLiteral("in einem Text %1 × %2 cm groß")
+            .arg(centimetres(options.size->width), centimetres(options.size->height)));
 }
 
 }  // namespace korvinth::ui

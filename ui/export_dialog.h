@@ -51,6 +51,7 @@ private:
     void KeepRatio(const QSpinBox& edited, QSpinBox& other, double factor);
     void FollowChoice();
     void DrawPreview();
+    void ShowPaperSize();
 
     Preview preview_;
     double ratio_ = 4.0 / 3;  // width to height of the graph's area
@@ -61,6 +62,7 @@ private:
     QSpinBox* height_;
     QCheckBox* keep_ratio_;
     QSpinBox* resolution_;
+    QLabel* paper_size_;
     QComboBox* orientation_;
     PageOptionsBox* page_;
     QLabel* picture_;

@@ -52,8 +52,8 @@ void MakeScrollable(QDialog& dialog, QSize room)
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidgetResizable(true);
-    scroll->setMinimumSize(
-        dialog.size().boundedTo(room));  // message boxes are as small as they can
+    // Message boxes become as small as they can.
+    scroll->setMinimumSize(dialog.size().boundedTo(room));
     scroll->setWidget(content);
     auto* layout = new QVBoxLayout(&dialog);
     layout->setContentsMargins(0, 0, 0, 0);

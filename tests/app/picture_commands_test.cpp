@@ -198,6 +198,8 @@ TEST_F(PictureCommandsTest, AnExportWritesTheChosenSizeAndKeepsItsValues)
     height->setValue(200);
     EXPECT_EQ(width->value(), 500);
     Find<QSpinBox>("export_resolution")->setValue(300);
+    const auto* paper_size = Find<QLabel>("export_paper_size");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paper_size->text().contains("4,2 × 1,7 cm"); }));
     dialogs_.files = {files::Utf8(Path("bild"))};
     Find<QPushButton>("export_save")->click();
     const QImage image = QImage::fromData(QByteArray::fromStdString(Content("bild.png")));
