@@ -87,17 +87,6 @@ TEST(GeneralSettings, AreTakenWithinTheirBoundsAndRefusedBeyond)
     }
 }
 
-TEST(GeneralSettings, StartWithTheirDefaults)
-{
-    const DisplayAttributes attributes;
-    EXPECT_EQ(SettingText(attributes, Setting::NumericLimit), "0,0001");
-    EXPECT_EQ(SettingText(attributes, Setting::TimerInterval), "40");
-    EXPECT_EQ(SettingText(attributes, Setting::FamilyCount), "0");
-    EXPECT_EQ(SettingText(attributes, Setting::AxisWidth), "1,25");
-    EXPECT_EQ(attributes.zoom_factor_x, 2);
-    EXPECT_EQ(attributes.zoom_factor_y, 2);
-}
-
 TEST(GeneralSettings, ShowWhatTheyTakeBack)
 {
     for (std::size_t i = 0; i < kSettingCount; ++i) {
