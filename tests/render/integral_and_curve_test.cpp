@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <random>
 #include <string>
@@ -9,19 +7,12 @@
 #include "plot_fixture.h"
 #include "render/curve_graph.h"
 #include "render/integral_graph.h"
-#include "render/recording_surface.h"
-#include "render/renderer.h"
 
 namespace korvinth::render {
 namespace {
 
-using document::SlotIndex;
-
-// 200 x 100 pixels, ten a unit; x from -10 to 10, y from -5 to 5.
-struct IntegralAndCurveTest : testing::Test
+struct IntegralAndCurveTest : RenderedPlot
 {
-    IntegralAndCurveTest() { plot.DrawGraphsAlone(); }
-
     void DefineIntegral(int index, const std::string& integrand, double lower_bound)
     {
         plot.Define(index, "g", "integral" + integrand).integral_term = integrand;
@@ -36,14 +27,6 @@ struct IntegralAndCurveTest : testing::Test
         document::SetParameterValue(plot.document, plot.parser, bound, value);
         return parameter;
     }
-    static SlotIndex Slot(int index) { return SlotIndex{static_cast<std::int16_t>(index)}; }
-
-    std::vector<StrokeCommand> Redraw()
-    {
-        surface.Forget();
-        renderer.RedrawAll(surface);
-        return surface.All<StrokeCommand>();
-    }
     // Height of the drawn sum above the x-axis at a column of pixels, in units; NaN where nothing
     // is.
     double HeightAt(int column)
@@ -55,10 +38,6 @@ struct IntegralAndCurveTest : testing::Test
         }
         return std::nan("");
     }
-
-    TestPlot plot{200, 100};
-    RecordingSurface surface{200, 100, 1};
-    Renderer renderer{plot.document, plot.parser, plot.view, plot.gate};
 };
 
 TEST_F(IntegralAndCurveTest, AConstantGivesALineThroughItsLowerBound)
