@@ -29,7 +29,7 @@ std::vector<ArrangementRequest> ManyRequests()
         for (const int font : {14, 17, 24, 34}) {
             for (const int terms : {0, 120, 420, 900}) {
                 for (const bool collection : {false, true}) {
-                    for (const int ranges : {0, 130, 260}) {
+                    for (const int ranges : {0, 130, 300}) {
                         for (const GraphPlace place :
                              {GraphPlace::Docked, GraphPlace::FullHeight, GraphPlace::Free}) {
                             requests.push_back({.width = width,

@@ -22,6 +22,7 @@ constexpr SettingCase kSettingCases[] = {
     {Setting::SampleCount, "20001", ""},
     {Setting::SampleCount, "10^3/4", "250"},
     {Setting::SampleCount, "100,5", "100"},  // half to even
+    {Setting::SampleCount, "101,5", "102"},
     {Setting::SampleCount, "1e300", ""},
     {Setting::FamilyCount, "0", "0"},
     {Setting::FamilyCount, "21", "21"},

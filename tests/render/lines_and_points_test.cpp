@@ -117,7 +117,7 @@ TEST_F(LinesAndPointsTest, PointsHaveTheirShapes)
 
 TEST_F(LinesAndPointsTest, PointsShowTheirNamesWithValuesAndDoNotOverlapThem)
 {
-    plot.document.points_text = "(a)(1/3):n=P:w=1\r\n(a)(1/3):n=Q\r\n(1e-9)(-a):n=R:w=1";
+    plot.document.points_text = "(a)(1/3):n=P:w=1\r\n(a)(1/3):n=Q\r\n(-1e-9)(-a):n=R:w=1";
     Redraw();
     const auto names = surface.All<TextCommand>();
     ASSERT_EQ(names.size(), 3U);
