@@ -147,7 +147,8 @@ TEST(Headless, ReportsWrongInputAndPrintsNothingElse)
     {
         std::string_view behaviour;
         std::string arguments;
-        std::string_view out, message;  // part of stderr
+        std::string_view out;      // what stdout begins with
+        std::string_view message;  // part of stderr
     };
     const Case cases[] = {
         {"an undefined name", "--rechne=x", "Error: Syntax\n", "„x“"},
