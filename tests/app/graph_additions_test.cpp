@@ -1,49 +1,20 @@
 // Additional lines and points, the coupling to the pointer and the general settings, through the
 // controls of the main window.
-#include <gtest/gtest.h>
-
-#include <QAction>
-#include <QApplication>
 #include <QDialog>
-#include <QImage>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
-#include <QTest>
 #include <cmath>
 
-#include "app/application.h"
-#include "app/main_window.h"
 #include "document/parameter_values.h"
-#include "tests/ui/scripted_dialogs.h"
-#include "ui/graphform.h"
+#include "window_fixture.h"
 
 namespace korvinth::app {
 namespace {
 
-class GraphAdditionsTest : public testing::Test
+class GraphAdditionsTest : public ShownWindow
 {
 protected:
-    GraphAdditionsTest()
-    {
-        window_.resize(1280, 800);
-        window_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window_));
-        QApplication::processEvents();
-    }
-    template <class T = QWidget>
-    T* Find(const QString& name)
-    {
-        return window_.findChild<T*>(name);
-    }
-    void Trigger(const char* entry) { Find<QAction>(entry)->trigger(); }
-    void TypeRow(const char* text)
-    {
-        auto* row = Find<QLineEdit>("fnam[0]");
-        row->clear();
-        QTest::keyClicks(row, text);
-        QTest::keyClick(row, Qt::Key_Return);
-    }
+    GraphAdditionsTest() { Show(); }
     void Enter(const char* window, const char* text)
     {
         auto* field = Find(window)->findChild<QLineEdit*>("Text1");
@@ -52,7 +23,6 @@ protected:
         Picture();
         QApplication::processEvents();
     }
-    QImage Picture() { return Find<ui::GraphForm>("graphform")->Picture().copy(); }
     QWidget* Area() { return Find("Picture1"); }
     QPoint PixelOf(double x, double y)
     {
@@ -62,15 +32,11 @@ protected:
     }
     double Value(const char* name) { return application_.Document().FindParameter(name)->value; }
     document::PlotDocument& Plot() { return application_.Document(); }
-
-    Application application_;
-    ui::ScriptedDialogs dialogs_;
-    MainWindow window_{application_, dialogs_};
 };
 
 TEST_F(GraphAdditionsTest, ALineIsDrawnFollowsItsParameterAndCanBeUndone)
 {
-    TypeRow("f(x)=a*x^2");
+    Type(0, "f(x)=a*x^2");
     Trigger("mn_asy");
     const QImage without = Picture();
     Enter("Asymptoten", "f(1)+f'(1)*(x-1)");
@@ -118,7 +84,7 @@ TEST_F(GraphAdditionsTest, AFaultyLineIsToldOnceUntilTheListIsTakenAgain)
     Enter("Asymptoten", "1/0");
     ASSERT_EQ(dialogs_.errors.size(), 1U);
     EXPECT_TRUE(dialogs_.errors[0].starts_with("Geradenfenster:|")) << dialogs_.errors[0];
-    TypeRow("x");
+    Type(0, "x");
     Picture();
     QApplication::processEvents();
     EXPECT_EQ(dialogs_.errors.size(), 1U);
@@ -128,7 +94,7 @@ TEST_F(GraphAdditionsTest, AFaultyLineIsToldOnceUntilTheListIsTakenAgain)
 
 TEST_F(GraphAdditionsTest, APointIsDraggedWithItsParameter)
 {
-    TypeRow("f(x)=a*x");
+    Type(0, "f(x)=a*x");
     Trigger("mn_punkt");
     Enter("Punkte", "(a | 2)");
     const QPoint start = PixelOf(1, 2);
@@ -162,7 +128,7 @@ TEST_F(GraphAdditionsTest, APointIsDraggedWithItsParameter)
 
 TEST_F(GraphAdditionsTest, CoupledParametersFollowThePointerUntilAClickHoldsThem)
 {
-    TypeRow("f(x)=a*x+b+c_int");
+    Type(0, "f(x)=a*x+b+c_int");
     const auto couple = [this](const char* window, const char* entry) {
         auto* menu = Find(window)->findChild<QMenu*>("mn_pop2");
         menu->findChild<QAction*>(entry)->trigger();
@@ -170,7 +136,7 @@ TEST_F(GraphAdditionsTest, CoupledParametersFollowThePointerUntilAClickHoldsThem
     couple("para[26]", "mnp_x");
     couple("para[27]", "mnp_winkel");
     couple("para[28]", "mnp_y");
-    EXPECT_TRUE(Find<QAction>("mnka")->isChecked());
+    EXPECT_TRUE(Checked("mnka"));
     QTest::mouseMove(Area(), PixelOf(-3, 3));
     EXPECT_NEAR(Value("a"), -3, 0.05);
     EXPECT_NEAR(Value("b"), 3 * 3.14159265 / 4, 0.02);
@@ -182,16 +148,15 @@ TEST_F(GraphAdditionsTest, CoupledParametersFollowThePointerUntilAClickHoldsThem
     QTest::mouseMove(Area(), PixelOf(6, 1));
     EXPECT_NEAR(Value("a"), 6, 0.05);
     Trigger("mnkc");
-    EXPECT_FALSE(Find<QAction>("mnka")->isChecked());
+    EXPECT_FALSE(Checked("mnka"));
     QTest::mouseMove(Area(), PixelOf(2, 1));
     EXPECT_NEAR(Value("a"), 6, 0.05);
 }
 
 TEST_F(GraphAdditionsTest, AnIntegralFunctionTakesTheSampleCountOfAResizedArea)
 {
-    TypeRow("x");
-    QTest::keyClicks(Find<QLineEdit>("fnam[1]"), "F(x)");
-    QTest::keyClick(Find<QLineEdit>("fnam[1]"), Qt::Key_Return);
+    Type(0, "x");
+    Type(1, "F(x)");
     EXPECT_EQ(application_.SampleCount(document::SlotIndex{1}), 1000) << "its own from the start";
     window_.resize(1024, 700);
     QApplication::processEvents();
@@ -204,9 +169,8 @@ TEST_F(GraphAdditionsTest, AnIntegralFunctionTakesTheSampleCountOfAResizedArea)
 
 TEST_F(GraphAdditionsTest, TheMenuOverAGraphIsForThatGraph)
 {
-    TypeRow("4");
-    QTest::keyClicks(Find<QLineEdit>("fnam[1]"), "-3");
-    QTest::keyClick(Find<QLineEdit>("fnam[1]"), Qt::Key_Return);
+    Type(0, "4");
+    Type(1, "-3");
     const auto hide_at = [this](double y) {
         QTest::mouseClick(Area(), Qt::RightButton, {}, PixelOf(2, y));
         Trigger("mng_vis");
@@ -216,9 +180,9 @@ TEST_F(GraphAdditionsTest, TheMenuOverAGraphIsForThatGraph)
     QApplication::activePopupWidget()->close();
     Find("termform_frame")->close();
     Trigger("mng_intervals");
-    EXPECT_TRUE(Find<QLineEdit>("fnam[1]")->isVisible()) << "the editor opens at the graph's row";
+    EXPECT_TRUE(Row(1)->isVisible()) << "the editor opens at the graph's row";
     EXPECT_EQ(window_.focusWidget()->objectName(), "fnam[1]");
-    EXPECT_TRUE(Find<QLineEdit>("fnam[1]")->text().contains("-oo"));
+    EXPECT_TRUE(Row(1)->text().contains("-oo"));
     Trigger("mng_terms");
     hide_at(4);
     EXPECT_FALSE(Plot().slots[document::SlotIndex{0}].visible);
@@ -229,7 +193,7 @@ TEST_F(GraphAdditionsTest, TheMenuOverAGraphIsForThatGraph)
 
 TEST_F(GraphAdditionsTest, SettingsShowAtOnceAndCancelRestoresThem)
 {
-    TypeRow("f(x)=x");
+    Type(0, "f(x)=x");
     const QImage before = Picture();
     Trigger("mn_groptions");
     auto* settings = Find<QDialog>("optionsgraph");

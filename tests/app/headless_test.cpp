@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QColor>
 #include <QFile>
 #include <QGuiApplication>
 #include <QImage>
@@ -13,11 +12,13 @@
 #include <vector>
 
 #include "app/collection_run.h"
-#include "document/display_attributes.h"
+#include "document/list_text.h"
+#include "tests/render/pixel_count.h"
 
 namespace korvinth::app {
 namespace {
 
+using render::CountPixels;
 using Arguments = std::vector<std::string>;
 
 struct Outcome
@@ -39,15 +40,10 @@ Outcome Call(const Arguments& arguments)
     return {status, out.str(), errors.str()};
 }
 
-int CountPixels(const QImage& image, document::Colour colour)
+Arguments Separated(std::string_view text)
 {
-    const QRgb wanted =
-        qRgb(document::Red(colour), document::Green(colour), document::Blue(colour));
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) count += image.pixel(x, y) == wanted ? 1 : 0;
-    }
-    return count;
+    const std::vector<std::string_view> parts = document::SplitText(text, "|");
+    return {parts.begin(), parts.end()};
 }
 
 document::Colour SlotColour(int slot)
@@ -105,47 +101,40 @@ TEST(Headless, ListsAndDrawsTheEntriesOfACollection)
     EXPECT_EQ(progress, (std::vector<std::size_t>{1, 2, 3}));
 }
 
+// Arguments stand between "|".
 TEST(Headless, CalculatesAndTabulates)
 {
     struct Case
     {
-        std::string_view behaviour;
-        Arguments arguments;
-        std::string_view out;
+        std::string_view behaviour, arguments, out;
     };
-    const Case cases[] = {
-        {"German notation, decimal point in the result", {"--rechne", "1,5*wurzel(4)"}, "3\n"},
-        {"three places", {"--rechne=2/3"}, "0.667\n"},
-        {"as many places as asked for", {"--rechne=2/3", "--stellen=5"}, "0.66667\n"},
-        {"a negative term as next argument", {"--rechne", "-2^2"}, "-4\n"},
-        {"several terms, a line each", {"--rechne=1", "--rechne=2"}, "1\n2\n"},
-        {"the empty term", {"--rechne="}, "0\n"},
-        {"functions of the rows", {"--zeichne=f(x)=x^2", "--rechne=f(2)"}, "4\n"},
-        {"functions named by the free letters",
-         {"--zeichne=x", "--zeichne=3x", "--rechne=g(2)"},
-         "6\n"},
-        {"parameters of the rows", {"--zeichne=a*x", "--parameter=a=2", "--rechne=f(3)+a"}, "8\n"},
-        {"a parameter that no row uses", {"--parameter=a=2", "--rechne=a+1"}, "3\n"},
-        {"parameters built on earlier ones",
-         {"--parameter=a=1,5", "--parameter", "b=2a", "--rechne=b"},
+    constexpr Case kCases[] = {
+        {"German notation, decimal point in the result", "--rechne|1,5*wurzel(4)", "3\n"},
+        {"three places", "--rechne=2/3", "0.667\n"},
+        {"as many places as asked for", "--rechne=2/3|--stellen=5", "0.66667\n"},
+        {"a negative term as next argument", "--rechne|-2^2", "-4\n"},
+        {"several terms, a line each", "--rechne=1|--rechne=2", "1\n2\n"},
+        {"the empty term", "--rechne=", "0\n"},
+        {"functions of the rows", "--zeichne=f(x)=x^2|--rechne=f(2)", "4\n"},
+        {"functions named by the free letters", "--zeichne=x|--zeichne=3x|--rechne=g(2)", "6\n"},
+        {"parameters of the rows", "--zeichne=a*x|--parameter=a=2|--rechne=f(3)+a", "8\n"},
+        {"a parameter that no row uses", "--parameter=a=2|--rechne=a+1", "3\n"},
+        {"parameters built on earlier ones", "--parameter=a=1,5|--parameter|b=2a|--rechne=b",
          "3\n"},
-        {"degrees", {"--winkel=deg", "--rechne=sin(90)"}, "1\n"},
-        {"grads", {"--winkel=grad", "--rechne=sin(100)"}, "1\n"},
-        {"derivatives with a fine step", {"--zeichne=f(x)=x^2", "--rechne=f'(3)"}, "6\n"},
-        {"a table",
-         {"--zeichne", "f(x)=x^2", "--zeichne=g(x)=1/x", "--tabelle", "-1;1;0,5"},
+        {"degrees", "--winkel=deg|--rechne=sin(90)", "1\n"},
+        {"grads", "--winkel=grad|--rechne=sin(100)", "1\n"},
+        {"derivatives with a fine step", "--zeichne=f(x)=x^2|--rechne=f'(3)", "6\n"},
+        {"a table", "--zeichne|f(x)=x^2|--zeichne=g(x)=1/x|--tabelle|-1;1;0,5",
          "x;f(x);g(x)\n-1;1;-1\n-0,5;0,25;-2\n0;0;\n0,5;0,25;2\n1;1;1\n"},
         {"a table long enough for the block form of the evaluator",
-         {"--zeichne=betrag(x)", "--zeichne=floor(x/2)", "--tabelle=-9;-1;1"},
+         "--zeichne=betrag(x)|--zeichne=floor(x/2)|--tabelle=-9;-1;1",
          "x;f(x);g(x)\n-9;9;-5\n-8;8;-4\n-7;7;-4\n-6;6;-3\n-5;5;-3\n-4;4;-2\n-3;3;-2\n-2;2;-1\n"
          "-1;1;-1\n"},
-        {"calculator before table",
-         {"--zeichne=x", "--tabelle=0;0;1", "--rechne=7"},
-         "7\nx;f(x)\n0;0\n"},
+        {"calculator before table", "--zeichne=x|--tabelle=0;0;1|--rechne=7", "7\nx;f(x)\n0;0\n"},
     };
-    for (const Case& row : cases) {
+    for (const Case& row : kCases) {
         SCOPED_TRACE(row.behaviour);
-        const Outcome outcome = Call(row.arguments);
+        const Outcome outcome = Call(Separated(row.arguments));
         EXPECT_EQ(outcome.out, row.out);
         EXPECT_EQ(outcome.errors, "");
         EXPECT_EQ(outcome.status, kAllWell);
@@ -157,42 +146,36 @@ TEST(Headless, ReportsWrongInputAndPrintsNothingElse)
     struct Case
     {
         std::string_view behaviour;
-        Arguments arguments;
-        std::string_view out;
+        std::string arguments;
+        std::string_view out;      // what stdout begins with
         std::string_view message;  // part of stderr
     };
     const Case cases[] = {
-        {"an undefined name", {"--rechne=x"}, "Error: Syntax\n", "„x“"},
-        {"a division by zero", {"--rechne=1/0"}, "Error: Division durch 0\n", "Division durch 0"},
-        {"one wrong term of two", {"--rechne=1", "--rechne=x"}, "Error: Syntax\n", "Syntax"},
-        {"a wrong row leaves the result unsaid", {"--zeichne=f(x)=(x", "--rechne=1"}, "", "f(x)"},
-        {"a wrong row leaves the table unsaid", {"--zeichne=f(x)=(x", "--tabelle=0;1;1"}, "", "f"},
-        {"two rows of one name",
-         {"--zeichne=f(x)=1", "--zeichne=f(x)=2", "--rechne=1"},
-         "",
+        {"an undefined name", "--rechne=x", "Error: Syntax\n", "„x“"},
+        {"a division by zero", "--rechne=1/0", "Error: Division durch 0\n", "Division durch 0"},
+        {"one wrong term of two", "--rechne=1|--rechne=x", "Error: Syntax\n", "Syntax"},
+        {"a wrong row leaves the result unsaid", "--zeichne=f(x)=(x|--rechne=1", "", "f(x)"},
+        {"a wrong row leaves the table unsaid", "--zeichne=f(x)=(x|--tabelle=0;1;1", "", "f"},
+        {"two rows of one name", "--zeichne=f(x)=1|--zeichne=f(x)=2|--rechne=1", "",
          "Funktionsname f wird bereits verwendet!"},
-        {"bounds in the wrong order", {"--x=5;-5", "--rechne=1"}, "", "x-Bereich: Die untere"},
-        {"bounds without a value", {"--y=1/0;5", "--rechne=1"}, "", "Division durch 0"},
-        {"bounds beyond the number format", {"--x=0;10^16", "--rechne=1"}, "", "10^15"},
-        {"bounds too close", {"--x=10^9;10^9+10^-6", "--rechne=1"}, "", "zu schmal"},
-        {"an interval of no function",
-         {"--zeichne=x", "--intervall=k:0;1", "--rechne=1"},
-         "",
+        {"bounds in the wrong order", "--x=5;-5|--rechne=1", "", "x-Bereich: Die untere"},
+        {"bounds without a value", "--y=1/0;5|--rechne=1", "", "Division durch 0"},
+        {"bounds beyond the number format", "--x=0;10^16|--rechne=1", "", "10^15"},
+        {"bounds too close", "--x=10^9;10^9+10^-6|--rechne=1", "", "zu schmal"},
+        {"an interval of no function", "--zeichne=x|--intervall=k:0;1|--rechne=1", "",
          "keine Funktion „k“"},
-        {"a parameter that is no name", {"--parameter=2a=1", "--rechne=1"}, "", "kein Name"},
-        {"a parameter named as a constant", {"--parameter=pi=3", "--rechne=1"}, "", "vergeben"},
-        {"a parameter without a value", {"--parameter=a=ln(0)", "--rechne=1"}, "", "Parameter „a“"},
-        {"a table without end", {"--zeichne=x", "--tabelle=0;1;0"}, "", "Tabelle"},
-        {"bytes that are no text", {"--rechne=\xff"}, "", "UTF-8"},
-        {"a megabyte of brackets", {"--rechne=" + std::string(1'000'000, '(')}, "Error: ", "((("},
-        {"a megabyte row", {"--zeichne=" + std::string(1'000'000, 'x'), "--rechne=1"}, "", "f"},
+        {"a parameter that is no name", "--parameter=2a=1|--rechne=1", "", "kein Name"},
+        {"a parameter named as a constant", "--parameter=pi=3|--rechne=1", "", "vergeben"},
+        {"a parameter without a value", "--parameter=a=ln(0)|--rechne=1", "", "Parameter „a“"},
+        {"a table without end", "--zeichne=x|--tabelle=0;1;0", "", "Tabelle"},
+        {"bytes that are no text", "--rechne=\xff", "", "UTF-8"},
+        {"a megabyte of brackets", "--rechne=" + std::string(1'000'000, '('), "Error: ", "((("},
+        {"a megabyte row", "--zeichne=" + std::string(1'000'000, 'x') + "|--rechne=1", "", "f"},
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.behaviour);
-        const Outcome outcome = Call(row.arguments);
-        if (row.out.empty()) {
-            EXPECT_EQ(outcome.out, "");
-        }
+        const Outcome outcome = Call(Separated(row.arguments));
+        EXPECT_EQ(outcome.out.empty(), row.out.empty());
         EXPECT_TRUE(outcome.out.starts_with(row.out)) << outcome.out;
         EXPECT_NE(outcome.errors.find(row.message), std::string::npos) << outcome.errors;
         EXPECT_EQ(outcome.status, kInputError);
@@ -231,6 +214,15 @@ class HeadlessPicture : public testing::Test
 {
 protected:
     std::string File(const char* name) const { return folder_.filePath(name).toStdString(); }
+    // A picture of 200 x 100 pixels of the graph of 1 with further arguments.
+    QImage Drawn(const Arguments& further) const
+    {
+        Arguments arguments = {"--zeichne=1", "--x=-5;5", "--groesse=200x100", "--ausgabe",
+                               File("bild.png")};
+        arguments.insert(arguments.end(), further.begin(), further.end());
+        EXPECT_EQ(Call(arguments).status, kAllWell);
+        return Picture(File("bild.png"));
+    }
     static QImage Picture(const std::string& file) { return QImage(QString::fromStdString(file)); }
 
     QTemporaryDir folder_;
@@ -256,27 +248,17 @@ TEST_F(HeadlessPicture, FollowsRangesAndIntervals)
 {
     // y = 1 crosses the whole picture, or the part from 0 to 5 of -5 to 5; one scale on both axes
     // puts it 20 pixels above the middle.
-    const std::string whole = File("ganz.png");
-    const std::string part = File("teil.png");
-    const Arguments common = {"--zeichne=1", "--x=-5;5", "--groesse=200x100", "--ausgabe"};
-    Arguments arguments = common;
-    arguments.push_back(whole);
-    ASSERT_EQ(Call(arguments).status, kAllWell);
-    arguments = common;
-    arguments.insert(arguments.end(), {part, "--intervall=f:0;oo"});
-    ASSERT_EQ(Call(arguments).status, kAllWell);
-    const std::string high = File("hoch.png");
-    arguments = common;
-    arguments.insert(arguments.end(), {high, "--y=0;100"});  // 1 is a pixel above the edge
-    ASSERT_EQ(Call(arguments).status, kAllWell);
-    EXPECT_EQ(CountPixels(Picture(high).copy(0, 0, 200, 90), SlotColour(0)), 0);
+    const QImage whole = Drawn({});
+    const QImage part = Drawn({"--intervall=f:0;oo"});
+    const QImage high = Drawn({"--y=0;100"});  // 1 is a pixel above the edge
+    EXPECT_EQ(CountPixels(high.copy(0, 0, 200, 90), SlotColour(0)), 0);
 
     const QRect left_half(0, 26, 95, 8);
     const QRect right_half(105, 26, 85, 8);
-    EXPECT_GT(CountPixels(Picture(whole).copy(left_half), SlotColour(0)), 80);
-    EXPECT_GT(CountPixels(Picture(whole).copy(right_half), SlotColour(0)), 70);
-    EXPECT_EQ(CountPixels(Picture(part).copy(left_half), SlotColour(0)), 0);
-    EXPECT_GT(CountPixels(Picture(part).copy(right_half), SlotColour(0)), 70);
+    EXPECT_GT(CountPixels(whole.copy(left_half), SlotColour(0)), 80);
+    EXPECT_GT(CountPixels(whole.copy(right_half), SlotColour(0)), 70);
+    EXPECT_EQ(CountPixels(part.copy(left_half), SlotColour(0)), 0);
+    EXPECT_GT(CountPixels(part.copy(right_half), SlotColour(0)), 70);
 }
 
 TEST_F(HeadlessPicture, ATermWithoutValuesIsANoteOnly)

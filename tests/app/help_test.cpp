@@ -1,28 +1,19 @@
 // The help: its pages say what the program has, and F1 finds them.
-#include <gtest/gtest.h>
-
-#include <QAction>
-#include <QApplication>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTextBrowser>
 #include <QToolButton>
-#include <fstream>
+#include <memory>
 #include <set>
 
 #include "app/help_control.h"
-#include "app/main_window.h"
 #include "app/plot_picture.h"
 #include "app/program.h"
-#include "files/path_text.h"
 #include "term/builtins.h"
-#include "tests/ui/scripted_dialogs.h"
 #include "ui/child_window.h"
 #include "ui/help_window.h"
+#include "window_fixture.h"
 
 namespace korvinth::app {
 namespace {
@@ -109,7 +100,7 @@ TEST(HelpPages, AreSearchedForAllWords)
     EXPECT_TRUE(pages.Search("(.*").empty());
 }
 
-class HelpTest : public testing::Test
+class HelpTest : public WindowWithFiles
 {
 protected:
     void Make(bool can_open)
@@ -121,7 +112,7 @@ protected:
         });
         window_->show();
     }
-    files::Path Directory() const { return files::PathOf(folder_.path().toStdString()); }
+    MainWindow& Window() override { return *window_; }
     // The title of the page that is shown.
     std::string Shown() const
     {
@@ -133,8 +124,6 @@ protected:
         return "";
     }
 
-    QTemporaryDir folder_;
-    ui::ScriptedDialogs dialogs_;
     Application application_;
     std::unique_ptr<MainWindow> window_;
     std::unique_ptr<HelpControl> help_;
@@ -166,20 +155,20 @@ TEST_F(HelpTest, EveryWindowHasAPageOfItsOwn)
 TEST_F(HelpTest, TheKeyOpensThePageOfWhatHasTheFocusInDialogsToo)
 {
     Make(true);
-    QTest::keyClick(window_->findChild<QLineEdit*>("fnam[0]"), Qt::Key_F1);
+    QTest::keyClick(Row(0), Qt::Key_F1);
     EXPECT_EQ(Shown(), "Hilfe: Funktionsterme und Darstellungsintervalle");
-    window_->findChild<QAction*>("mn_groptions")->trigger();
-    QTest::keyClick(window_->findChild<QLineEdit*>("xname"), Qt::Key_F1);
+    Trigger("mn_groptions");
+    QTest::keyClick(Find<QLineEdit>("xname"), Qt::Key_F1);
     EXPECT_EQ(Shown(), "Hilfe: Allgemeine Einstellungen");
     EXPECT_EQ(opened_, 0);
 }
 
 TEST_F(HelpTest, AHelpFileGoesBeforeWhenTheSystemOpensIt)
 {
-    std::ofstream(Directory() / kHelpFile) << "x";
+    Put(kHelpFile, "x");
     for (const bool can_open : {true, false}) {
         Make(can_open);
-        window_->findChild<QAction*>("mn_hlpm")->trigger();
+        Trigger("mn_hlpm");
         EXPECT_EQ(opened_, 1);
         EXPECT_EQ(Shown().empty(), can_open);
         opened_ = 0;
@@ -190,7 +179,7 @@ TEST_F(HelpTest, TheWindowSearchesAndGoesBack)
 {
     Make(true);
     help_->ShowHelp();
-    auto* help = window_->findChild<QWidget*>("hilfe");
+    auto* help = Find("hilfe");
     ASSERT_NE(help, nullptr);
     ASSERT_TRUE(QTest::qWaitForWindowActive(help));
     auto* search = help->findChild<QLineEdit*>("hilfe_suche");
@@ -218,8 +207,8 @@ TEST_F(HelpTest, TheWindowSearchesAndGoesBack)
 TEST_F(HelpTest, TheAboutBoxNamesVersionAndLicences)
 {
     Make(true);
-    window_->MenuEntry("mn_about").trigger();
-    auto* box = window_->findChild<QMessageBox*>("about");
+    Trigger("mn_about");
+    auto* box = Find<QMessageBox>("about");
     ASSERT_NE(box, nullptr);
     EXPECT_TRUE(box->text().contains("Version " KORVINTH_VERSION));
     EXPECT_TRUE(box->text().contains("LGPL"));

@@ -1,15 +1,9 @@
 #include "app/main_window.h"
 
-#include <gtest/gtest.h>
-
 #include <QAccessible>
-#include <QAction>
-#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QImage>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListView>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -17,82 +11,40 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSlider>
-#include <QTest>
 #include <cmath>
 #include <set>
-#include <string>
 #include <vector>
 
-#include "app/application.h"
-#include "tests/ui/scripted_dialogs.h"
-#include "ui/graphform.h"
+#include "tests/render/pixel_count.h"
 #include "ui/menu_key.h"
-#include "ui/termform.h"
+#include "window_fixture.h"
 
 namespace korvinth::app {
 namespace {
 
-class MainWindowTest : public testing::Test
+class MainWindowTest : public ShownWindow
 {
 protected:
-    void Show(int width = 1280, int height = 800)
-    {
-        window_.resize(width, height);
-        window_.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
-        QApplication::processEvents();
-    }
-    template <class T = QWidget>
-    T* Find(const QString& name)
-    {
-        return window_.findChild<T*>(name);
-    }
     template <class T>
-    T* Find(const char* name, const char* child_window)
+    T* InWindow(const char* child_window, const char* name)
     {
         return Find(child_window)->template findChild<T*>(name);
     }
-    QLineEdit* Row(int row) { return Find<QLineEdit>(QStringLiteral("fnam[%1]").arg(row)); }
-    void Type(int row, const char* text)
-    {
-        Row(row)->clear();
-        QTest::keyClicks(Row(row), text);
-        QTest::keyClick(Row(row), Qt::Key_Return);
-    }
-    void Trigger(const char* entry) { Find<QAction>(entry)->trigger(); }
-    bool Enabled(const char* entry) { return Find<QAction>(entry)->isEnabled(); }
-    bool Checked(const char* entry) { return Find<QAction>(entry)->isChecked(); }
     QString Status() { return Find<QLabel>("status")->text(); }
     QString Outcome() { return Find<QLabel>("outcome")->text(); }
-    ui::GraphForm* Graph() { return Find<ui::GraphForm>("graphform"); }
     QSize PictureSize() { return Graph()->AreaSize() * Graph()->devicePixelRatioF(); }
-    QImage Picture() { return Graph()->Picture().copy(); }
     double Value(const char* name)
     {
         const document::Parameter* found = application_.Document().FindParameter(name);
         return found == nullptr ? NAN : found->value;
     }
-    int PixelsOfSlot(int slot)
+    int PixelsOfSlot(short slot)
     {
-        const document::Colour colour =
-            application_.Document()
-                .attributes.slots[document::SlotIndex{static_cast<std::int16_t>(slot)}]
-                .colour;
-        const QImage picture = Picture();
-        const QColor wanted(document::Red(colour), document::Green(colour), document::Blue(colour));
-        int count = 0;
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x) {
-                count += picture.pixelColor(x, y) == wanted ? 1 : 0;
-            }
-        }
-        return count;
+        const auto& slots = application_.Document().attributes.slots;
+        return render::CountPixels(Picture(), slots[document::SlotIndex{slot}].colour);
     }
     QRect Frame(const char* name) { return Find<QMdiSubWindow>(name)->geometry(); }
-
-    Application application_;
-    ui::ScriptedDialogs dialogs_;
-    MainWindow window_{application_, dialogs_};
+    QSlider* Slider(const char* window) { return InWindow<QSlider>(window, "HScroll1"); }
 };
 
 TEST_F(MainWindowTest, EnterDrawsTheTypedTermWhoseSlidersMoveThePicture)
@@ -104,11 +56,9 @@ TEST_F(MainWindowTest, EnterDrawsTheTypedTermWhoseSlidersMoveThePicture)
     EXPECT_EQ(Outcome(), "Ok.");
     EXPECT_EQ(Row(0)->text(), "f(x) = a*sin(x)+b");
     EXPECT_GT(PixelsOfSlot(0), 200);
-    QWidget* slider_window = Find("para[26]");
-    ASSERT_NE(slider_window, nullptr);
-    EXPECT_TRUE(slider_window->isVisible());
+    ASSERT_TRUE(Find("para[26]") != nullptr && Find("para[26]")->isVisible());
     const QImage before = Picture();
-    QTest::keyClick(slider_window->findChild<QSlider*>("HScroll1"), Qt::Key_PageUp);
+    QTest::keyClick(Slider("para[26]"), Qt::Key_PageUp);
     EXPECT_NEAR(Value("a"), 2, 1e-9);
     EXPECT_NE(Picture(), before);
 }
@@ -133,8 +83,7 @@ TEST_F(MainWindowTest, OneCommandStartsAndStopsAllAnimations)
 {
     Show();
     Type(0, "f(x)=a*x");
-    document::Parameter* a = application_.Document().FindParameter("a");
-    a->step = 0.25;
+    application_.Document().FindParameter("a")->step = 0.25;
     EXPECT_EQ(Find<QAction>("mn_timergo")->text(), "Alle &Timer gleichzeitig starten");
     Trigger("mn_timergo");
     EXPECT_EQ(Find<QAction>("mn_timergo")->text(), "Alle &Timer anhalten");
@@ -145,7 +94,6 @@ TEST_F(MainWindowTest, OneCommandStartsAndStopsAllAnimations)
     EXPECT_FALSE(window_.PlotSession().Animation().Active());
     Trigger("mn_timergo");
     Type(0, "f(x)=a*x^2");
-    EXPECT_FALSE(window_.PlotSession().Animation().Active()) << "applying a plot stops it";
     EXPECT_EQ(Find<QAction>("mn_timergo")->text(), "Alle &Timer gleichzeitig starten");
 }
 
@@ -318,8 +266,7 @@ TEST_F(MainWindowTest, ARangeMayNameAParameterAndFollowsItsSlider)
     EXPECT_EQ(application_.View().x_min, -4);
     EXPECT_EQ(lower->text(), "-4*k");
     const QImage before = Picture();
-    auto* slider = Find("para[26]")->findChild<QSlider*>("HScroll1");
-    QTest::keyClick(slider, Qt::Key_PageUp);
+    QTest::keyClick(Slider("para[26]"), Qt::Key_PageUp);
     EXPECT_NEAR(application_.View().x_min, -8, 1e-9);
     EXPECT_NE(Picture(), before);
     Trigger("mng_back");
@@ -567,13 +514,13 @@ TEST_F(MainWindowTest, TheCalculatorFollowsThePlot)
     Show();
     Type(0, "f(x)=a*x");
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_R, Qt::ControlModifier);
-    auto* term = Find<QLineEdit>("Text1", "minicalc");
-    auto* line = Find<QLabel>("Label1", "minicalc");
+    auto* term = InWindow<QLineEdit>("minicalc", "Text1");
+    auto* line = InWindow<QLabel>("minicalc", "Label1");
     EXPECT_EQ(QApplication::focusWidget(), term);
     QTest::keyClicks(term, "f(2)+sin(90)*0");
     QTest::keyClick(term, Qt::Key_Return);
     EXPECT_EQ(line->text(), "2");
-    QTest::keyClick(Find("para[26]")->findChild<QSlider*>("HScroll1"), Qt::Key_PageUp);
+    QTest::keyClick(Slider("para[26]"), Qt::Key_PageUp);
     EXPECT_EQ(line->text(), "4") << "the slider";
     Type(0, "f(x)=a*x^3");
     EXPECT_EQ(line->text(), "16") << "an applied plot";
@@ -596,19 +543,14 @@ TEST_F(MainWindowTest, FreeWindowsStayAboveTheDockedOnes)
 {
     Show();
     for (const char* entry : {"mn_spal", "mn_asy", "mn_calc", "mn_asy"}) Trigger(entry);
-    const auto stack = [this] {
+    const std::vector<std::string> free = {"Parameter_frame", "minicalc_frame", "Asymptoten_frame"};
+    const auto top = [this](std::ptrdiff_t count) {
         std::vector<std::string> names;
         for (const QMdiSubWindow* window :
              Find<QMdiArea>("area")->subWindowList(QMdiArea::StackingOrder)) {
             if (window->isVisible()) names.push_back(window->objectName().toStdString());
         }
-        return names;
-    };
-    const std::vector<std::string> free = {"Parameter_frame", "minicalc_frame", "Asymptoten_frame"};
-    const auto top = [&](std::size_t count) {
-        const std::vector<std::string> names = stack();
-        return std::vector<std::string>(names.end() - static_cast<std::ptrdiff_t>(count),
-                                        names.end());
+        return std::vector<std::string>(names.end() - count, names.end());
     };
     EXPECT_EQ(top(3), free);
     for (const char* docked : {"mn_graph", "mn_term"}) {
@@ -639,12 +581,9 @@ TEST_F(MainWindowTest, NastyInputGetsAnAnswerAndIsKept)
     }
 }
 
-TEST_F(MainWindowTest, HasItsTitleAndCloses)
+TEST_F(MainWindowTest, TellsThatItCloses)
 {
     Show();
-    EXPECT_EQ(window_.windowTitle(),
-              "Korvinth 2 - Funktionsgraphen und Kurven mit dynamischen Parametern");
-    EXPECT_EQ(Graph()->windowTitle(), "Funktionenplotter");
     bool told = false;
     QObject::connect(&window_, &MainWindow::closing, &window_, [&] { told = true; });
     Trigger("mn_close");
@@ -658,7 +597,7 @@ class GraphByKeysTest : public MainWindowTest
 protected:
     void Show()
     {
-        MainWindowTest::Show();
+        ShownWindow::Show();
         area_ = Find("Picture1");
         area_->setFocus();
     }
@@ -761,8 +700,7 @@ TEST_F(GraphByKeysTest, ThePictureIsToldInWordsOnceItRests)
     Type(0, "f(x)=a*x²");
     QTRY_VERIFY(Told(QAccessible::Description).contains("f(x) = a*x², blau. a = 1"));
     EXPECT_TRUE(Told(QAccessible::Description).startsWith("x von −10 bis 10, y von "));
-    QSlider* slider = Find("para[26]")->findChild<QSlider*>("HScroll1");
-    QTest::keyClick(slider, Qt::Key_PageUp);
+    QTest::keyClick(Slider("para[26]"), Qt::Key_PageUp);
     EXPECT_TRUE(Told(QAccessible::Description).endsWith("a = 1")) << "not for every picture";
     QTRY_VERIFY(Told(QAccessible::Description).endsWith("a = 2"));
 }

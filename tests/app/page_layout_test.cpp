@@ -7,17 +7,9 @@
 namespace korvinth::app {
 namespace {
 
-constexpr Room kPortrait{10, 10, 190, 277};
+using render::ViewRange;
 
-render::ViewRange View(double x_min, double x_max, double y_min, double y_max)
-{
-    render::ViewRange view;
-    view.x_min = x_min;
-    view.x_max = x_max;
-    view.y_min = y_min;
-    view.y_max = y_max;
-    return view;
-}
+constexpr Room kPortrait{10, 10, 190, 277};
 
 // 0 when the value is a multiple, as near as the numbers go.
 double OffMultiple(double value, double of) { return std::abs(std::remainder(value, of)); }
@@ -45,7 +37,7 @@ TEST(PageLayout, KeepsTheScaleOnThePage)
     for (const ScaleCase& row : kScaleCases) {
         SCOPED_TRACE(row.behaviour);
         const PlacedPicture picture = ScalePictureOnPage(
-            View(row.x_min, row.x_max, row.y_min, row.y_max), row.scale, kPortrait);
+            ViewRange{row.x_min, row.x_max, row.y_min, row.y_max}, row.scale, kPortrait);
         ASSERT_EQ(picture.fault, "");
         EXPECT_EQ(!picture.note.empty(), row.cut);
         const render::ViewRange& view = picture.view;
@@ -78,15 +70,15 @@ TEST(PageLayout, KeepsTheScaleOnThePage)
 
 TEST(PageLayout, RefusesPicturesThatNobodyCouldUse)
 {
-    EXPECT_NE(ScalePicture(View(0, 0.1, -5, 5), 1).fault, "");
-    EXPECT_NE(ScalePicture(View(-1e17, 1e17, -5, 5), 1).fault, "");
-    EXPECT_NE(FitPicture(View(-1, 1, -1, 1), {10, 10, -3, 100}).fault, "");
-    EXPECT_EQ(ScalePicture(View(-100, 100, -5, 5), 1).fault, "");
+    EXPECT_NE(ScalePicture(ViewRange{0, 0.1, -5, 5}, 1).fault, "");
+    EXPECT_NE(ScalePicture(ViewRange{-1e17, 1e17, -5, 5}, 1).fault, "");
+    EXPECT_NE(FitPicture(ViewRange{-1, 1, -1, 1}, {10, 10, -3, 100}).fault, "");
+    EXPECT_EQ(ScalePicture(ViewRange{-100, 100, -5, 5}, 1).fault, "");
 }
 
 TEST(PageLayout, FitsTheScreensPictureIntoTheRoom)
 {
-    render::ViewRange view = View(-4, 4, -3, 3);  // 800 x 600 pixels
+    const ViewRange view{-4, 4, -3, 3};  // 800 x 600 pixels
     const PlacedPicture wide = FitPicture(view, kPortrait);
     EXPECT_NEAR(wide.mm_per_pixel, 190.0 / 800, 1e-12);
     EXPECT_NEAR(wide.left, 10 + wide.mm_per_pixel / 2, 1e-9);

@@ -185,14 +185,6 @@ TEST_F(ParameterWindows, BoundsAreTakenOrRefusedWithOneMessage)
     EXPECT_EQ(calls, Texts{}) << "bounds change no picture";
 }
 
-TEST_F(ParameterWindows, SupportPointsAreLimited)
-{
-    Apply({"g(x) = x^2", "h(x) = G(x)"});
-    Type(Field("hanz", "Text3"), "25000");
-    EXPECT_EQ(Field("hanz", "Text3").text(), "20000");
-    EXPECT_EQ(calls, (Texts{"redraw", "calculator"}));
-}
-
 TEST_F(ParameterWindows, IntegralBoundsFollowTheDisplayedRangeUntilTyped)
 {
     Apply({"g(x) = x^2", "h(x) = G(x)"});

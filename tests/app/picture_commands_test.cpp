@@ -1,19 +1,13 @@
 // The picture on its way out of the program: clipboard, files and paper.
 #include "app/picture_commands.h"
 
-#include <gtest/gtest.h>
-
-#include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
 #include <QDoubleSpinBox>
-#include <QImage>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMimeData>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
@@ -21,72 +15,38 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QSpinBox>
-#include <QTemporaryDir>
-#include <QTest>
 #include <cstring>
-#include <fstream>
-#include <memory>
-#include <sstream>
-#include <string>
 #include <vector>
 
 #include "app/clipboard.h"
 #include "app/program.h"
-#include "files/path_text.h"
 #include "tests/files/failing_disk.h"
-#include "tests/ui/scripted_dialogs.h"
-#include "ui/graphform.h"
+#include "window_fixture.h"
 
 namespace korvinth::app {
 namespace {
 
-class PictureCommandsTest : public testing::Test
+class PictureCommandsTest : public WindowWithFiles
 {
 protected:
     PictureCommandsTest()
     {
         program_.Start({});
-        MainWindow& window = program_.Window();
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-        auto* row = Find<QLineEdit>("fnam[0]");
-        row->setText("f(x)=sin(x)");
-        QTest::keyClick(row, Qt::Key_Return);
+        Window().activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&Window()));
+        Type(0, "f(x)=sin(x)");
         QGuiApplication::clipboard()->setText("von vorher");
     }
 
-    files::Path Path(const char* name) const
-    {
-        return files::PathOf(folder_.path().toStdString()) / name;
-    }
-    std::string Content(const char* name) const
-    {
-        std::ifstream file(Path(name), std::ios::binary);
-        std::ostringstream content;
-        content << file.rdbuf();
-        return content.str();
-    }
-    void Put(const char* name, std::string_view content) const
-    {
-        std::ofstream(Path(name), std::ios::binary) << content;
-    }
-    template <class T>
-    T* Find(const char* name)
-    {
-        return program_.Window().findChild<T*>(name);
-    }
-    void Trigger(const char* entry) { Find<QAction>(entry)->trigger(); }
-    ui::GraphForm& Graph() { return program_.Window().Graph(); }
-    QImage Picture() { return Graph().Picture().convertToFormat(QImage::Format_RGB32); }
+    MainWindow& Window() override { return program_.Window(); }
+    QImage Picture() { return Graph()->Picture().convertToFormat(QImage::Format_RGB32); }
     static QImage AsPicture(const QVariant& data)
     {
         return data.value<QImage>().convertToFormat(QImage::Format_RGB32);
     }
     static const QMimeData& Clipboard() { return *QGuiApplication::clipboard()->mimeData(); }
 
-    QTemporaryDir folder_;
-    ui::ScriptedDialogs dialogs_;
-    Program program_{files::PathOf(folder_.path().toStdString()), dialogs_};
+    Program program_{Directory(), dialogs_};
 };
 
 TEST_F(PictureCommandsTest, TheBitmapIsThePictureOnTheScreen)
@@ -104,7 +64,7 @@ TEST_F(PictureCommandsTest, TheBitmapIsThePictureOnTheScreen)
 
 TEST_F(PictureCommandsTest, CtrlCIsTheGraphsOnlyWhereTheGraphHasTheKeyboard)
 {
-    auto* row = Find<QLineEdit>("fnam[0]");
+    auto* row = Row(0);
     row->setFocus();
     row->selectAll();
     QTest::keyClick(row, Qt::Key_C, Qt::ControlModifier);
@@ -114,8 +74,8 @@ TEST_F(PictureCommandsTest, CtrlCIsTheGraphsOnlyWhereTheGraphHasTheKeyboard)
     entries->setFocus();
     QTest::keyClick(entries, Qt::Key_C, Qt::ControlModifier);
     EXPECT_FALSE(Clipboard().hasImage());
-    Graph().setFocus();
-    QTest::keyClick(Graph().focusWidget(), Qt::Key_C, Qt::ControlModifier);
+    Graph()->setFocus();
+    QTest::keyClick(Graph()->focusWidget(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_TRUE(Clipboard().hasImage());
 }
 
@@ -139,11 +99,11 @@ TEST_F(PictureCommandsTest, TheMetafileStaysOnTheDiskAndIsOfferedUnderAllItsName
               "application/x-qt-windows-mime;value=\"Enhanced Metafile\""}) {
             EXPECT_EQ(Clipboard().data(name).toStdString(), file) << name;
         }
-        const QScreen& screen = *Graph().screen();
+        const QScreen& screen = *Graph()->screen();
         const render::ScreenSize size{screen.size().width(), screen.size().height(),
                                       qRound(screen.physicalSize().width()),
                                       qRound(screen.physicalSize().height())};
-        const QSize area = Graph().AreaSize();
+        const QSize area = Graph()->AreaSize();
         EXPECT_EQ(Frame(file), render::MetafileFrame(area.width(), area.height(), size));
         EXPECT_TRUE(Clipboard().data("image/svg+xml").contains("<path"));
         EXPECT_EQ(AsPicture(QImage::fromData(Clipboard().data("image/x-bmp"), "BMP")), Picture());
@@ -187,7 +147,7 @@ TEST_F(PictureCommandsTest, OnlyWhatAFormatHasCanBeChosen)
 
 TEST_F(PictureCommandsTest, AnExportWritesTheChosenSizeAndKeepsItsValues)
 {
-    const QSize area = Graph().AreaSize();
+    const QSize area = Graph()->AreaSize();
     Trigger("mn_export");
     auto* width = Find<QSpinBox>("export_width");
     auto* height = Find<QSpinBox>("export_height");
@@ -200,14 +160,14 @@ TEST_F(PictureCommandsTest, AnExportWritesTheChosenSizeAndKeepsItsValues)
     Find<QSpinBox>("export_resolution")->setValue(300);
     const auto* paper_size = Find<QLabel>("export_paper_size");
     EXPECT_TRUE(QTest::qWaitFor([&] { return paper_size->text().contains("4,2 × 1,7 cm"); }));
-    dialogs_.files = {files::Utf8(Path("bild"))};
+    dialogs_.files = {File("bild")};
     Find<QPushButton>("export_save")->click();
     const QImage image = QImage::fromData(QByteArray::fromStdString(Content("bild.png")));
     EXPECT_EQ(image.size(), QSize(500, 200));
     EXPECT_EQ(image.dotsPerMeterX(), 11811);
     EXPECT_FALSE(Find<QDialog>("export")->isVisible());
     EXPECT_TRUE(Find<QLabel>("outcome")->text().startsWith("Gespeichert: "));
-    EXPECT_EQ(Graph().AreaSize(), area);
+    EXPECT_EQ(Graph()->AreaSize(), area);
     Trigger("mn_export");
     EXPECT_EQ(height->value(), 200);
 }
@@ -217,7 +177,7 @@ TEST_F(PictureCommandsTest, AnExportThatFailsTellsWhyAndKeepsTheFile)
     Put("da.png", "vorher");
     Trigger("mn_export");
     const auto save = [this](const char* name) {
-        dialogs_.files = {files::Utf8(Path(name))};
+        dialogs_.files = {File(name)};
         Find<QPushButton>("export_save")->click();
         const std::string told = dialogs_.exclamations.empty() ? "" : dialogs_.exclamations.back();
         dialogs_.exclamations.clear();
@@ -265,7 +225,7 @@ TEST_F(PictureCommandsTest, PrintingIntoAFileTellsWhenItCannotBeWritten)
     QPrinter& printer = *dialog->printer();
     const auto print = [&](const char* name) {
         printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(QString::fromStdString(files::Utf8(Path(name))));
+        printer.setOutputFileName(QString::fromStdString(File(name)));
         Q_EMIT dialog->paintRequested(&printer);
     };
     print("seite.pdf");
@@ -278,7 +238,7 @@ TEST_F(PictureCommandsTest, PrintingIntoAFileTellsWhenItCannotBeWritten)
 // Some desktops would take the key to the end of a field's text.
 TEST_F(PictureCommandsTest, TheExportsKeyWorksInAField)
 {
-    auto* row = Find<QLineEdit>("fnam[0]");
+    auto* row = Row(0);
     row->setFocus();
     QKeyEvent key(QEvent::ShortcutOverride, Qt::Key_E, Qt::ControlModifier);
     key.accept();

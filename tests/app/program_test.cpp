@@ -1,34 +1,23 @@
 // The program with its files: what survives its end, however it ends.
 #include "app/program.h"
 
-#include <gtest/gtest.h>
-
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QDropEvent>
-#include <QLineEdit>
 #include <QMimeData>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QUrl>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
-#include <sstream>
-#include <string>
 
-#include "app/main_window.h"
-#include "files/path_text.h"
-#include "tests/ui/scripted_dialogs.h"
+#include "window_fixture.h"
 
 namespace korvinth::app {
 namespace {
 
 using Texts = std::vector<std::string>;
 
-class ProgramTest : public testing::Test
+class ProgramTest : public WindowWithFiles
 {
 protected:
     static constexpr document::ParameterIndex kA{26};
@@ -46,24 +35,11 @@ protected:
     void Kill() { program_.reset(); }
     void Close()
     {
-        program_->Window().close();
+        Window().close();
         program_.reset();
     }
 
-    files::Path Directory() const { return files::PathOf(folder_.path().toStdString()); }
-    std::string File(const char* name) const { return files::Utf8(Directory() / name); }
     bool Exists(const char* name) const { return std::filesystem::exists(Directory() / name); }
-    std::string Content(const char* name) const
-    {
-        std::ifstream file(Directory() / name, std::ios::binary);
-        std::ostringstream content;
-        content << file.rdbuf();
-        return content.str();
-    }
-    void Put(const char* name, std::string_view content) const
-    {
-        std::ofstream(Directory() / name, std::ios::binary) << content;
-    }
     // Waits for what is written within two seconds.
     bool WaitFor(const std::function<bool()>& condition)
     {
@@ -75,28 +51,11 @@ protected:
             [this, text] { return Content("korvinth.tmp").find(text) != std::string::npos; });
     }
 
-    template <class T>
-    T* Find(const char* name)
-    {
-        return program_->Window().findChild<T*>(name);
-    }
-    QString Row(int row) { return RowField(row)->text(); }
-    QLineEdit* RowField(int row)
-    {
-        return program_->Window().findChild<QLineEdit*>(QStringLiteral("fnam[%1]").arg(row));
-    }
-    void Type(int row, const char* text)
-    {
-        RowField(row)->clear();
-        QTest::keyClicks(RowField(row), text);
-        QTest::keyClick(RowField(row), Qt::Key_Return);
-    }
-    void Trigger(const char* entry) { Find<QAction>(entry)->trigger(); }
-    std::size_t Entries() { return program_->Window().Entries().Entries().entries.size(); }
+    MainWindow& Window() override { return program_->Window(); }
+    QString Shown(int row) { return Row(row)->text(); }
+    std::size_t Entries() { return Window().Entries().Entries().entries.size(); }
     QString Caption() { return Find<QWidget>("sammlung")->windowTitle(); }
 
-    QTemporaryDir folder_;
-    ui::ScriptedDialogs dialogs_;
     std::unique_ptr<Program> program_;
 };
 
@@ -122,23 +81,23 @@ TEST_F(ProgramTest, ACrashLosesNeitherPlotNorEntries)
     Type(1, "g(x)=(x");  // a faulty row as well
     Trigger("mn_add");
     Type(2, "h(x)=7");
-    program_->Window().PlotSession().Parameters().setpar(kA, 4.5);
+    Window().PlotSession().Parameters().setpar(kA, 4.5);
     dialogs_.number = 777;
-    program_->Window().PlotSession().AskSampleCount(document::SlotIndex{0});
+    Window().PlotSession().AskSampleCount(document::SlotIndex{0});
     ASSERT_TRUE(WaitForWorking("a=4.5"));
     ASSERT_TRUE(WaitForWorking("Sf[0;0;777]"));
     ASSERT_TRUE(WaitForWorking("h(x)=7"));
     Kill();
 
     Start();
-    EXPECT_EQ(Row(0), "f(x) = a*x^2");
-    EXPECT_EQ(Row(1), "g(x) = (x");
-    EXPECT_EQ(Row(2), "h(x) = 7");
-    EXPECT_EQ(program_->Window().PlotSession().Document().parameters[kA].value, 4.5);
-    EXPECT_EQ(program_->Window().PlotSession().SampleCount(document::SlotIndex{0}), 776);
+    EXPECT_EQ(Shown(0), "f(x) = a*x^2");
+    EXPECT_EQ(Shown(1), "g(x) = (x");
+    EXPECT_EQ(Shown(2), "h(x) = 7");
+    EXPECT_EQ(Window().PlotSession().Document().parameters[kA].value, 4.5);
+    EXPECT_EQ(Window().PlotSession().SampleCount(document::SlotIndex{0}), 776);
     EXPECT_EQ(Entries(), 1U);
     EXPECT_TRUE(Caption().startsWith("Sammlung: (noch ohne Bezeichnung)"));
-    EXPECT_FALSE(Find<QAction>("mn_undo")->isEnabled());
+    EXPECT_FALSE(Enabled("mn_undo"));
     Close();
     EXPECT_EQ(dialogs_.questions, Texts{kAskToSave}) << "nothing was saved before the crash";
     EXPECT_EQ(dialogs_.errors, Texts());
@@ -162,7 +121,7 @@ TEST_F(ProgramTest, ClosingAsksOnlyForChangesAndNoSavesNothing)
     Close();
     EXPECT_EQ(dialogs_.questions, Texts());
     Start();
-    EXPECT_EQ(Row(0), "f(x) = x");
+    EXPECT_EQ(Shown(0), "f(x) = x");
     Trigger("mn_add");
     Close();
     EXPECT_EQ(dialogs_.questions, Texts{kAskToSave});
@@ -208,16 +167,16 @@ TEST_F(ProgramTest, SavesOpensAndAppends)
     dialogs_.files = {File("none.txt"), File("a.txt")};  // the dialog comes again for a missing one
     Trigger("mn_mrg");
     EXPECT_EQ(Entries(), 4U);
-    EXPECT_EQ(Row(0), "f(x) = -x") << "appending leaves the plot alone";
+    EXPECT_EQ(Shown(0), "f(x) = -x") << "appending leaves the plot alone";
 
     dialogs_.questions.clear();
     dialogs_.files = {File("a.txt")};
     Trigger("mn_open");
     EXPECT_EQ(dialogs_.questions, Texts{kAskToSave});
     EXPECT_EQ(Entries(), 2U);
-    EXPECT_EQ(Row(0), "f(x) = x^3") << "the plot that was saved with the entries";
+    EXPECT_EQ(Shown(0), "f(x) = x^3") << "the plot that was saved with the entries";
     Trigger("mn_undo");
-    EXPECT_EQ(Row(0), "f(x) = -x");
+    EXPECT_EQ(Shown(0), "f(x) = -x");
 }
 
 TEST_F(ProgramTest, WhatCouldNotBeSavedAtTheEndIsOfferedAgain)
@@ -242,7 +201,7 @@ TEST_F(ProgramTest, TheExamplesOpenWithoutAName)
     Start();
     Trigger("mn_examples");
     EXPECT_GE(Entries(), 40U);
-    EXPECT_NE(Row(0), "");
+    EXPECT_NE(Shown(0), "");
     EXPECT_TRUE(Caption().startsWith("Sammlung: (noch ohne Bezeichnung)"));
     Close();
     EXPECT_EQ(dialogs_.questions, Texts()) << "nothing of the user's is in it";
@@ -274,7 +233,7 @@ TEST_F(ProgramTest, OpensTheFileOfTheCommandLine)
     command.collection = File("a.txt");
     Start(command);
     EXPECT_EQ(Entries(), 1U);
-    EXPECT_EQ(Row(0), "f(x) = x^5");
+    EXPECT_EQ(Shown(0), "f(x) = x^5");
     EXPECT_EQ(Caption(), "Sammlung: a.txt");
 }
 
@@ -285,12 +244,12 @@ TEST_F(ProgramTest, OpensAFileThatIsDroppedOnTheWindow)
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile(QString::fromStdString(File("a.txt")))});
     QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&program_->Window(), &enter);
+    QApplication::sendEvent(&Window(), &enter);
     EXPECT_TRUE(enter.isAccepted());
     QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&program_->Window(), &drop);
+    QApplication::sendEvent(&Window(), &drop);
     EXPECT_TRUE(WaitFor([this] { return Entries() == 1; }));
-    EXPECT_EQ(Row(0), "") << "no plot beside the entries: the present one stays";
+    EXPECT_EQ(Shown(0), "") << "no plot beside the entries: the present one stays";
 }
 
 TEST_F(ProgramTest, ADamagedWorkingCollectionIsSetAside)
@@ -361,12 +320,12 @@ TEST_F(ProgramTest, SettingsComeBackAndDefaultsAreWrittenAtOnce)
     Trigger("mn_viewnumb");
     Close();
     Start();
-    EXPECT_FALSE(Find<QAction>("mn_viewnumb")->isChecked());
-    program_->Window().PlotSession().TakeZoomFactors({3, 5});
-    EXPECT_EQ(program_->Window().PlotSession().View().Factors().y, 5);
+    EXPECT_FALSE(Checked("mn_viewnumb"));
+    Window().PlotSession().TakeZoomFactors({3, 5});
+    EXPECT_EQ(Window().PlotSession().View().Factors().y, 5);
     Kill();
     Start();
-    EXPECT_EQ(program_->Window().PlotSession().View().Factors().y, 5);
+    EXPECT_EQ(Window().PlotSession().View().Factors().y, 5);
     const std::string before = Content("Korvinth.ini");
     Trigger("mn_optdef");
     EXPECT_NE(Content("Korvinth.ini"), before);
@@ -407,9 +366,9 @@ TEST_F(ProgramTest, TheCommandLineDrawsAndUndoBringsThePlotOfBeforeBack)
     CommandLine command;
     command.rows = {"sin(x)"};
     Start(command);
-    EXPECT_EQ(Row(0), "f(x) = sin(x)");
+    EXPECT_EQ(Shown(0), "f(x) = sin(x)");
     Trigger("mn_undo");
-    EXPECT_EQ(Row(0), "f(x) = x^2");
+    EXPECT_EQ(Shown(0), "f(x) = x^2");
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 #include <QByteArray>
 #include <filesystem>
-#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,59 +34,39 @@ public:
     std::vector<std::string> calls;
 };
 
-TEST(StartUp, StepsRunInTheFixedOrder)
+TEST(LifeCycle, StepsRunInTheFixedOrder)
 {
-    RecordingCycle cycle;
-    RunSteps(StartSteps(), cycle);
-    EXPECT_EQ(cycle.calls, (std::vector<std::string>{"parser", "intervals", "defaults",
+    RecordingCycle start, end;
+    RunSteps(StartSteps(), start);
+    EXPECT_EQ(start.calls, (std::vector<std::string>{"parser", "intervals", "defaults",
                                                      "definitions", "mapping", "working collection",
                                                      "collection", "arrange", "-oo; +oo"}));
-}
-
-TEST(ShutDown, StepsRunInTheFixedOrder)
-{
-    RecordingCycle cycle;
-    RunSteps(EndSteps(), cycle);
-    EXPECT_EQ(cycle.calls,
+    RunSteps(EndSteps(), end);
+    EXPECT_EQ(end.calls,
               (std::vector<std::string>{"settings", "save?", "timers", "sliders", "windows"}));
 }
 
+// An environment of KORVINTH_HOME, XDG_DATA_HOME and HOME.
 struct DirectoryCase
 {
     std::string_view behaviour;
-    std::map<std::string, std::string> variables;
+    std::optional<std::string> own, data, home;
     bool portable;
     std::string_view directory;
     std::optional<std::filesystem::path> data_directory = std::nullopt;
 };
 
+constexpr auto kUnset = std::nullopt;
+constexpr const char* kAnna = "/home/anna";
 const DirectoryCase kDirectoryCases[] = {
-    {"KORVINTH_HOME comes first",
-     {{"KORVINTH_HOME", "/mine"}, {"XDG_DATA_HOME", "/data"}, {"HOME", "/home/anna"}},
-     true,
-     "/mine"},
-    {"a portable program keeps its files beside itself",
-     {{"XDG_DATA_HOME", "/data"}, {"HOME", "/home/anna"}},
-     true,
-     "/opt/korvinth"},
-    {"the user's data directory",
-     {{"XDG_DATA_HOME", "/data"}, {"HOME", "/home/anna"}},
-     false,
-     "/data/korvinth"},
-    {"its default place", {{"HOME", "/home/anna"}}, false, "/home/anna/.local/share/korvinth"},
-    {"an empty variable counts as none",
-     {{"KORVINTH_HOME", ""}, {"XDG_DATA_HOME", ""}, {"HOME", "/home/anna"}},
-     false,
-     "/home/anna/.local/share/korvinth"},
-    {"a relative data directory is ignored",
-     {{"XDG_DATA_HOME", "data"}, {"HOME", "/home/anna"}},
-     false,
-     "/home/anna/.local/share/korvinth"},
-    {"without a home the executable's directory is left", {}, false, "/opt/korvinth"},
-    {"the system's own answer comes before the environment",
-     {{"XDG_DATA_HOME", "/data"}, {"HOME", "/home/anna"}},
-     false,
-     "/profile/korvinth",
+    {"KORVINTH_HOME comes first", "/mine", "/data", kAnna, true, "/mine"},
+    {"a portable program's is its own", kUnset, "/data", kAnna, true, "/opt/korvinth"},
+    {"the user's data directory", kUnset, "/data", kAnna, false, "/data/korvinth"},
+    {"its default place", kUnset, kUnset, kAnna, false, "/home/anna/.local/share/korvinth"},
+    {"an empty variable is none", "", "", kAnna, false, "/home/anna/.local/share/korvinth"},
+    {"not a relative one", kUnset, "data", kAnna, false, "/home/anna/.local/share/korvinth"},
+    {"the executable's without a home", kUnset, kUnset, kUnset, false, "/opt/korvinth"},
+    {"the system's own comes first", kUnset, "/data", kAnna, false, "/profile/korvinth",
      "/profile"},
 };
 
@@ -95,11 +75,11 @@ TEST(ProgramDirectory, FollowsTheSurroundings)
     for (const DirectoryCase& row : kDirectoryCases) {
         SCOPED_TRACE(row.behaviour);
         const DirectorySurroundings surroundings{
-            .variable = [&](const std::string& name) -> std::optional<std::string> {
-                const auto found = row.variables.find(name);
-                if (found == row.variables.end()) return std::nullopt;
-                return found->second;
-            },
+            .variable =
+                [&](const std::string& name) {
+                    if (name == "KORVINTH_HOME") return row.own;
+                    return name == "HOME" ? row.home : row.data;
+                },
             .exists =
                 [&](const std::filesystem::path& file) {
                     return row.portable && file == "/opt/korvinth/korvinth.portable";

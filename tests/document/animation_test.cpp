@@ -2,86 +2,50 @@
 
 #include <gtest/gtest.h>
 
+#include "document/list_text.h"
+#include "document/number_text.h"
+
 namespace korvinth::document {
 namespace {
 
 struct TickCase
 {
     std::string_view behaviour;
-    double lower, upper, step;
+    double step;
     AnimationMode mode;
-    std::vector<double> values;  // the first one is where it starts
+    std::string_view values;  // the first one is where it starts
     double last_step;
 };
+constexpr AnimationMode kWrap = AnimationMode::Wrap;
+constexpr AnimationMode kBounce = AnimationMode::Bounce;
 
-const TickCase kTickCases[] = {
-    {"a wrap goes exactly to the lower bound",
-     0,
-     10,
-     3,
-     AnimationMode::Wrap,
-     {0, 3, 6, 9, 0, 3},
-     3},
-    {"a wrap downwards goes exactly to the upper bound",
-     0,
-     10,
-     -3,
-     AnimationMode::Wrap,
-     {0, 10, 7, 4, 1, 10},
-     -3},
-    {"a turn goes one step back and stores the sign",
-     0,
-     10,
-     3,
-     AnimationMode::Bounce,
-     {0, 3, 6, 9, 6, 3, 0, 3},
-     3},
-    {"a turn at the upper bound leaves the step negative",
-     0,
-     10,
-     3,
-     AnimationMode::Bounce,
-     {6, 9, 6},
-     -3},
-    {"a value may land on the bounds (wrap)", 0, 10, 5, AnimationMode::Wrap, {0, 5, 10, 0}, 5},
-    {"a value may land on the bounds (turn)",
-     0,
-     10,
-     5,
-     AnimationMode::Bounce,
-     {0, 5, 10, 5, 0, 5},
-     5},
-    {"a value typed above the bounds walks back",
-     0,
-     10,
-     3,
-     AnimationMode::Bounce,
-     {20, 17, 14, 11, 8},
-     -3},
-    {"a value typed above the bounds wraps", 0, 10, 3, AnimationMode::Wrap, {20, 0, 3}, 3},
+// Between the bounds 0 and 10.
+constexpr TickCase kTickCases[] = {
+    {"a wrap goes exactly to the lower bound", 3, kWrap, "0 3 6 9 0 3", 3},
+    {"a wrap downwards goes exactly to the upper bound", -3, kWrap, "0 10 7 4 1 10", -3},
+    {"a turn goes one step back and stores the sign", 3, kBounce, "0 3 6 9 6 3 0 3", 3},
+    {"a turn at the upper bound leaves the step negative", 3, kBounce, "6 9 6", -3},
+    {"a value may land on the bounds (wrap)", 5, kWrap, "0 5 10 0", 5},
+    {"a value may land on the bounds (turn)", 5, kBounce, "0 5 10 5 0 5", 5},
+    {"a value typed above the bounds walks back", 3, kBounce, "20 17 14 11 8", -3},
+    {"a value typed above the bounds wraps", 3, kWrap, "20 0 3", 3},
     // Deliberate: both comparisons act on one tick.
-    {"a step as wide as the interval turns twice in one tick",
-     0,
-     10,
-     10,
-     AnimationMode::Bounce,
-     {5, 15, 5, 15},
-     10},
+    {"a step as wide as the interval turns twice in one tick", 10, kBounce, "5 15 5 15", 10},
 };
 
 TEST(NextTick, WrapsAndTurnsAtTheBounds)
 {
     for (const TickCase& row : kTickCases) {
         SCOPED_TRACE(row.behaviour);
+        const std::vector<std::string_view> values = SplitText(row.values, " ");
         Parameter parameter;
-        parameter.lower = row.lower;
-        parameter.upper = row.upper;
+        parameter.lower = 0;
         parameter.step = row.step;
         parameter.mode = row.mode;
-        parameter.value = row.values.front();
-        for (std::size_t k = 1; k < row.values.size(); ++k) {
+        parameter.value = LeadingNumber(values.front());
+        for (std::size_t k = 1; k < values.size(); ++k) {
             const TickResult next = NextTick(parameter);
-            EXPECT_EQ(next.value, row.values[k]) << "tick " << k;
+            EXPECT_EQ(ShortestText(next.value), values[k]) << "tick " << k;
             parameter.value = next.value;
             parameter.step = next.step;
         }

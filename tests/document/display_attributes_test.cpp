@@ -111,14 +111,5 @@ TEST(Palette, EveryColourStandsOutFromWhite)
     }
 }
 
-TEST(Colour, KeepsItsChannels)
-{
-    const Colour colour = MakeColour(1, 2, 3);
-    EXPECT_EQ(static_cast<std::int32_t>(colour), 1 + 256 * 2 + 65536 * 3);
-    EXPECT_EQ(Red(colour), 1);
-    EXPECT_EQ(Green(colour), 2);
-    EXPECT_EQ(Blue(colour), 3);
-}
-
 }  // namespace
 }  // namespace korvinth::document

@@ -22,6 +22,7 @@ constexpr SettingCase kSettingCases[] = {
     {Setting::SampleCount, "20001", ""},
     {Setting::SampleCount, "10^3/4", "250"},
     {Setting::SampleCount, "100,5", "100"},  // half to even
+    {Setting::SampleCount, "101,5", "102"},
     {Setting::SampleCount, "1e300", ""},
     {Setting::FamilyCount, "0", "0"},
     {Setting::FamilyCount, "21", "21"},
@@ -85,17 +86,6 @@ TEST(GeneralSettings, AreTakenWithinTheirBoundsAndRefusedBeyond)
             EXPECT_EQ(SettingText(attributes, row.setting), row.shown);
         }
     }
-}
-
-TEST(GeneralSettings, StartWithTheirDefaults)
-{
-    const DisplayAttributes attributes;
-    EXPECT_EQ(SettingText(attributes, Setting::NumericLimit), "0,0001");
-    EXPECT_EQ(SettingText(attributes, Setting::TimerInterval), "40");
-    EXPECT_EQ(SettingText(attributes, Setting::FamilyCount), "0");
-    EXPECT_EQ(SettingText(attributes, Setting::AxisWidth), "1,25");
-    EXPECT_EQ(attributes.zoom_factor_x, 2);
-    EXPECT_EQ(attributes.zoom_factor_y, 2);
 }
 
 TEST(GeneralSettings, ShowWhatTheyTakeBack)

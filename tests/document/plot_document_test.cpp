@@ -18,12 +18,6 @@ TEST_F(PlotTest, TakesOneLetterNamesAndBlanksFromThePool)
     EXPECT_EQ(document.free_names, "fh");
 }
 
-TEST_F(PlotTest, EverySlotHasAColourOfItsOwn)
-{
-    EXPECT_EQ(document.slots[Slot(0)].colour_index, 0);
-    EXPECT_EQ(document.slots[Slot(12)].colour_index, 12);
-}
-
 TEST_F(PlotTest, PutsBoundsInBrackets)
 {
     document.slots[Slot(0)].name = "f";
@@ -37,30 +31,6 @@ TEST_F(PlotTest, PutsBoundsInBrackets)
     EXPECT_EQ(document.BracketedBounds(), expected);
 }
 
-TEST_F(PlotTest, FindsNoParameterWithoutAName)
-{
-    EXPECT_EQ(document.FindParameter(""), nullptr);
-    EXPECT_EQ(document.FindParameter("a"), nullptr);
-}
-
-TEST(RaiseSuperscripts, MakesPowers)
-{
-    struct Row
-    {
-        std::string_view term, expected;
-    };
-    constexpr Row kRows[] = {
-        {"_x²+2_x³", "_x^2+2_x^3"},
-        {"_x²³", "_x^23"},
-        {"(_x+1)²*3", "(_x+1)^2*3"},
-        {"²_x", "//"},
-        {"³", "//"},
-        {"_x", "_x"},
-        {"", ""},
-    };
-    for (const Row& row : kRows) EXPECT_EQ(RaiseSuperscripts(row.term), row.expected);
-}
-
 TEST_F(PlotTest, PreparesAFunctionTerm)
 {
     struct Row
@@ -70,7 +40,10 @@ TEST_F(PlotTest, PreparesAFunctionTerm)
     constexpr Row kRows[] = {
         {"superscripts", "_x²+2_x³", "_x^2+2_x^3", ""},
         {"a colon divides", "_x:2", "_x/2", ""},
+        {"a superscript of two digits", "_x²³", "_x^23", ""},
+        {"a superscript behind a bracket", "(_x+1)²*3", "(_x+1)^2*3", ""},
         {"nothing to raise", "²_x", "//", "Ungültiger Term"},
+        {"nothing at all to raise", "³", "//", "Ungültiger Term"},
         {"an unknown name may become a parameter", "a*_x", "a*_x", ""},
         {"another function of the document", "2g(_x)", "2g(_x)", ""},
         {"a derivative", "g'(_x)", "((g((_x)+sw)-g((_x)))/sw)", ""},

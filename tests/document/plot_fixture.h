@@ -1,7 +1,6 @@
 // A plot document with parser and a host that stands in for the windows.
 #pragma once
 
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,7 +46,7 @@ protected:
         return ParameterIndex{static_cast<std::int16_t>(number)};
     }
 
-    void SetRows(std::initializer_list<std::string_view> rows)
+    void SetRows(const std::vector<std::string_view>& rows)
     {
         int number = 0;
         for (std::string& row : document.rows) row.clear();
@@ -55,7 +54,7 @@ protected:
     }
 
     PlotReport Apply() { return ApplyPlot(document, parser, host); }
-    PlotReport Apply(std::initializer_list<std::string_view> rows)
+    PlotReport Apply(const std::vector<std::string_view>& rows)
     {
         SetRows(rows);
         return Apply();

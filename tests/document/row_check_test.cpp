@@ -8,7 +8,7 @@ namespace {
 class CheckNamesTest : public PlotTest
 {
 protected:
-    RowCheck Check(std::initializer_list<std::string_view> rows)
+    RowCheck Check(const std::vector<std::string_view>& rows)
     {
         SetRows(rows);
         parser.Reset();

@@ -1,9 +1,5 @@
 #include "render/hatching.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <numbers>
 #include <set>
 #include <string>
 #include <vector>
@@ -11,8 +7,6 @@
 #include "document/hatched_term.h"
 #include "document/parameter_use.h"
 #include "plot_fixture.h"
-#include "render/recording_surface.h"
-#include "render/renderer.h"
 
 namespace korvinth::render {
 namespace {
@@ -21,13 +15,9 @@ using document::SlotIndex;
 
 constexpr std::string_view kFill = "(abs(ceil(Sin(pi/dichte*_x/sw))))";
 
-struct HatchingTest : testing::Test
+struct HatchingTest : RenderedPlot
 {
-    HatchingTest()
-    {
-        plot.DrawGraphsAlone();
-        plot.Define(0, "f", std::string(kFill) + "*2");
-    }
+    HatchingTest() { plot.Define(0, "f", std::string(kFill) + "*2"); }
 
     void Hatch(double width, term::TrigMode mode = term::TrigMode::Radians)
     {
@@ -45,17 +35,14 @@ struct HatchingTest : testing::Test
     {
         plot.view.area_width = pixel_width * 15.0;
         UpdateMapping(plot.view, plot.parser, plot.document.variables);
-        RecordingSurface surface(pixel_width, 100, 1);
-        Renderer renderer(plot.document, plot.parser, plot.view, plot.gate);
-        renderer.RedrawAll(surface);
+        RecordingSurface picture(pixel_width, 100, 1);
+        renderer.RedrawAll(picture);
         std::vector<int> heights;
-        for (const StrokeCommand& stroke : surface.All<StrokeCommand>()) {
+        for (const StrokeCommand& stroke : picture.All<StrokeCommand>()) {
             for (const GridPoint& point : stroke.points) heights.push_back(point.y);
         }
         return heights;
     }
-
-    TestPlot plot{200, 100};
 };
 
 // The lengths of the runs of equal samples; the first and the last are cut off by the view.
@@ -136,16 +123,12 @@ TEST_F(HatchingTest, FamiliesOfEveryKindLeaveTheParametersAsTheyWere)
     plot.document.attributes.family_step = 0.1;
     plot.parser.SetVariableValue(plot.document.variables.qq, 7);
 
-    RecordingSurface surface(200, 100, 1);
-    Renderer renderer(plot.document, plot.parser, plot.view, plot.gate);
     const auto strokes_of = [&](bool hatched, bool sum, bool curve) {
         plot.document.slots[SlotIndex{0}].visible = hatched;
         plot.document.slots[SlotIndex{1}].visible = sum;
         plot.document.slots[SlotIndex{2}].visible = curve;
-        surface.Forget();
-        renderer.RedrawAll(surface);
         std::set<std::vector<int>> tops;  // of the strokes: no two members look the same
-        for (const StrokeCommand& stroke : surface.All<StrokeCommand>()) {
+        for (const StrokeCommand& stroke : Redraw()) {
             std::vector<int> heights;
             for (const GridPoint& point : stroke.points) heights.push_back(point.y);
             tops.insert(heights);

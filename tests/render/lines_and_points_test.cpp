@@ -1,12 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
 #include "plot_fixture.h"
 #include "render/point_graph.h"
-#include "render/recording_surface.h"
-#include "render/renderer.h"
 
 namespace korvinth::render {
 namespace {
@@ -15,30 +11,15 @@ using document::AdditionalPoint;
 using document::PointShape;
 using document::SlotIndex;
 
-// 200 x 100 pixels, ten a unit; x from -10 to 10, y from -5 to 5.
-struct LinesAndPointsTest : testing::Test
+struct LinesAndPointsTest : RenderedPlot
 {
-    LinesAndPointsTest()
-    {
-        plot.DrawGraphsAlone();
-        plot.parser.DefineVariable("a=2");
-    }
+    LinesAndPointsTest() { plot.parser.DefineVariable("a=2"); }
 
-    void Redraw()
-    {
-        surface.Forget();
-        renderer.RedrawAll(surface);
-    }
     std::vector<StrokeCommand> Strokes(const std::string& lines_text)
     {
         plot.document.lines_text = lines_text;
-        Redraw();
-        return surface.All<StrokeCommand>();
+        return Redraw();
     }
-
-    TestPlot plot{200, 100};
-    RecordingSurface surface{200, 100, 1};
-    Renderer renderer{plot.document, plot.parser, plot.view, plot.gate};
 };
 
 struct LineCase
@@ -136,7 +117,7 @@ TEST_F(LinesAndPointsTest, PointsHaveTheirShapes)
 
 TEST_F(LinesAndPointsTest, PointsShowTheirNamesWithValuesAndDoNotOverlapThem)
 {
-    plot.document.points_text = "(a)(1/3):n=P:w=1\r\n(a)(1/3):n=Q\r\n(1e-9)(-a):n=R:w=1";
+    plot.document.points_text = "(a)(1/3):n=P:w=1\r\n(a)(1/3):n=Q\r\n(-1e-9)(-a):n=R:w=1";
     Redraw();
     const auto names = surface.All<TextCommand>();
     ASSERT_EQ(names.size(), 3U);

@@ -18,21 +18,23 @@ using Points = std::vector<GridPoint>;
 constexpr std::uint32_t kGeometric = 0x10000;
 constexpr std::uint32_t kLineTypeBits = 0xF;
 
-Points Shifted(Points points)
-{
-    for (GridPoint& point : points) {
-        point.x += kVectorSteps / 2;
-        point.y += kVectorSteps / 2;
-    }
-    return points;
-}
-
 struct MetafileSurfaceTest : testing::Test
 {
     MetafileSurfaceTest()
     {
         DrawScene(metafile);
         DrawScene(recorded);
+    }
+
+    // The lines, or everything else.
+    std::vector<MetafileReader::Shape> Shapes(bool lines)
+    {
+        std::vector<MetafileReader::Shape> shapes = MetafileReader(metafile.Bytes()).shapes;
+        std::erase_if(shapes, [lines](const MetafileReader::Shape& shape) {
+            const Record record = shape.record;
+            return lines != (record == Record::Polyline || record == Record::Polyline16);
+        });
+        return shapes;
     }
 
     FixedMetrics metrics;
@@ -71,12 +73,7 @@ TEST_F(MetafileSurfaceTest, BoundsFrameAndClipAreThePicture)
 
 TEST_F(MetafileSurfaceTest, StrokesHaveEveryPointAndTheirPen)
 {
-    std::vector<MetafileReader::Shape> lines;
-    for (const auto& shape : MetafileReader(metafile.Bytes()).shapes) {
-        if (shape.record == Record::Polyline || shape.record == Record::Polyline16) {
-            lines.push_back(shape);
-        }
-    }
+    const auto lines = Shapes(true);
     std::size_t line = 0;
     for (const StrokeCommand& stroke : recorded.All<StrokeCommand>()) {
         if (stroke.pen.type == LineType::Invisible) continue;
@@ -108,12 +105,7 @@ TEST_F(MetafileSurfaceTest, StrokesHaveEveryPointAndTheirPen)
 
 TEST_F(MetafileSurfaceTest, AreasHaveTheirBrushAndNoUnwantedOutline)
 {
-    std::vector<MetafileReader::Shape> areas;
-    for (const auto& shape : MetafileReader(metafile.Bytes()).shapes) {
-        if (shape.record != Record::Polyline && shape.record != Record::Polyline16) {
-            areas.push_back(shape);
-        }
-    }
+    const auto areas = Shapes(false);
     ASSERT_EQ(areas.size(), 5U);
     const auto polygons = recorded.All<PolygonCommand>();
     const MetafileReader::Object none;

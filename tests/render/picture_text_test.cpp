@@ -16,10 +16,7 @@ class PictureTextTest : public document::PlotTest
 protected:
     void Show(double x_min, double x_max, double y_min, double y_max)
     {
-        view.x_min = x_min;
-        view.x_max = x_max;
-        view.y_min = y_min;
-        view.y_max = y_max;
+        view = {x_min, x_max, y_min, y_max};
         UpdateDerived(view);
     }
 

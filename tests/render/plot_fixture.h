@@ -1,12 +1,17 @@
 // A plot without windows: parser, document and view as the program sets them up at start.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "document/apply_plot.h"
 #include "document/plot_document.h"
+#include "render/recording_surface.h"
 #include "render/redraw_gate.h"
+#include "render/renderer.h"
 #include "render/view_range.h"
 #include "term/math_parser.h"
 
@@ -54,6 +59,27 @@ struct TestPlot
     term::MathParser parser;
     ViewRange view;
     RedrawGate gate;
+};
+
+// A plot of graphs alone, 200 x 100 pixels, ten a unit: x from -10 to 10, y from -5 to 5.
+struct RenderedPlot : testing::Test
+{
+    RenderedPlot() { plot.DrawGraphsAlone(); }
+
+    static document::SlotIndex Slot(int index)
+    {
+        return document::SlotIndex{static_cast<std::int16_t>(index)};
+    }
+    std::vector<StrokeCommand> Redraw()
+    {
+        surface.Forget();
+        renderer.RedrawAll(surface);
+        return surface.All<StrokeCommand>();
+    }
+
+    TestPlot plot{200, 100};
+    RecordingSurface surface{200, 100, 1};
+    Renderer renderer{plot.document, plot.parser, plot.view, plot.gate};
 };
 
 }  // namespace korvinth::render

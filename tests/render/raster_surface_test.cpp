@@ -4,6 +4,8 @@
 
 #include <array>
 
+#include "pixel_count.h"
+
 namespace korvinth::render {
 namespace {
 
@@ -15,11 +17,7 @@ constexpr QRgb kOrangePixel = 0xFFE06010;
 // Pixels that are not white.
 int Inked(const QImage& image)
 {
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) count += image.pixel(x, y) != kWhitePixel ? 1 : 0;
-    }
-    return count;
+    return CountPixels(image, [](const QColor& pixel) { return pixel != QColor(Qt::white); });
 }
 
 TEST(RasterSurface, DrawsCrispLinesOnPixelCentresAtBothGrids)

@@ -1,31 +1,17 @@
 #include "render/renderer.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "plot_fixture.h"
-#include "render/recording_surface.h"
 
 namespace korvinth::render {
 namespace {
 
 using document::SlotIndex;
 
-// 200 x 100 pixels; x from -10 to 10, y from -5 to 5. Axes, help lines and names are off.
-struct RendererTest : testing::Test
+struct RendererTest : RenderedPlot
 {
-    RendererTest() { plot.DrawGraphsAlone(); }
-
-    std::vector<StrokeCommand> Redraw()
-    {
-        surface.Forget();
-        renderer.RedrawAll(surface);
-        return surface.All<StrokeCommand>();
-    }
-
     // Height of the graph over the bottom edge at x = 10, in pixels, stroke by stroke.
     std::vector<int> Heights()
     {
@@ -44,10 +30,6 @@ struct RendererTest : testing::Test
         plot.parser.SetVariableValue(parameter.handle, value);
         return parameter;
     }
-
-    TestPlot plot{200, 100};
-    RecordingSurface surface{200, 100, 1};
-    Renderer renderer{plot.document, plot.parser, plot.view, plot.gate};
 };
 
 TEST_F(RendererTest, DrawsSlotsInOrderInTheirPens)

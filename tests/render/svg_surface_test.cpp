@@ -100,13 +100,6 @@ std::vector<GridPoint> PathPoints(const QString& path)
     return points;
 }
 
-std::vector<GridPoint> Shifted(std::vector<GridPoint> points)
-{
-    for (GridPoint& point : points)
-        point = {point.x + kVectorSteps / 2, point.y + kVectorSteps / 2};
-    return points;
-}
-
 QString ColourName(Colour colour)
 {
     return QString("#%1%2%3")

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <vector>
 
 #include "render/drawing_surface.h"
 #include "render/text_metrics.h"
@@ -24,6 +25,15 @@ public:
     double Ascent(const Font& font) const override { return font.height; }
     double LineHeight(const Font& font) const override { return font.height * 1.2; }
 };
+
+// Where the middle of a pixel lies, which strokes go through.
+inline std::vector<GridPoint> Shifted(std::vector<GridPoint> points)
+{
+    for (GridPoint& point : points) {
+        point = {point.x + kVectorSteps / 2, point.y + kVectorSteps / 2};
+    }
+    return points;
+}
 
 inline constexpr std::string_view kSceneText = "−2,5·10⁷ <&> 𝑥";
 inline constexpr int kSceneWidth = 200;  // pixels

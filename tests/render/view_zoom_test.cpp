@@ -13,11 +13,7 @@ constexpr double kY = 1800;
 
 ViewRange SomeView()
 {
-    ViewRange view;
-    view.x_min = -7;
-    view.x_max = 13;
-    view.y_min = -2;
-    view.y_max = 8;
+    ViewRange view{-7, 13, -2, 8};
     UpdateDerived(view);
     return view;
 }
