@@ -35,7 +35,7 @@ protected:
 
     ScreenFitter fitter_;
     QDialog dialog_;
-    QPushButton* last_ = new QPushButton("OK");
+    QPushButton* last_ = new QPushButton("OK", &dialog_);
     const QRect room_ = QGuiApplication::primaryScreen()->availableGeometry();
 };
 
