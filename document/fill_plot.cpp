@@ -426,7 +426,9 @@ private:
             messages_.Add(line, "Semikolon fehlt!");
         } else if (IsTooLong(inner)) {
             messages_.Add(line, "Der Term ist zu lang");
-        } else if ((bounds->first.empty() || bounds->second.empty()) && !left_to_view) {
+        } else if ((term::TrimBlanks(bounds->first).empty() ||
+                    term::TrimBlanks(bounds->second).empty()) &&
+                   !left_to_view) {
             messages_.Add(line, "Eine Grenze fehlt");
         } else {
             plot_.ranges.*axis.lower = StorableTerm(bounds->first);

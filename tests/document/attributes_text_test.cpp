@@ -175,6 +175,18 @@ TEST(AttributesText, KeepsUnknownItemsByTheirKeys)
     EXPECT_TRUE(attributes.unknown_items.ends_with("=1;alt=3;mehr=4")) << "as far as they fit";
 }
 
+TEST(AttributesText, LosesNothingThatABlankAtItsEndWouldTakeAlong)
+{
+    DisplayAttributes attributes;
+    TakeAttributesText("x=u%20%20;Y=01%20;y=%20v", AttributeScope::Picture, attributes);
+    const std::string written = AttributesText(attributes);
+    DisplayAttributes again;
+    TakeAttributesText(written, AttributeScope::Picture, again);
+    EXPECT_EQ(AttributesText(again), written);
+    EXPECT_EQ(again.x_axis_name, "u");
+    EXPECT_EQ(again.y_axis_name, " v");
+}
+
 TEST(AttributesText, SurvivesAnyText)
 {
     std::mt19937 random(20240229);
