@@ -422,18 +422,15 @@ private:
         const std::string_view inner = ReadBracketed(line)->inner;
         const auto bounds = SplitBounds(inner);
         const bool left_to_view = axis.lower == &RangeTexts::y_lower && inner == ";";
-        if (!bounds) {
-            messages_.Add(line, "Semikolon fehlt!");
-        } else if (IsTooLong(inner)) {
-            messages_.Add(line, "Der Term ist zu lang");
-        } else if ((term::TrimBlanks(bounds->first).empty() ||
-                    term::TrimBlanks(bounds->second).empty()) &&
-                   !left_to_view) {
-            messages_.Add(line, "Eine Grenze fehlt");
-        } else {
-            plot_.ranges.*axis.lower = StorableTerm(bounds->first);
-            plot_.ranges.*axis.upper = StorableTerm(bounds->second);
-        }
+        if (!bounds) return messages_.Add(line, "Semikolon fehlt!");
+        if (IsTooLong(inner)) return messages_.Add(line, "Der Term ist zu lang");
+        // Blanks and signs that are no text are none of a bound.
+        const std::string lower = StorableTerm(bounds->first);
+        const std::string upper = StorableTerm(bounds->second);
+        const bool both = !term::TrimBlanks(lower).empty() && !term::TrimBlanks(upper).empty();
+        if (!both && !left_to_view) return messages_.Add(line, "Eine Grenze fehlt");
+        plot_.ranges.*axis.lower = lower;
+        plot_.ranges.*axis.upper = upper;
     }
 
     // The lines not in the form of TakeLines, which changes a name that ends in x at each pass.
