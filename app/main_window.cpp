@@ -12,7 +12,6 @@
 #include <QTimer>
 #include <QUrl>
 #include <algorithm>
-#include <ranges>
 
 #include "render/picture_text.h"
 #include "ui/asymptoten.h"
@@ -387,11 +386,11 @@ void MainWindow::ActivateNext(int step)
 void MainWindow::ActivateFormer()
 {
     const QList<QMdiSubWindow*> windows = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
-    for (QMdiSubWindow* window : windows | std::views::reverse) {
-        if (window->isHidden()) continue;
-        if (auto* child = qobject_cast<ui::ChildWindow*>(window)) child->BringToFront();
-        return;
-    }
+    const auto former =
+        std::find_if(windows.rbegin(), windows.rend(),
+                     [](const QMdiSubWindow* window) { return !window->isHidden(); });
+    if (former == windows.rend()) return;
+    if (auto* child = qobject_cast<ui::ChildWindow*>(*former)) child->BringToFront();
 }
 
 void MainWindow::ShowZoomFactors()

@@ -99,7 +99,7 @@ protected:
     {
         return *Window(name).findChild<ui::TimerSymbol*>("Image1");
     }
-    void Type(QLineEdit& field, const char* text, bool enter = true)
+    static void Type(QLineEdit& field, const char* text, bool enter = true)
     {
         field.setFocus();
         field.selectAll();

@@ -38,7 +38,7 @@ protected:
         QGuiApplication::clipboard()->setText("von vorher");
     }
 
-    MainWindow& Window() override { return program_.Window(); }
+    MainWindow& Window() final { return program_.Window(); }
     QImage Picture() { return Graph()->Picture().convertToFormat(QImage::Format_RGB32); }
     static QImage AsPicture(const QVariant& data)
     {
@@ -139,7 +139,7 @@ TEST_F(PictureCommandsTest, OnlyWhatAFormatHasCanBeChosen)
         EXPECT_EQ(enabled("export_orientation"), row.orientation);
         EXPECT_EQ(enabled("page_exact"), row.scale);
         EXPECT_EQ(enabled("page_legend"), row.legend);
-        QLabel* preview = Find<QLabel>("export_preview");
+        auto* preview = Find<QLabel>("export_preview");
         preview->clear();
         EXPECT_TRUE(QTest::qWaitFor([&] { return !preview->pixmap().isNull(); }));
     }
@@ -179,7 +179,7 @@ TEST_F(PictureCommandsTest, AnExportThatFailsTellsWhyAndKeepsTheFile)
     const auto save = [this](const char* name) {
         dialogs_.files = {File(name)};
         Find<QPushButton>("export_save")->click();
-        const std::string told = dialogs_.exclamations.empty() ? "" : dialogs_.exclamations.back();
+        std::string told = dialogs_.exclamations.empty() ? "" : dialogs_.exclamations.back();
         dialogs_.exclamations.clear();
         return told;
     };

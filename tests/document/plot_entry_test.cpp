@@ -323,7 +323,8 @@ TEST_F(PlotEntryTest, WhatAnEntryDoesNotStateHasItsDefault)
 constexpr std::string_view kWrongLines =
     "a=1e999|a=nan|a=|a=1x|b_int=0.5|u[f]=x|u[f,anz]=1e9|Pa[5;1]|Pa[1;inf]|Pa[0;1;2]|Pa[0;1;0;2]|"
     "Pa[0;1;0;0;4]|Pa[0;1;0;0;0;2]|Pa[0;1;0;0;0;0;z]|Sf[11]|Sf[0;2]|Sf[0;0;1]|Sf[0;0;20001]|"
-    "Sf[0;0;2.5]|Sh[0]|Dh[0;1]|Df[0]|x[1;1]|x[nan;1]|y[0;1e16]|y[0]|x$[;]|y$[;1]|y$[  ;1]|t$[\x04;1]|x$[1]|"
+    "Sf[0;0;2.5]|Sh[0]|Dh[0;1]|Df[0]|x[1;1]|x[nan;1]|y[0;1e16]|y[0]|x$[;]|y$[;1]|y$[  "
+    ";1]|t$[\x04;1]|x$[1]|"
     "$h(x)=$\n$\n$\n$\n$\n$\n$\n$\n$\n$\n$\n$\n$";
 
 TEST_F(PlotEntryTest, WrongItemsAreNamedOnceAndTheRestIsTaken)

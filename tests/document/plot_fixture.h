@@ -16,13 +16,13 @@ namespace korvinth::document {
 class RecordingHost : public PlotHost
 {
 public:
-    void StopAnimation() override { calls.push_back("StopAnimation"); }
-    void StoreRows(PlotDocument&) override { calls.push_back("StoreRows"); }
-    void RowsChecked(const PlotDocument&) override { calls.push_back("RowsChecked"); }
-    void UpdateMapping() override { calls.push_back("UpdateMapping"); }
+    void StopAnimation() override { calls.emplace_back("StopAnimation"); }
+    void StoreRows(PlotDocument&) override { calls.emplace_back("StoreRows"); }
+    void RowsChecked(const PlotDocument&) override { calls.emplace_back("RowsChecked"); }
+    void UpdateMapping() override { calls.emplace_back("UpdateMapping"); }
     void InitSlider(ParameterIndex index) override
     {
-        calls.push_back("InitSlider " + std::to_string(Number(index)));
+        calls.emplace_back("InitSlider " + std::to_string(Number(index)));
     }
     std::vector<double> DisplayedArguments() const override
     {

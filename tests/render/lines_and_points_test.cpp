@@ -7,10 +7,6 @@
 namespace korvinth::render {
 namespace {
 
-using document::AdditionalPoint;
-using document::PointShape;
-using document::SlotIndex;
-
 struct LinesAndPointsTest : RenderedPlot
 {
     LinesAndPointsTest() { plot.parser.DefineVariable("a=2"); }
