@@ -99,13 +99,10 @@ void TakeColours(std::string_view text, Attributes& attributes)
     }
 }
 
-// Without blanks at the end, which reading takes for those of the item.
 template <Setting kSetting>
 std::string SettingItemText(const Attributes& attributes)
 {
-    std::string text = StoredSetting(attributes, kSetting);
-    text.erase(text.find_last_not_of(' ') + 1);
-    return EscapeSigns(text, kSignsOfItems);
+    return EscapeSigns(StoredSetting(attributes, kSetting), kSignsOfItems);
 }
 
 template <Setting kSetting>

@@ -249,6 +249,7 @@ std::string StoredSetting(const DisplayAttributes& attributes, Setting setting)
 
 void TakeStoredSetting(DisplayAttributes& attributes, Setting setting, std::string_view text)
 {
+    text = term::TrimBlanks(text);  // as the window does
     const Field& field = FieldOf(setting);
     if (setting == Setting::NumericLimit) {
         const bool in_parser_syntax = text.find(',') == std::string_view::npos;

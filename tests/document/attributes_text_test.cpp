@@ -175,16 +175,15 @@ TEST(AttributesText, KeepsUnknownItemsByTheirKeys)
     EXPECT_TRUE(attributes.unknown_items.ends_with("=1;alt=3;mehr=4")) << "as far as they fit";
 }
 
-TEST(AttributesText, LosesNothingThatABlankAtItsEndWouldTakeAlong)
+// Written as such they would not come back.
+TEST(AttributesText, TakesNoBlanksAroundAValue)
 {
     DisplayAttributes attributes;
-    TakeAttributesText("x=u%20%20;Y=01%20;y=%20v", AttributeScope::Picture, attributes);
-    const std::string written = AttributesText(attributes);
-    DisplayAttributes again;
-    TakeAttributesText(written, AttributeScope::Picture, again);
-    EXPECT_EQ(AttributesText(again), written);
-    EXPECT_EQ(again.x_axis_name, "u");
-    EXPECT_EQ(again.y_axis_name, " v");
+    TakeAttributesText("x=u%20%20;y=%20v;Y=01%20;l=0.%20", AttributeScope::Picture, attributes);
+    EXPECT_EQ(attributes.x_axis_name, "u");
+    EXPECT_EQ(attributes.y_axis_name, "v");
+    EXPECT_EQ(attributes.y_step.fixed, "1");
+    EXPECT_EQ(attributes.integrand_limit, DisplayAttributes().integrand_limit);
 }
 
 TEST(AttributesText, SurvivesAnyText)
