@@ -33,9 +33,8 @@ void FoldCase(std::string_view text, std::string& folded)
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto c = static_cast<unsigned char>(text[i]);
         folded[i] = kSmallLetters[c];
-        if (lead == kLatinLead && c >= 0x80 && c <= 0x9E && c != 0x97) {
-            folded[i] = static_cast<char>(c + 0x20);
-        } else if (lead == kGreekLead && c >= 0x91 && c <= 0x9F) {
+        const bool latin_capital = lead == kLatinLead && c >= 0x80 && c <= 0x9E && c != 0x97;
+        if (latin_capital || (lead == kGreekLead && c >= 0x91 && c <= 0x9F)) {
             folded[i] = static_cast<char>(c + 0x20);
         } else if (lead == kGreekLead && c >= 0xA0 && c <= 0xA9) {
             folded[i - 1] = static_cast<char>(kLateGreekLead);

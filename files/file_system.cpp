@@ -24,6 +24,27 @@ bool EndsLikeNeighbour(const Path& path)
 
 }  // namespace
 
+std::vector<Path> FileSystem::FilesBeginningWith(const Path& beginning)
+{
+    const Path wanted = beginning.filename();
+    const Path parent = beginning.parent_path();
+    std::vector<Path> found;
+    std::error_code fault;
+    std::filesystem::directory_iterator entry(parent.empty() ? Path(".") : parent, fault);
+    for (; !fault && entry != std::filesystem::directory_iterator(); entry.increment(fault)) {
+        const Path name = entry->path().filename();
+        if (name.native().starts_with(wanted.native())) found.push_back(entry->path());
+    }
+    return found;
+}
+
+std::error_code FileSystem::MakeFolders(const Path& folder)
+{
+    std::error_code fault;
+    std::filesystem::create_directories(folder, fault);
+    return fault;
+}
+
 Path WithEnding(const Path& file, std::string_view ending)
 {
     Path path = file;

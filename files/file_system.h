@@ -20,7 +20,7 @@ inline constexpr std::errc kNoOrdinaryFile = std::errc::invalid_seek;
 inline constexpr std::size_t kLargestFile = std::size_t{512} << 20U;
 
 // The single steps. Each returns what went wrong, or the empty code. A test puts in a disk that
-// fails, or stops the program, at any of them.
+// fails, or stops the program, at any of them. What has a body here is the same on every system.
 class FileSystem
 {
 public:
@@ -49,9 +49,9 @@ public:
     virtual std::error_code Remove(const Path& file) = 0;
     // The files whose names begin with that of `beginning`, beside it; none when the folder cannot
     // be read.
-    virtual std::vector<Path> FilesBeginningWith(const Path& beginning) = 0;
+    virtual std::vector<Path> FilesBeginningWith(const Path& beginning);
     // Makes the folder and those above it that are missing.
-    virtual std::error_code MakeFolders(const Path& folder) = 0;
+    virtual std::error_code MakeFolders(const Path& folder);
 };
 
 // The system's files.

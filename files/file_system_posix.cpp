@@ -10,7 +10,6 @@
 
 #include "files/byte_stream.h"
 #include "files/file_system.h"
-#include "files/folder.h"
 
 namespace korvinth::files {
 namespace {
@@ -237,12 +236,6 @@ public:
         SyncDirectoryOf(file);
         return {};
     }
-
-    std::vector<Path> FilesBeginningWith(const Path& beginning) override
-    {
-        return ListFilesBeginningWith(beginning);
-    }
-    std::error_code MakeFolders(const Path& folder) override { return MakeFoldersOf(folder); }
 };
 
 }  // namespace

@@ -1,6 +1,5 @@
 // The system's files where it offers the calls of Windows.
 #include "files/file_system.h"
-#include "files/folder.h"
 
 #include <windows.h>
 
@@ -277,13 +276,7 @@ public:
         if (::DeleteFileW(file.c_str()) != 0) return {};
         const std::error_code fault = LastFault();
         return fault == std::errc::no_such_file_or_directory ? std::error_code() : fault;
-    }
-    std::vector<Path> FilesBeginningWith(const Path& beginning) override
-    {
-        return ListFilesBeginningWith(beginning);
-    }
-    std::error_code MakeFolders(const Path& folder) override { return MakeFoldersOf(folder); }
-};
+    }};
 
 }  // namespace
 

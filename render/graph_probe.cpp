@@ -43,7 +43,7 @@ public:
     {
         double nearest = std::numeric_limits<double>::infinity();
         std::optional<double> former;
-        for (double dx = -kProbeReach; dx <= kProbeReach; ++dx) {
+        for (int dx = -kProbeReach; dx <= kProbeReach; ++dx) {
             const std::optional<double> y =
                 Value(view_.WorldX(area_x + dx * view_.twips_per_pixel_x));
             std::optional<double> dy;

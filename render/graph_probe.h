@@ -13,7 +13,7 @@
 namespace korvinth::render {
 
 // Pixels between pointer and graph.
-inline constexpr double kProbeReach = 6;
+inline constexpr int kProbeReach = 6;
 
 // A point of a graph, in world units; a coordinate without a value is NaN.
 struct ProbedPoint

@@ -46,7 +46,7 @@ private:
     };
 
     bool IsCurve(document::SlotIndex slot) const;
-    Course CourseOf(document::SlotIndex slot) const;
+    Course CourseOf(document::SlotIndex index) const;
     void MoveToMiddle();
     ProbedPoint PointOfFunction(document::SlotIndex slot) const;
     ProbedPoint PointOfCurve(document::SlotIndex x_part) const;

@@ -14,9 +14,6 @@ std::string Superscript(int exponent);
 // So many steps as a number in the German way: "−0,5", "1 500", "2·10⁷", "3π/2".
 std::string MarkLabel(const MarkStep& step, std::int64_t count);
 
-// "⁻¹²"
-std::string Superscript(int exponent);
-
 // The significant digits in it.
 int LabelDigits(const MarkStep& step, std::int64_t count);
 

@@ -90,6 +90,7 @@ void Asymptoten::MakeInput(QVBoxLayout& layout)
     auto* add = new QPushButton("Hin&zufügen", this);
     add->setObjectName("hinzu");
     add->setToolTip("Gerade hinzufügen (Eingabetaste)");
+    KeepReadable(*type_field_);
     type_field_->setObjectName("Text2");
     type_field_->setAccessibleName("Linienart: ( 0 - 6 )");
     type_field_->setToolTip(

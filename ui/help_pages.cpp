@@ -111,9 +111,16 @@ const HelpPage* HelpPages::Find(const QString& name) const
     return found == pages_.end() ? nullptr : &*found;
 }
 
-std::vector<HelpHit> HelpPages::Search(const QString& words) const
+QStringList HelpPages::Words(const QString& text)
 {
-    const QStringList wanted = words.split(' ', Qt::SkipEmptyParts);
+    QStringList words = text.split(' ', Qt::SkipEmptyParts);
+    words.removeDuplicates();
+    return words;
+}
+
+std::vector<HelpHit> HelpPages::Search(const QString& text) const
+{
+    const QStringList wanted = Words(text);
     std::vector<HelpHit> hits;
     for (const HelpPage& page : pages_) {
         const bool all = std::ranges::all_of(wanted, [&](const QString& word) {

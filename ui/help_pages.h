@@ -4,6 +4,7 @@
 
 #include <QMap>
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 class QWidget;
@@ -34,7 +35,9 @@ public:
     const HelpPage* Find(const QString& name) const;             // nullptr when there is none
 
     // The pages that hold every word, without regard to case; those with one in the title first.
-    std::vector<HelpHit> Search(const QString& words) const;
+    std::vector<HelpHit> Search(const QString& text) const;
+    // The words that are searched for, each once.
+    static QStringList Words(const QString& text);
 
 private:
     std::vector<HelpPage> pages_;

@@ -21,6 +21,7 @@ namespace {
 
 constexpr int kNameRole = Qt::UserRole;
 constexpr int kSnippetRole = Qt::UserRole + 1;
+constexpr int kLongestSearch = 100;  // characters
 
 QUrl PageUrl(const QString& name) { return QUrl("help:/" + name); }
 QString NameOf(const QUrl& url) { return url.path().mid(1); }
@@ -185,6 +186,7 @@ void HelpWindow::MakeControls()
     search_->setObjectName("hilfe_suche");
     search_->setAccessibleName("Hilfe durchsuchen");
     search_->setPlaceholderText("Suchen");
+    search_->setMaxLength(kLongestSearch);
     search_->setToolTip("Sucht auf allen Seiten (Strg+F)");
     search_->setClearButtonEnabled(true);
     for (auto* clear : search_->findChildren<QToolButton*>()) {
@@ -290,7 +292,7 @@ void HelpWindow::FollowPage()
 void HelpWindow::MarkWords()
 {
     QList<QTextEdit::ExtraSelection> marks;
-    for (const QString& word : search_->text().split(' ', Qt::SkipEmptyParts)) {
+    for (const QString& word : HelpPages::Words(search_->text())) {
         QTextCursor found = browser_->document()->find(word);
         for (; !found.isNull(); found = browser_->document()->find(word, found)) {
             QTextEdit::ExtraSelection mark;

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "document/calculator.h"
+#include "ui/storable_fields.h"
 
 namespace korvinth::ui {
 namespace {
@@ -147,6 +148,8 @@ void MiniCalc::MakeControls()
 void MiniCalc::Connect()
 {
     term_->installEventFilter(this);
+    KeepReadable(*term_);
+    KeepReadable(*places_);
     places_->installEventFilter(this);
     connect(equals_, &QPushButton::clicked, this, [this] {
         Calculate();

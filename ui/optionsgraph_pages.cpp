@@ -15,6 +15,7 @@
 
 #include "ui/optionsgraph.h"
 #include "ui/optionsgraph_rows.h"
+#include "ui/storable_fields.h"
 
 namespace korvinth::ui {
 namespace {
@@ -73,6 +74,7 @@ void OptionsGraph::AddField(QFormLayout* form, Setting setting)
     field->setObjectName(row.object);
     field->setAccessibleName(WithoutMnemonic(row.caption));
     field->setToolTip(row.tip);
+    KeepReadable(*field);
     field->setMinimumWidth(kFieldCharacters * field->fontMetrics().averageCharWidth());
     field->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(field, &QLineEdit::textEdited, this, [this, setting] { Typed(setting); });

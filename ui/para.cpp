@@ -12,6 +12,7 @@
 #include <QToolButton>
 #include <initializer_list>
 
+#include "ui/storable_fields.h"
 #include "ui/timer_symbol.h"
 #include "ui/told_texts.h"
 
@@ -62,6 +63,7 @@ QLineEdit* MakeField(QWidget* parent, const char* name)
     field->setObjectName(name);
     field->setToolTip(kFieldTip);
     field->setMaxLength(kLongestTerm);
+    KeepReadable(*field);
     return field;
 }
 

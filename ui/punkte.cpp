@@ -150,6 +150,7 @@ void Punkte::MakeLook(QVBoxLayout& layout)
     connect(with_values_, &QCheckBox::clicked, this, [this](bool checked) {
         ChangeLook([checked](AdditionalPoint& point) { point.with_values = checked; });
     });
+    KeepReadable(*name_);
     connect(name_, &QLineEdit::editingFinished, this, [this] {
         const std::vector<int> rows = list_->SelectedRows();
         if (!name_->isModified() || rows.size() != 1) return;

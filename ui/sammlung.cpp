@@ -30,6 +30,7 @@ constexpr int kLeastRows = 3;
 constexpr int kMostRows = 30;         // more do not fit on any screen
 constexpr int kLinesOfDetails = 6;    // at least
 constexpr int kLongestDetail = 2000;  // characters
+constexpr int kLongestSearch = 200;
 
 struct Detail
 {
@@ -143,6 +144,7 @@ QWidget* Sammlung::MakeHead()
     search_->setObjectName("samml_suche");
     search_->setAccessibleName("Einträge suchen");
     search_->setPlaceholderText("Suchen");
+    search_->setMaxLength(kLongestSearch);
     search_->setToolTip("Sucht in Namen, Beschreibungen und Termen");
     search_->installEventFilter(this);
     connect(search_, &QLineEdit::textChanged, this, &Sammlung::TakeSearch);

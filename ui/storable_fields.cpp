@@ -41,9 +41,35 @@ qsizetype LengthWithoutBlanks(const QString& text)
     return length;
 }
 
+bool IsMark(char32_t sign)
+{
+    const QChar::Category category = QChar::category(sign);
+    return category == QChar::Mark_NonSpacing || category == QChar::Mark_SpacingCombining ||
+           category == QChar::Mark_Enclosing;
+}
+
+// The time that drawing a letter takes grows with the square of the marks on it. No text has more
+// than 30 in a row (stream-safe text format, UAX #15); what comes behind them goes.
+QString WithoutHeapedMarks(const QString& typed)
+{
+    constexpr int kMostMarks = 30;
+    QString kept;
+    int marks = 0;
+    for (qsizetype i = 0; i < typed.size();) {
+        const bool pair = typed[i].isHighSurrogate() && i + 1 < typed.size();
+        const qsizetype length = pair ? 2 : 1;
+        const char32_t sign =
+            pair ? QChar::surrogateToUcs4(typed[i], typed[i + 1]) : typed[i].unicode();
+        marks = IsMark(sign) ? marks + 1 : 0;
+        if (marks <= kMostMarks) kept += QStringView(typed).mid(i, length);
+        i += length;
+    }
+    return kept;
+}
+
 QString Storable(const QString& typed, std::string (*storable)(std::string_view))
 {
-    return ShownText(storable(typed.toStdString()));
+    return ShownText(storable(WithoutHeapedMarks(typed).toStdString()));
 }
 
 QString StorableTerm(const QString& typed) { return Storable(typed, document::StorableTerm); }
@@ -56,11 +82,11 @@ QString StorableName(const QString& typed)
 }
 
 // Rewrites before anybody hears of the text.
-class StorableInput : public QValidator
+class RewrittenInput : public QValidator
 {
 public:
     using Rewrite = QString (*)(const QString&);
-    StorableInput(Rewrite rewrite, QObject* parent) : QValidator(parent), rewrite_(rewrite) {}
+    RewrittenInput(Rewrite rewrite, QObject* parent) : QValidator(parent), rewrite_(rewrite) {}
 
     State validate(QString& input, int& position) const override
     {
@@ -112,14 +138,19 @@ void Replace(QPlainTextEdit& field, const Replacement& part)
 
 }  // namespace
 
+void KeepReadable(QLineEdit& field)
+{
+    field.setValidator(new RewrittenInput(WithoutHeapedMarks, &field));
+}
+
 void KeepStorableTerm(QLineEdit& field)
 {
-    field.setValidator(new StorableInput(StorableTerm, &field));
+    field.setValidator(new RewrittenInput(StorableTerm, &field));
 }
 
 void KeepStorableName(QLineEdit& field)
 {
-    field.setValidator(new StorableInput(StorableName, &field));
+    field.setValidator(new RewrittenInput(StorableName, &field));
 }
 
 // The replacement's own signal finds nothing more to do.

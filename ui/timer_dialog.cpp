@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "document/parameter_values.h"
+#include "ui/storable_fields.h"
 
 namespace korvinth::ui {
 namespace {
@@ -28,6 +29,7 @@ TimerDialog::TimerDialog(QWidget* parent)
     combo1_->setToolTip(QStringLiteral("Was an den Grenzen des Parameters geschieht"));
     text1_->setObjectName("Text1");
     text1_->setMaxLength(kLongestTerm);
+    KeepReadable(*text1_);
     text1_->setToolTip(QStringLiteral("Schrittweite pro Takt, 0 für keinen Timer"));
 
     auto* buttons = new QDialogButtonBox(this);

@@ -9,6 +9,7 @@
 
 #include "document/display_attributes.h"
 #include "document/number_text.h"
+#include "ui/storable_fields.h"
 
 namespace korvinth::ui {
 
@@ -28,6 +29,7 @@ ZoomDialog::ZoomDialog(term::MathParser& parser, Dialogs& dialogs, QWidget* pare
         auto* label = new QLabel(caption, this);
         label->setBuddy(field);
         field->setToolTip("Zahl oder Term, mindestens 1");
+        KeepReadable(*field);
         layout->addWidget(label, row, 0);
         layout->addWidget(field, row, 1);
     };
