@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QMenu>
 #include <QMimeData>
 #include <algorithm>
 #include <iterator>
@@ -11,7 +12,6 @@
 
 #include "app/entry_preview.h"
 #include "document/collection_file.h"
-#include "ui/first_paint.h"
 #include "ui/sammlung.h"
 #include "ui/sammtext.h"
 #include "ui/storable_fields.h"
@@ -112,10 +112,12 @@ void CollectionControl::ConnectWindows()
     connect(window_, &ui::Sammlung::moved, this, &CollectionControl::Move);
     connect(window_, &ui::Sammlung::selectedChanged, this, &CollectionControl::FollowSelection);
     connect(description_, &ui::SammText::edited, this, &CollectionControl::TakeDescription);
+    // Another program answers, in its own time: it is asked only where the answer is seen.
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
-            &CollectionControl::FollowClipboard);
-    // Another program answers, in its own time.
-    ui::AfterFirstPaint(*window_->window(), [this] { FollowClipboard(); });
+            [this] { ShowInsertion(true); });
+    const auto ask = [this] { ShowInsertion(EntriesOnClipboard()); };
+    connect(&menus_.Menu("mn_samml"), &QMenu::aboutToShow, this, ask);
+    connect(window_, &ui::Sammlung::menuOpens, this, ask);
 }
 
 void CollectionControl::ShowEntries()
@@ -326,9 +328,9 @@ void CollectionControl::ShowState()
     ShowCommands();
 }
 
-void CollectionControl::FollowClipboard()
+void CollectionControl::ShowInsertion(bool possible)
 {
-    entries_on_clipboard_ = EntriesOnClipboard();
+    insertion_possible_ = possible;
     ShowCommands();
 }
 
@@ -340,7 +342,7 @@ void CollectionControl::ShowCommands()
             case EntryCommand::AddPlot:
             case EntryCommand::NewEntry: return true;
             case EntryCommand::Insert:
-            case EntryCommand::InsertAfter: return entries_on_clipboard_;
+            case EntryCommand::InsertAfter: return insertion_possible_;
             case EntryCommand::Undo: return editor_.CanUndo();
             case EntryCommand::Redo: return editor_.CanRedo();
             default: return !places.empty();

@@ -86,7 +86,7 @@ private:
 
     void FollowChange(const std::vector<std::size_t>& select);
     void FollowSelection();
-    void FollowClipboard();
+    void ShowInsertion(bool possible);
     void ShowCommands();
     bool AllProtected(const std::vector<std::size_t>& places) const;
     // Asks when there are protected entries among them.
@@ -110,7 +110,7 @@ private:
         bool may_change;
     };
     std::optional<Answer> answer_;
-    bool entries_on_clipboard_ = false;
+    bool insertion_possible_ = true;  // as far as known: the clipboard is asked when a menu opens
 };
 
 }  // namespace korvinth::app

@@ -1,7 +1,11 @@
 // The program: with a window, or without one when the command line asks for results.
 #include <QApplication>
 #include <QIcon>
+#include <QImage>
+#include <QPixmap>
+#include <QResource>
 #include <QScreen>
+#include <algorithm>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -21,14 +25,14 @@
 
 namespace {
 
-// Without the toolkit's reader for SVG, the desktop has pictures of the icon for an installed
-// program.
+// From plain pixels, since for any picture file the toolkit loads its readers of all formats.
 void SetWindowIcon()
 {
-    constexpr int kSide = 32;
-    QIcon icon(":/korvinth.svg");
-    if (icon.pixmap(kSide).isNull()) icon = QIcon::fromTheme("korvinth");
-    QApplication::setWindowIcon(icon);
+    constexpr int kSide = 64;
+    QImage image(kSide, kSide, QImage::Format_RGBA8888);
+    const QResource pixels(":/korvinth-64.rgba");
+    std::copy_n(pixels.data(), std::min(pixels.size(), qint64{image.sizeInBytes()}), image.bits());
+    QApplication::setWindowIcon(QPixmap::fromImage(image));
 }
 
 int RunWindow(char* name, const korvinth::app::CommandLine& command)

@@ -48,14 +48,7 @@ PictureCommands::PictureCommands(Application& application, MainWindow& window, u
       window_(window),
       dialogs_(dialogs),
       metafile_(std::move(metafile)),
-      disk_(disk),
-      export_(new ui::ExportDialog(
-          [&application](render::PictureFormat format, const render::PictureOptions& options,
-                         QSize room) {
-              const ImagePreview preview = PreviewImage(application, format, options, room);
-              return ui::PicturePreview{preview.image, QString::fromStdString(preview.fault)};
-          },
-          &window))
+      disk_(disk)
 {
     const auto on = [this](std::string_view entry, auto action) {
         connect(&window_.MenuEntry(entry), &QAction::triggered, this, action);
@@ -68,7 +61,6 @@ PictureCommands::PictureCommands(Application& application, MainWindow& window, u
     }
     on("mn_export", [this] { Export(); });
     on("mn_print", [this] { Print(); });
-    connect(export_, &ui::ExportDialog::saveWanted, this, &PictureCommands::SaveExport);
     // Lists and fields have a Ctrl+C of their own.
     QAction& copy = window_.MenuEntry("mn_copytoclip");
     copy.setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -84,7 +76,22 @@ void PictureCommands::CopyAsMetafile()
     graph.Redraw();
 }
 
-void PictureCommands::Export() { export_->Open(window_.Graph().AreaSize()); }
+void PictureCommands::Export()
+{
+    if (export_ == nullptr) MakeExportDialog();
+    export_->Open(window_.Graph().AreaSize());
+}
+
+void PictureCommands::MakeExportDialog()
+{
+    export_ = new ui::ExportDialog(
+        [this](render::PictureFormat format, const render::PictureOptions& options, QSize room) {
+            const ImagePreview preview = PreviewImage(application_, format, options, room);
+            return ui::PicturePreview{preview.image, QString::fromStdString(preview.fault)};
+        },
+        &window_);
+    connect(export_, &ui::ExportDialog::saveWanted, this, &PictureCommands::SaveExport);
+}
 
 // The window stays open until a file is written, so that nothing chosen is lost.
 void PictureCommands::SaveExport()

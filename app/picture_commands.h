@@ -26,6 +26,7 @@ private:
     void CopyAsBitmap();    // mn_copytoclip
     void CopyAsMetafile();  // mn_emf
     void Export();          // mn_export
+    void MakeExportDialog();
     void SaveExport();
     std::optional<files::Path> AskForFile();
     void Print();  // mn_print
@@ -35,7 +36,7 @@ private:
     ui::Dialogs& dialogs_;
     const files::Path metafile_;
     files::FileSystem& disk_;
-    ui::ExportDialog* export_;
+    ui::ExportDialog* export_ = nullptr;  // made when it is opened first; the window's child
     render::PageOptions page_;  // as printed last
     std::unique_ptr<PrintPreview> preview_;
 };

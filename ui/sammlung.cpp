@@ -197,6 +197,7 @@ void Sammlung::MakeDetails()
 void Sammlung::MakeMenu()
 {
     menu_->setObjectName("samml_pop");
+    connect(menu_, &QMenu::aboutToShow, this, &Sammlung::menuOpens);
     for (const MenuRow& row : kMenu) {
         if (row.line_above) menu_->addSeparator();
         QAction* action = menu_->addAction(QString::fromUtf8(row.caption));

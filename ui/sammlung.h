@@ -56,6 +56,7 @@ Q_SIGNALS:
     void moved(const std::vector<std::size_t>& places, std::size_t before);
     void selectedChanged();
     void heightChanged();  // the details came or went
+    void menuOpens();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
