@@ -25,21 +25,37 @@ std::string Shortened(const std::string& text)
 }  // namespace
 
 AdditionsControl::AdditionsControl(Application& application, ParameterControl& parameters,
-                                   ui::Asymptoten& lines, ui::Punkte& points, ui::Dialogs& dialogs)
-    : application_(application),
-      parameters_(parameters),
-      lines_(lines),
-      points_(points),
-      dialogs_(dialogs)
+                                   ui::Dialogs& dialogs)
+    : application_(application), parameters_(parameters), dialogs_(dialogs)
 {
+}
+
+void AdditionsControl::SetLines(ui::Asymptoten& lines)
+{
+    lines_ = &lines;
+    lines_->text2list(application_.Document().lines_text);
+    FollowSettings();
+    lines_->ShowProblems(ProblemsOf(render::kLineProblems));
+}
+
+void AdditionsControl::SetPoints(ui::Punkte& points)
+{
+    points_ = &points;
+    points_->text2list(application_.Document().points_text);
+    points_->ShowProblems(ProblemsOf(render::kPointProblems));
 }
 
 void AdditionsControl::FollowPlot()
 {
     const document::PlotDocument& plot = application_.Document();
-    lines_.text2list(plot.lines_text);
-    lines_.SetCommonColour(plot.attributes.line_colour);
-    points_.text2list(plot.points_text);
+    if (lines_ != nullptr) lines_->text2list(plot.lines_text);
+    FollowSettings();
+    if (points_ != nullptr) points_->text2list(plot.points_text);
+}
+
+void AdditionsControl::FollowSettings()
+{
+    if (lines_ != nullptr) lines_->SetCommonColour(application_.Document().attributes.line_colour);
 }
 
 void AdditionsControl::LinesTaken()
@@ -50,21 +66,24 @@ void AdditionsControl::LinesTaken()
 
 void AdditionsControl::FollowRedraw()
 {
-    std::string line_problems;
-    std::string point_problems;
     for (const render::Problem& problem : application_.Problems()) {
-        std::string title(problem.title);
-        if (title == render::kLineProblems) {
-            line_problems = problem.text;
-            if (lines_are_taken_) title = render::kTakenLineProblems;
-        } else if (title == render::kPointProblems) {
-            point_problems = problem.text;
-        }
+        const bool taken = problem.title == render::kLineProblems && lines_are_taken_;
+        const std::string title(taken ? render::kTakenLineProblems : problem.title);
         if (told_.insert(problem.text).second) Tell(title, problem.text);
     }
     lines_are_taken_ = false;
-    lines_.ShowProblems(line_problems);
-    points_.ShowProblems(point_problems);
+    if (lines_ != nullptr) lines_->ShowProblems(ProblemsOf(render::kLineProblems));
+    if (points_ != nullptr) points_->ShowProblems(ProblemsOf(render::kPointProblems));
+}
+
+// Of the last redraw, "" when there were none.
+std::string AdditionsControl::ProblemsOf(std::string_view title) const
+{
+    std::string text;
+    for (const render::Problem& problem : application_.Problems()) {
+        if (problem.title == title) text = problem.text;
+    }
+    return text;
 }
 
 // A redraw may run while a window paints; the box comes when that is done.
@@ -128,7 +147,7 @@ void AdditionsControl::TakeMove(const document::PointMove& move)
             parameters_.setpar(change.index, change.value);
         }
     }
-    points_.text2list(plot.points_text);
+    if (points_ != nullptr) points_->text2list(plot.points_text);
     Q_EMIT pointMoved();
 }
 

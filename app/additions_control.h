@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "app/application.h"
 #include "document/additional_points.h"
@@ -25,11 +26,15 @@ class AdditionsControl : public QObject, public ui::PointHandle
     Q_OBJECT
 public:
     // All outlive the control.
-    AdditionsControl(Application& application, ParameterControl& parameters, ui::Asymptoten& lines,
-                     ui::Punkte& points, ui::Dialogs& dialogs);
+    AdditionsControl(Application& application, ParameterControl& parameters, ui::Dialogs& dialogs);
+
+    // A window made on first use shows the plot's list and what is wrong with it.
+    void SetLines(ui::Asymptoten& lines);
+    void SetPoints(ui::Punkte& points);
 
     // After every change of the plot: the windows show its lists.
     void FollowPlot();
+    void FollowSettings();
     // The list of lines has been taken from its window: its errors are told once more.
     void LinesTaken();
     // After a redraw: what it could not draw is told, each text once.
@@ -53,14 +58,15 @@ private:
         std::size_t index = 0;
         document::PointMove before;
     };
+    std::string ProblemsOf(std::string_view title) const;
     void Tell(const std::string& title, const std::string& text);
     document::WorldPlace PlaceOf(double area_x, double area_y) const;
     void TakeMove(const document::PointMove& move);
 
     Application& application_;
     ParameterControl& parameters_;
-    ui::Asymptoten& lines_;
-    ui::Punkte& points_;
+    ui::Asymptoten* lines_ = nullptr;
+    ui::Punkte* points_ = nullptr;
     ui::Dialogs& dialogs_;
     std::set<std::string> told_;
     bool lines_are_taken_ = false;

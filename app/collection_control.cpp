@@ -76,8 +76,7 @@ CollectionControl::CollectionControl(CollectionHost& host, document::DisplayAttr
       attributes_(attributes),
       menus_(menus),
       dialogs_(dialogs),
-      window_(new ui::Sammlung(editor_, DrawPreview, parent)),
-      description_(new ui::SammText(parent))
+      window_(new ui::Sammlung(editor_, DrawPreview, parent))
 {
     ConnectMenus();
     ConnectWindows();
@@ -111,7 +110,6 @@ void CollectionControl::ConnectWindows()
     connect(window_, &ui::Sammlung::renamed, this, &CollectionControl::Rename);
     connect(window_, &ui::Sammlung::moved, this, &CollectionControl::Move);
     connect(window_, &ui::Sammlung::selectedChanged, this, &CollectionControl::FollowSelection);
-    connect(description_, &ui::SammText::edited, this, &CollectionControl::TakeDescription);
     // Another program answers, in its own time: it is asked only where the answer is seen.
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
             [this] { ShowInsertion(true); });
@@ -306,13 +304,30 @@ void CollectionControl::FollowSelection()
 {
     const std::optional<std::size_t> selected = SelectedEntry();
     if (answer_ && answer_->place != selected) answer_.reset();
-    if (selected) {
+    ShowDescription();
+    ShowCommands();
+}
+
+ui::SammText& CollectionControl::DescriptionWindow()
+{
+    if (description_ == nullptr) {
+        description_ = new ui::SammText(window_->window());
+        connect(description_, &ui::SammText::edited, this, &CollectionControl::TakeDescription);
+        ShowDescription();
+        ShowState();
+    }
+    return *description_;
+}
+
+void CollectionControl::ShowDescription()
+{
+    if (description_ == nullptr) return;
+    if (const std::optional<std::size_t> selected = SelectedEntry()) {
         description_->ShowText(editor_.Entries()[*selected][Column::LongText],
                                !answer_ || answer_->may_change);
     } else {
         description_->ShowNothing();
     }
-    ShowCommands();
 }
 
 void CollectionControl::ShowState()
@@ -323,8 +338,10 @@ void CollectionControl::ShowState()
     for (std::size_t i = 0; i < std::size(kDescriptionPoints); ++i) {
         menus_.SetChecked(FontEntry(i), kDescriptionPoints[i] == attributes_.description_points);
     }
-    description_->SetFontPoints(follows ? std::nullopt
-                                        : std::optional(attributes_.description_points));
+    if (description_ != nullptr) {
+        description_->SetFontPoints(follows ? std::nullopt
+                                            : std::optional(attributes_.description_points));
+    }
     ShowCommands();
 }
 

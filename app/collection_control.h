@@ -56,7 +56,7 @@ public:
     std::optional<std::size_t> SelectedEntry() const;
 
     ui::Sammlung& Window() { return *window_; }
-    ui::SammText& DescriptionWindow() { return *description_; }
+    ui::SammText& DescriptionWindow();  // made on first use
 
 Q_SIGNALS:
     void changed();                 // entries or their order, by the user's hand
@@ -86,6 +86,7 @@ private:
 
     void FollowChange(const std::vector<std::size_t>& select);
     void FollowSelection();
+    void ShowDescription();  // of the selected entry
     void ShowInsertion(bool possible);
     void ShowCommands();
     bool AllProtected(const std::vector<std::size_t>& places) const;
@@ -102,7 +103,7 @@ private:
     document::CollectionEditor editor_{collection_};
     QString file_name_;
     ui::Sammlung* window_;
-    ui::SammText* description_;
+    ui::SammText* description_ = nullptr;
     // Whether the description of a protected entry may change: what the user has answered for it.
     struct Answer
     {

@@ -70,11 +70,8 @@ MainWindow::MainWindow(Application& application, ui::Dialogs& dialogs, QWidget* 
     setCentralWidget(area_);
 
     MakeChildren(application);
-    session_ =
-        std::make_unique<Session>(application,
-                                  PlotWindows{*termform_, *graphform_, *sliders_, *parameter_list_,
-                                              *interform_, *lines_, *points_},
-                                  dialogs_);
+    session_ = std::make_unique<Session>(application,
+                                         PlotWindows{*termform_, *graphform_, *sliders_}, dialogs_);
     commands_ = std::make_unique<PlotCommands>(menus_, *session_, *termform_, *graphform_);
     MakeCollection(application);
     ConnectSession();
@@ -105,27 +102,9 @@ void MainWindow::MakeChildren(Application& application)
     graphform_->SetTrace(&application.Trace());
     graphform_->SetDescription(
         [&application] { return render::PictureText(application.Document(), application.View()); });
-    parameter_list_ = new ui::ParameterList(this);
-    interform_ = new ui::InterForm(application.Document(), view.View(), view, this);
-
-    lines_ = new ui::Asymptoten(dialogs_, this);
-    points_ = new ui::Punkte(dialogs_, this);
-
     terms_frame_ = MakeChild(termform_);
     sliders_frame_ = MakeChild(sliders_);
     graph_frame_ = MakeChild(graphform_);
-    list_frame_ = MakeChild(parameter_list_);
-    ranges_frame_ = MakeChild(interform_);
-    lines_frame_ = MakeChild(lines_);
-    points_frame_ = MakeChild(points_);
-    for (ui::ChildWindow* child : {list_frame_, lines_frame_, points_frame_}) {
-        child->SetFree(true);
-        child->hide();
-    }
-    ranges_frame_->hide();
-    for (ui::ChildWindow* child : {list_frame_, ranges_frame_, lines_frame_, points_frame_}) {
-        child->SetClosedByEsc();
-    }
 }
 
 void MainWindow::MakeCollection(Application& application)
@@ -133,14 +112,10 @@ void MainWindow::MakeCollection(Application& application)
     collection_ = std::make_unique<CollectionControl>(*session_, application.Document().attributes,
                                                       menus_, dialogs_, this);
     collection_frame_ = MakeChild(&collection_->Window());
-    description_frame_ = MakeChild(&collection_->DescriptionWindow());
-    description_frame_->SetFree(true);
-    description_frame_->SetClosedByEsc();
-    description_frame_->hide();
     connect(collection_.get(), &CollectionControl::windowWanted, this,
             [this] { ShowChild(collection_frame_); });
     connect(collection_.get(), &CollectionControl::descriptionWanted, this,
-            [this] { ShowBesideGraph(description_frame_, &collection_->DescriptionWindow()); });
+            &MainWindow::ShowDescription);
     for (const auto signal : {&CollectionControl::changed, &CollectionControl::entriesReplaced}) {
         connect(collection_.get(), signal, this, &MainWindow::ArrangeWindows);
     }
@@ -156,6 +131,15 @@ ui::ChildWindow* MainWindow::MakeChild(QWidget* content)
         ArrangeWindows();
         ActivateFormer();
     });
+    return child;
+}
+
+ui::ChildWindow* MainWindow::MakeFreeChild(QWidget* content)
+{
+    ui::ChildWindow* child = MakeChild(content);
+    child->SetFree(true);
+    child->SetClosedByEsc();
+    child->hide();
     return child;
 }
 
@@ -205,12 +189,9 @@ void MainWindow::ConnectWindowEntries()
         session_->UseDefaultSettings();
         if (settings_ != nullptr && settings_->isVisible()) ShowSettings();
     });
-    on("mn_calc", [this] {
-        if (calculator_ == nullptr) MakeCalculator();
-        ShowBesideGraph(calculator_frame_, calculator_);
-    });
-    on("mn_asy", [this] { ShowBesideGraph(lines_frame_, lines_); });
-    on("mn_punkt", [this] { ShowBesideGraph(points_frame_, points_); });
+    on("mn_calc", [this] { ShowCalculator(); });
+    on("mn_asy", [this] { ShowLines(); });
+    on("mn_punkt", [this] { ShowPoints(); });
     on("mn_inter", [this] { ShowRanges(); });
     on("mn_graph", [this] { ShowChild(graph_frame_); });
     on("mn_term", [this] { ShowChild(terms_frame_); });
@@ -258,7 +239,7 @@ void MainWindow::ArrangeWindows()
     request.graph_place = graph_place_;
     request.has_terms = !terms_frame_->isHidden();
     request.has_parameters = !sliders_frame_->isHidden();
-    if (!ranges_frame_->isHidden()) {
+    if (ranges_frame_ != nullptr && !ranges_frame_->isHidden()) {
         request.ranges_width = interform_->minimumSizeHint().width();
         request.ranges_height = ranges_frame_->HeightFor(interform_->sizeHint().height());
     }
@@ -267,6 +248,7 @@ void MainWindow::ArrangeWindows()
     Place(sliders_frame_, places.parameters);
     Place(collection_frame_, places.collection);
     Place(graph_frame_, places.graph);
+    if (ranges_frame_ == nullptr) return;
     Place(ranges_frame_, places.ranges);
     SetRangesFree(places.ranges.height == 0);
 }
@@ -311,12 +293,25 @@ void MainWindow::ShowBesideGraph(ui::ChildWindow* child, QWidget* content)
 
 void MainWindow::ShowParameterList()
 {
+    if (parameter_list_ == nullptr) {
+        parameter_list_ = new ui::ParameterList(this);
+        list_frame_ = MakeFreeChild(parameter_list_);
+        session_->Parameters().SetList(*parameter_list_);
+    }
     parameter_list_->refpar(session_->Document());
     ShowBesideGraph(list_frame_, parameter_list_);
 }
 
 void MainWindow::ShowRanges()
 {
+    if (interform_ == nullptr) {
+        ViewControl& view = application_.Views();
+        interform_ = new ui::InterForm(application_.Document(), view.View(), view, this);
+        ranges_frame_ = MakeChild(interform_);
+        ranges_frame_->SetClosedByEsc();
+        ranges_frame_->hide();
+        session_->SetRanges(*interform_);
+    }
     interform_->updateall();
     const bool was_hidden = ranges_frame_->isHidden();
     ShowChild(ranges_frame_);
@@ -324,17 +319,44 @@ void MainWindow::ShowRanges()
     interform_->FocusFirstField();
 }
 
-void MainWindow::MakeCalculator()
+void MainWindow::ShowLines()
 {
-    calculator_ = new ui::MiniCalc(application_.Parser(), application_.Document(), dialogs_);
-    calculator_frame_ = MakeChild(calculator_);
-    calculator_frame_->SetFree(true);
-    calculator_frame_->SetClosedByEsc();
-    calculator_frame_->hide();
-    session_->SetCalculator(*calculator_);
-    connect(calculator_, &ui::MiniCalc::placesChosen, session_.get(),
-            &Session::TakeCalculatorPlaces);
-    connect(calculator_, &ui::MiniCalc::closeWanted, calculator_frame_, &QWidget::close);
+    if (lines_ == nullptr) {
+        lines_ = new ui::Asymptoten(dialogs_, this);
+        lines_frame_ = MakeFreeChild(lines_);
+        session_->SetLines(*lines_);
+    }
+    ShowBesideGraph(lines_frame_, lines_);
+}
+
+void MainWindow::ShowPoints()
+{
+    if (points_ == nullptr) {
+        points_ = new ui::Punkte(dialogs_, this);
+        points_frame_ = MakeFreeChild(points_);
+        session_->SetPoints(*points_);
+    }
+    ShowBesideGraph(points_frame_, points_);
+}
+
+void MainWindow::ShowDescription()
+{
+    ui::SammText& description = collection_->DescriptionWindow();
+    if (description_frame_ == nullptr) description_frame_ = MakeFreeChild(&description);
+    ShowBesideGraph(description_frame_, &description);
+}
+
+void MainWindow::ShowCalculator()
+{
+    if (calculator_ == nullptr) {
+        calculator_ = new ui::MiniCalc(application_.Parser(), application_.Document(), dialogs_);
+        calculator_frame_ = MakeFreeChild(calculator_);
+        session_->SetCalculator(*calculator_);
+        connect(calculator_, &ui::MiniCalc::placesChosen, session_.get(),
+                &Session::TakeCalculatorPlaces);
+        connect(calculator_, &ui::MiniCalc::closeWanted, calculator_frame_, &QWidget::close);
+    }
+    ShowBesideGraph(calculator_frame_, calculator_);
 }
 
 void MainWindow::DockAll()

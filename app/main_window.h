@@ -60,7 +60,8 @@ protected:
 private:
     void MakeChildren(Application& application);
     ui::ChildWindow* MakeChild(QWidget* content);
-    QList<ui::ChildWindow*> Children() const;  // in the order of their making
+    ui::ChildWindow* MakeFreeChild(QWidget* content);  // hidden; above the others, closed by Esc
+    QList<ui::ChildWindow*> Children() const;          // in the order of their making
     void MakeCollection(Application& application);
     void ConnectWindowEntries();
     void ConnectSession();
@@ -69,7 +70,10 @@ private:
     void ShowChild(ui::ChildWindow* child);
     void ShowParameterList();
     void ShowRanges();
-    void MakeCalculator();
+    void ShowLines();
+    void ShowPoints();
+    void ShowDescription();
+    void ShowCalculator();
     void DockAll();        // mn_dock
     void SetGraphFree();   // mn_gri
     void MaximiseGraph();  // mn_ghm
@@ -91,22 +95,22 @@ private:
     ui::TermForm* termform_ = nullptr;
     ui::GraphForm* graphform_ = nullptr;
     ui::ParameterColumn* sliders_ = nullptr;
+    ui::ChildWindow* terms_frame_ = nullptr;
+    ui::ChildWindow* sliders_frame_ = nullptr;
+    ui::ChildWindow* graph_frame_ = nullptr;
+    ui::ChildWindow* collection_frame_ = nullptr;
+    // Made on first use.
+    ui::ZoomDialog* zoom_dialog_ = nullptr;
+    ui::OptionsGraph* settings_ = nullptr;
     ui::ParameterList* parameter_list_ = nullptr;
     ui::InterForm* interform_ = nullptr;
     ui::Asymptoten* lines_ = nullptr;
     ui::Punkte* points_ = nullptr;
-    // Made on first use.
-    ui::ZoomDialog* zoom_dialog_ = nullptr;
-    ui::OptionsGraph* settings_ = nullptr;
     ui::MiniCalc* calculator_ = nullptr;
-    ui::ChildWindow* terms_frame_ = nullptr;
-    ui::ChildWindow* sliders_frame_ = nullptr;
-    ui::ChildWindow* graph_frame_ = nullptr;
     ui::ChildWindow* list_frame_ = nullptr;
     ui::ChildWindow* ranges_frame_ = nullptr;
     ui::ChildWindow* lines_frame_ = nullptr;
     ui::ChildWindow* points_frame_ = nullptr;
-    ui::ChildWindow* collection_frame_ = nullptr;
     ui::ChildWindow* description_frame_ = nullptr;
     ui::ChildWindow* calculator_frame_ = nullptr;
     std::unique_ptr<Session> session_;

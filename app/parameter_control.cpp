@@ -25,25 +25,48 @@ Bounds BoundsOf(const Parameter& parameter) { return {parameter.lower, parameter
 }  // namespace
 
 ParameterControl::ParameterControl(document::PlotDocument& document, term::MathParser& parser,
-                                   ui::ParameterColumn& column, ui::ParameterList& list,
-                                   ui::Dialogs& dialogs, ParameterHost& host)
-    : document_(document),
-      parser_(parser),
-      column_(column),
-      list_(list),
-      dialogs_(dialogs),
-      host_(host),
-      timer_dialog_(new ui::TimerDialog(&column))
+                                   ui::ParameterColumn& column, ui::Dialogs& dialogs,
+                                   ParameterHost& host)
+    : document_(document), parser_(parser), column_(column), dialogs_(dialogs), host_(host)
 {
     ConnectWindows();
-    list_.refpar(document_);
+}
+
+void ParameterControl::SetList(ui::ParameterList& list)
+{
+    using ui::ParameterList;
+    list_ = &list;
+    connect(&list, &ParameterList::couplingChosen, this, &ParameterControl::couplingChosen);
+    connect(&list, &ParameterList::sliderWanted, this, [this](ParameterIndex index) {
+        ShowWindow(index, true);
+        column_.Reveal(index);
+    });
+    connect(&list, &ParameterList::showAllWanted, this, &ParameterControl::ShowAllWindows);
+    connect(&list, &ParameterList::familyParameterChosen, this,
+            [this](ParameterIndex index) { SetFamily(index, true); });
+    connect(&list, &ParameterList::noFamilyParameterChosen, this, &ParameterControl::ReleaseFamily);
+    connect(&list, &ParameterList::familyFunctionToggled, this, &ParameterControl::AllowFamily);
+    ShowList();
     ShowButton();
+}
+
+ui::TimerDialog& ParameterControl::TimerSettings()
+{
+    if (timer_dialog_ == nullptr) {
+        timer_dialog_ = new ui::TimerDialog(&column_);
+        connect(timer_dialog_, &ui::TimerDialog::confirmed, this, &ParameterControl::ConfirmTimer);
+    }
+    return *timer_dialog_;
+}
+
+void ParameterControl::ShowList()
+{
+    if (list_ != nullptr) list_->refpar(document_);
 }
 
 void ParameterControl::ConnectWindows()
 {
     using ui::ParameterColumn;
-    using ui::ParameterList;
     connect(&column_, &ParameterColumn::sliderMoved, this,
             [this](ParameterIndex index, double value) { setpar(index, value, true); });
     connect(&column_, &ParameterColumn::valueTyped, this, &ParameterControl::TakeValue);
@@ -54,20 +77,8 @@ void ParameterControl::ConnectWindows()
     connect(&column_, &ParameterColumn::familyChosen, this, &ParameterControl::SetFamily);
     connect(&column_, &ParameterColumn::couplingChosen, this, &ParameterControl::couplingChosen);
     connect(&column_, &ParameterColumn::couplingsReset, this, &ParameterControl::couplingsReset);
-    connect(&list_, &ParameterList::couplingChosen, this, &ParameterControl::couplingChosen);
     connect(&column_, &ParameterColumn::closed, this,
             [this](ParameterIndex index) { ShowWindow(index, false); });
-    connect(&list_, &ParameterList::sliderWanted, this, [this](ParameterIndex index) {
-        ShowWindow(index, true);
-        column_.Reveal(index);
-    });
-    connect(&list_, &ParameterList::showAllWanted, this, &ParameterControl::ShowAllWindows);
-    connect(&list_, &ParameterList::familyParameterChosen, this,
-            [this](ParameterIndex index) { SetFamily(index, true); });
-    connect(&list_, &ParameterList::noFamilyParameterChosen, this,
-            &ParameterControl::ReleaseFamily);
-    connect(&list_, &ParameterList::familyFunctionToggled, this, &ParameterControl::AllowFamily);
-    connect(timer_dialog_, &ui::TimerDialog::confirmed, this, &ParameterControl::ConfirmTimer);
 }
 
 bool ParameterControl::InUse(ParameterIndex index) const
@@ -82,7 +93,7 @@ void ParameterControl::ShowCouplings()
             window->ShowCoupling(document_.parameters[index].coupling);
         }
     }
-    list_.refpar(document_);
+    ShowList();
 }
 
 void ParameterControl::InitSlider(ParameterIndex index)
@@ -111,7 +122,7 @@ void ParameterControl::FollowPlot()
     std::erase_if(shown_names_, [&](const std::string& name) { return !in_use.contains(name); });
     std::erase_if(closed_names_, [&](const std::string& name) { return !in_use.contains(name); });
     FollowRange();
-    list_.refpar(document_);
+    ShowList();
     ShowButton();
 }
 
@@ -152,9 +163,10 @@ void ParameterControl::ShowAllWindows(bool visible)
 
 void ParameterControl::ShowButton()
 {
+    if (list_ == nullptr) return;
     std::size_t in_use = 0;
     for (const ParameterIndex index : document::AllParameters()) in_use += InUse(index) ? 1 : 0;
-    list_.schalt(in_use > 0 && column_.Shown().size() == in_use);
+    list_->schalt(in_use > 0 && column_.Shown().size() == in_use);
 }
 
 void ParameterControl::setpar(ParameterIndex index, double value, bool from_slider)
@@ -232,7 +244,7 @@ void ParameterControl::ClickTimer(ParameterIndex index)
 void ParameterControl::OpenTimerDialog(ParameterIndex index)
 {
     if (!InUse(index)) return;
-    timer_dialog_->init(index, document_.parameters[index]);
+    TimerSettings().init(index, document_.parameters[index]);
     // Below the slider that it is for, not over the graph.
     if (const ui::Para* window = column_.Window(index); window != nullptr && window->isVisible()) {
         timer_dialog_->OpenBelow(*window);
@@ -276,7 +288,7 @@ void ParameterControl::SetFamily(ParameterIndex index, bool family)
         ui::Para* window = column_.Window(other);
         if (window != nullptr) window->ShowFamily(document_.parameters[other].family);
     }
-    list_.refpar(document_);
+    ShowList();
     Redraw();
     host_.FamilyChosen();
 }

@@ -38,8 +38,11 @@ class ParameterControl : public QObject
 public:
     // All outlive the control.
     ParameterControl(document::PlotDocument& document, term::MathParser& parser,
-                     ui::ParameterColumn& column, ui::ParameterList& list, ui::Dialogs& dialogs,
-                     ParameterHost& host);
+                     ui::ParameterColumn& column, ui::Dialogs& dialogs, ParameterHost& host);
+
+    // The list, made on first use, shows the plot from now on.
+    void SetList(ui::ParameterList& list);
+    void ShowList();
 
     // A parameter came into use (document::PlotHost::InitSlider).
     void InitSlider(document::ParameterIndex index);
@@ -52,7 +55,7 @@ public:
     void ShowWindow(document::ParameterIndex index, bool visible);
     void ShowAllWindows(bool visible);  // all slider windows or none
     void OpenTimerDialog(document::ParameterIndex index);
-    ui::TimerDialog& TimerSettings() { return *timer_dialog_; }
+    ui::TimerDialog& TimerSettings();  // made on first use
 
     // Sets a value in the fixed order: ranges, slider, redraw, calculator, value field.
     void setpar(document::ParameterIndex index, double value, bool from_slider = false);
@@ -108,10 +111,10 @@ private:
     document::PlotDocument& document_;
     term::MathParser& parser_;
     ui::ParameterColumn& column_;
-    ui::ParameterList& list_;
+    ui::ParameterList* list_ = nullptr;
     ui::Dialogs& dialogs_;
     ParameterHost& host_;
-    ui::TimerDialog* timer_dialog_;
+    ui::TimerDialog* timer_dialog_ = nullptr;
     std::set<std::string> closed_names_;  // of parameters in use whose windows the user closed
     std::set<std::string> shown_names_;   // of parameters in use that have had their window
     document::SlotTable<document::Bounds> followed_;  // what the integral bounds followed last

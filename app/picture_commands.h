@@ -37,7 +37,7 @@ private:
     const files::Path metafile_;
     files::FileSystem& disk_;
     ui::ExportDialog* export_ = nullptr;  // made when it is opened first; the window's child
-    render::PageOptions page_;  // as printed last
+    render::PageOptions page_;            // as printed last
     std::unique_ptr<PrintPreview> preview_;
 };
 

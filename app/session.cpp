@@ -46,11 +46,10 @@ Session::Session(Application& application, const PlotWindows& windows, ui::Dialo
     : application_(application),
       windows_(windows),
       dialogs_(dialogs),
-      parameters_(application.Document(), application.Parser(), windows.sliders,
-                  windows.parameter_list, dialogs, *this),
+      parameters_(application.Document(), application.Parser(), windows.sliders, dialogs, *this),
       animation_(application.Document(), parameters_),
       coupling_(application.Document(), parameters_),
-      additions_(application, parameters_, windows.lines, windows.points, dialogs)
+      additions_(application, parameters_, dialogs)
 {
     application_.Attach(this);
     View().SetListener(this);
@@ -83,19 +82,6 @@ void Session::Connect()
             &MouseCoupling::FollowPointer);
     connect(&windows_.graph, &ui::GraphForm::plainClicked, &coupling_, &MouseCoupling::parkop);
     connect(&coupling_, &MouseCoupling::changed, this, &Session::stateChanged);
-    connect(&windows_.lines, &ui::Asymptoten::taken, this, [this](const std::string& text) {
-        additions_.LinesTaken();
-        TakeList(&document::PlotDocument::lines_text, text, true);
-    });
-    connect(&windows_.lines, &ui::Asymptoten::restyled, this, [this](const std::string& text) {
-        TakeList(&document::PlotDocument::lines_text, text, false);
-    });
-    connect(&windows_.points, &ui::Punkte::taken, this, [this](const std::string& text) {
-        TakeList(&document::PlotDocument::points_text, text, true);
-    });
-    connect(&windows_.points, &ui::Punkte::restyled, this, [this](const std::string& text) {
-        TakeList(&document::PlotDocument::points_text, text, false);
-    });
     connect(&additions_, &AdditionsControl::pointGrabbed, this,
             [this] { before_drag_ = document::TakeSnapshot(Document()); });
     connect(&additions_, &AdditionsControl::pointMoved, this, &Session::RedrawGraph);
@@ -106,6 +92,29 @@ void Session::Connect()
     windows_.graph.SetPointHandle(&additions_);
     connect(&animation_, &AnimationControl::activeChanged, this, &Session::stateChanged);
     animation_.SetBusy([this] { return windows_.graph.Unfinished(); });
+}
+
+void Session::SetLines(ui::Asymptoten& lines)
+{
+    connect(&lines, &ui::Asymptoten::taken, this, [this](const std::string& text) {
+        additions_.LinesTaken();
+        TakeList(&document::PlotDocument::lines_text, text, true);
+    });
+    connect(&lines, &ui::Asymptoten::restyled, this, [this](const std::string& text) {
+        TakeList(&document::PlotDocument::lines_text, text, false);
+    });
+    additions_.SetLines(lines);
+}
+
+void Session::SetPoints(ui::Punkte& points)
+{
+    connect(&points, &ui::Punkte::taken, this, [this](const std::string& text) {
+        TakeList(&document::PlotDocument::points_text, text, true);
+    });
+    connect(&points, &ui::Punkte::restyled, this, [this](const std::string& text) {
+        TakeList(&document::PlotDocument::points_text, text, false);
+    });
+    additions_.SetPoints(points);
 }
 
 document::CollectionEntry Session::CurrentPlot()
@@ -220,7 +229,7 @@ void Session::ShowReport(const document::PlotReport& report)
     if (report.first_faulty_row) {
         windows_.terms.MarkFaultyRow(*report.first_faulty_row, WithoutSeparator(fault));
     }
-    windows_.ranges.updateall();
+    if (ranges_ != nullptr) ranges_->updateall();
     additions_.FollowPlot();
     RedrawGraph();
     RefreshCalculator();
@@ -332,7 +341,7 @@ void Session::SetFamilyAllowed(document::SlotIndex row, bool allowed)
 {
     document::PlotDocument& plot = application_.Document();
     ChangeGraph(row, [&](document::SlotIndex slot) { plot.slots[slot].family_allowed = allowed; });
-    windows_.parameter_list.refpar(plot);
+    parameters_.ShowList();
     FamilyChosen();
 }
 
@@ -378,7 +387,7 @@ void Session::FollowSettings()
 {
     const document::DisplayAttributes& attributes = Document().attributes;
     animation_.SetInterval(attributes.timer_milliseconds);
-    windows_.lines.SetCommonColour(attributes.line_colour);
+    additions_.FollowSettings();
     View().SetZoomFactors({attributes.zoom_factor_x, attributes.zoom_factor_y});
     windows_.graph.SetSmooth(attributes.smooth_drawing);  // redraws
     if (calculator_ != nullptr) calculator_->FollowSettings();
@@ -465,7 +474,7 @@ void Session::FollowArea()
         TellSampleCounts();
     }
     parameters_.FollowRange();
-    windows_.ranges.updateall();
+    if (ranges_ != nullptr) ranges_->updateall();
     RedrawGraph();
 }
 
@@ -542,12 +551,18 @@ void Session::RedrawGraph()
 void Session::updatex()
 {
     parameters_.FollowRange();
-    windows_.ranges.updatex();
+    if (ranges_ != nullptr) ranges_->updatex();
 }
 
-void Session::updatey() { windows_.ranges.updatey(); }
+void Session::updatey()
+{
+    if (ranges_ != nullptr) ranges_->updatey();
+}
 
-void Session::updatet() { windows_.ranges.updatet(); }
+void Session::updatet()
+{
+    if (ranges_ != nullptr) ranges_->updatet();
+}
 
 void Session::HistoryChanged(bool) { Q_EMIT stateChanged(); }
 

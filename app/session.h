@@ -30,16 +30,12 @@ class TermForm;
 
 namespace korvinth::app {
 
-// The windows that show the plot.
+// The windows that always show the plot.
 struct PlotWindows
 {
     ui::TermForm& terms;
     ui::GraphForm& graph;
     ui::ParameterColumn& sliders;
-    ui::ParameterList& parameter_list;
-    ui::InterForm& ranges;
-    ui::Asymptoten& lines;
-    ui::Punkte& points;
 };
 
 class Session final : public QObject, public CollectionHost, ApplyHooks, ParameterHost, ViewListener
@@ -97,8 +93,11 @@ public:
     void FollowSettings();
     void AskRowFont();  // of the term editor
     void TakeZoomFactors(const render::ZoomFactors& factors);
-    // The calculator follows the plot from now on; it outlives the session.
+    // Windows made on first use show the plot and follow it from now on; they outlive the session.
     void SetCalculator(ui::MiniCalc& calculator) { calculator_ = &calculator; }
+    void SetRanges(ui::InterForm& ranges) { ranges_ = &ranges; }
+    void SetLines(ui::Asymptoten& lines);
+    void SetPoints(ui::Punkte& points);
     void TakeCalculatorPlaces(int places);
     // After the picture was drawn.
     void FollowRedraw();
@@ -161,7 +160,8 @@ private:
     AnimationControl animation_;
     MouseCoupling coupling_;
     AdditionsControl additions_;
-    ui::MiniCalc* calculator_ = nullptr;  // made on first use
+    ui::MiniCalc* calculator_ = nullptr;
+    ui::InterForm* ranges_ = nullptr;
     document::PlotUndo undo_;
     document::PlotSnapshot before_drag_;    // of an additional point
     document::PlotSnapshot before_ranges_;  // that brought new parameters

@@ -46,6 +46,7 @@ protected:
         QApplication::clipboard()->clear();
         window_.resize(400, 300);
         control_.Window().setGeometry(0, 20, 400, 280);
+        control_.DescriptionWindow().show();
         window_.show();
         window_.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));

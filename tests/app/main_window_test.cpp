@@ -327,7 +327,9 @@ TEST_F(MainWindowTest, MnemonicsOfAWindowClashNeitherWithEachOtherNorWithTheMenu
     for (const QAction* menu : window_.menuBar()->actions()) {
         menus.insert(menu->text()[menu->text().indexOf('&') + 1].toLower());
     }
-    Trigger("mn_calc");
+    for (const char* entry : {"mn_inter", "mn_spal", "mn_asy", "mn_punkt", "mn_calc"}) {
+        Trigger(entry);
+    }
     for (const char* name : {"interform", "Parameter", "Asymptoten", "Punkte", "minicalc"}) {
         SCOPED_TRACE(name);
         std::set<QChar> taken = menus;
@@ -440,7 +442,6 @@ TEST_F(MainWindowTest, AnEntryOfTheCollectionDrawsItsPlotAgain)
     Trigger("mn_undo");
     EXPECT_EQ(Row(0)->text(), "f(x) = x^2");
 
-    EXPECT_FALSE(Find("sammtext")->isVisible());
     Trigger("mn_dtl");
     EXPECT_TRUE(Find("sammtext")->isVisible());
     Find<QMdiSubWindow>("sammlung_frame")->close();

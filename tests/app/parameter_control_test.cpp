@@ -38,6 +38,7 @@ protected:
     {
         column.resize(400, 700);
         column.show();
+        control.SetList(list);
         list.show();
     }
 
@@ -122,7 +123,7 @@ protected:
     ScriptedDialogs dialogs;
     ui::ParameterColumn column;
     ui::ParameterList list;
-    ParameterControl control{document, parser, column, list, dialogs, *this};
+    ParameterControl control{document, parser, column, dialogs, *this};
     AnimationControl animation{document, control};
 };
 
