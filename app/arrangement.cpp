@@ -8,6 +8,7 @@ namespace {
 // Widths and heights in heights of a line, so that they follow the font.
 constexpr int kColumnLines = 24;         // a term of about forty letters
 constexpr int kLeastParameterLines = 7;  // title and one slider, or what stands in its place
+constexpr int kLeastCollectionLines = 3;
 
 // In percent of the area.
 constexpr int kWidestColumn = 40;
@@ -22,14 +23,18 @@ int ColumnWidth(const ArrangementRequest& request)
 {
     if (!request.has_terms && !request.has_parameters && !request.has_collection) return 0;
     const int wanted = kColumnLines * request.font_height;
-    return std::clamp(wanted, request.width * kNarrowestColumn / 100,
-                      request.width * kWidestColumn / 100);
+    const int widest = std::max(request.width * kWidestColumn / 100,
+                                std::min(request.least_width, request.width / 2));
+    return std::clamp(wanted, request.width * kNarrowestColumn / 100, widest);
 }
 
 int CollectionHeight(const ArrangementRequest& request)
 {
     if (!request.has_collection) return 0;
     if (!request.has_terms && !request.has_parameters) return request.height;
+    const int others = (request.has_terms ? request.least_terms_height : 0) +
+                       (request.has_parameters ? kLeastParameterLines * request.font_height : 0);
+    if (request.height - others < kLeastCollectionLines * request.font_height) return 0;
     const int least =
         std::min(request.least_collection_height, request.height * kSureCollection / 100);
     const int most = request.height * kMostCollection / 100;

@@ -27,6 +27,7 @@ struct ArrangementRequest
     int width = 0;  // of the area
     int height = 0;
     int font_height = 16;        // of one line of text
+    int least_width = 0;         // what the left column's windows cannot do without
     int least_terms_height = 0;  // what the term editor needs to show a single row
     int terms_height = 0;        // and to show its rows in use
     int all_terms_height = 0;    // and to show every row
@@ -48,9 +49,9 @@ struct Arrangement
 {
     Box terms;
     Box parameters;
-    Box collection;
-    Box graph;   // no area when the graph is free
-    Box ranges;  // no area when there is no room for it below the graph
+    Box collection;  // no area when too little room would be left for terms and sliders
+    Box graph;       // no area when the graph is free
+    Box ranges;      // no area when there is no room for it below the graph
 };
 
 Arrangement Arrange(const ArrangementRequest& request);

@@ -112,8 +112,7 @@ void MainWindow::MakeCollection(Application& application)
     collection_ = std::make_unique<CollectionControl>(*session_, application.Document().attributes,
                                                       menus_, dialogs_, this);
     collection_frame_ = MakeChild(&collection_->Window());
-    connect(collection_.get(), &CollectionControl::windowWanted, this,
-            [this] { ShowChild(collection_frame_); });
+    connect(collection_.get(), &CollectionControl::windowWanted, this, &MainWindow::ShowCollection);
     connect(collection_.get(), &CollectionControl::descriptionWanted, this,
             &MainWindow::ShowDescription);
     for (const auto signal : {&CollectionControl::changed, &CollectionControl::entriesReplaced}) {
@@ -232,7 +231,8 @@ void MainWindow::ArrangeWindows()
     request.terms_height = terms_frame_->HeightFor(termform_->sizeHint().height());
     request.all_terms_height = terms_frame_->HeightFor(termform_->HeightOfAllRows());
     request.parameters_height = sliders_frame_->HeightFor(sliders_->HeightOfWindows());
-    request.has_collection = !collection_frame_->isHidden();
+    request.least_width = terms_frame_->WidthFor(termform_->minimumSizeHint().width());
+    request.has_collection = collection_waits_ || !collection_frame_->isHidden();
     request.least_collection_height =
         collection_frame_->HeightFor(collection_->Window().LeastHeight());
     request.collection_height = collection_frame_->HeightFor(collection_->Window().FullHeight());
@@ -246,11 +246,37 @@ void MainWindow::ArrangeWindows()
     const Arrangement places = Arrange(request);
     Place(terms_frame_, places.terms);
     Place(sliders_frame_, places.parameters);
-    Place(collection_frame_, places.collection);
+    if (request.has_collection) PlaceCollection(places.collection);
     Place(graph_frame_, places.graph);
     if (ranges_frame_ == nullptr) return;
     Place(ranges_frame_, places.ranges);
     SetRangesFree(places.ranges.height == 0);
+}
+
+// Without a place in the column it waits until it is wanted, above the graph then, or until there
+// is room again.
+void MainWindow::PlaceCollection(const Box& place)
+{
+    const bool has_room = place.height > 0;
+    if (has_room == collection_frame_->IsFree()) {
+        collection_frame_->SetFree(!has_room);
+        if (!has_room) collection_frame_->hide();
+    }
+    if (has_room) {
+        collection_frame_->show();
+        Place(collection_frame_, place);
+    }
+    collection_waits_ = collection_frame_->isHidden();
+}
+
+void MainWindow::ShowCollection()
+{
+    if (collection_frame_->IsFree()) {
+        ShowBesideGraph(collection_frame_, &collection_->Window());
+        ArrangeWindows();
+    } else {
+        ShowChild(collection_frame_);
+    }
 }
 
 void MainWindow::SetRangesFree(bool free)
@@ -364,9 +390,8 @@ void MainWindow::DockAll()
     graph_place_ = GraphPlace::Docked;
     menus_.SetChecked("mn_gri", false);
     graph_frame_->SetFree(false);
-    for (ui::ChildWindow* child : {terms_frame_, sliders_frame_, graph_frame_, collection_frame_}) {
-        child->show();
-    }
+    for (ui::ChildWindow* child : {terms_frame_, sliders_frame_, graph_frame_}) child->show();
+    collection_waits_ = true;
     ArrangeWindows();
 }
 

@@ -81,6 +81,8 @@ private:
     void ActivateFormer();
     void ShowZoomFactors();
     void ShowSettings();  // mn_groptions
+    void PlaceCollection(const Box& place);
+    void ShowCollection();
     void SetRangesFree(bool free);
     void PlaceFreeRanges();
     void ShowBesideGraph(ui::ChildWindow* child, QWidget* content);
@@ -117,6 +119,7 @@ private:
     std::unique_ptr<CollectionControl> collection_;
     std::unique_ptr<PlotCommands> commands_;
     GraphPlace graph_place_ = GraphPlace::Docked;
+    bool collection_waits_ = false;  // hidden for lack of room
 };
 
 }  // namespace korvinth::app

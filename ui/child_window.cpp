@@ -8,6 +8,7 @@
 #include <QMdiArea>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QSizeGrip>
 #include <QToolButton>
@@ -273,6 +274,35 @@ void ChildWindow::resizeEvent(QResizeEvent* event)
     const QSize size = grip_->sizeHint();
     grip_->resize(size);
     grip_->move(widget()->width() - size.width(), widget()->height() - size.height());
+    // After all windows have found their places.
+    QMetaObject::invokeMethod(this, &ChildWindow::ScrollAsNeeded, Qt::QueuedConnection);
+}
+
+void ChildWindow::ScrollAsNeeded()
+{
+    const QSize least = content_->minimumSizeHint().expandedTo(content_->minimumSize());
+    const QSize room(width() - WidthFor(0), height() - HeightFor(0));
+    const bool fits = least.boundedTo(room) == least;
+    if (!isVisible() || fits == (scroll_ == nullptr)) return;
+    QWidget* const focused = window()->focusWidget();
+    const bool has_focus = focused != nullptr && content_->isAncestorOf(focused);
+    QLayout* const layout = widget()->layout();
+    if (fits) {
+        layout->replaceWidget(scroll_, scroll_->takeWidget());
+        scroll_->deleteLater();
+        scroll_ = nullptr;
+    } else {
+        scroll_ = new QScrollArea(widget());
+        scroll_->setFrameShape(QFrame::NoFrame);
+        scroll_->setFocusPolicy(Qt::NoFocus);
+        scroll_->setWidgetResizable(true);
+        layout->replaceWidget(content_, scroll_);
+        scroll_->setWidget(content_);
+        scroll_->show();
+    }
+    content_->show();
+    grip_->raise();
+    if (has_focus) focused->setFocus();
 }
 
 }  // namespace korvinth::ui

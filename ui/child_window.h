@@ -5,6 +5,7 @@
 #include <QPoint>
 
 class QLabel;
+class QScrollArea;
 class QShortcut;
 class QSizeGrip;
 class QToolButton;
@@ -40,7 +41,7 @@ private:
 };
 
 // Takes a window's content, title and object name ("termform" stands in "termform_frame").
-// Closing it hides it.
+// Closing it hides it. A content that needs more room than it has scrolls.
 class ChildWindow : public QMdiSubWindow
 {
     Q_OBJECT
@@ -75,13 +76,15 @@ private:
     void MoveBy(QPoint by);  // stays within reach
     void GrowBy(QPoint by);
     void RaiseFreeWindows() const;  // all of the area, in their order
+    void ScrollAsNeeded();
     // The first of the content in the order of the tab key, nullptr when it has none.
     QWidget* FirstControl() const;
 
     QWidget* content_;
     SlimTitleBar* bar_;
     QSizeGrip* grip_;
-    QList<QShortcut*> keys_;  // that move and size it
+    QScrollArea* scroll_ = nullptr;  // around a content that is too large
+    QList<QShortcut*> keys_;         // that move and size it
     bool free_ = false;
     bool closed_by_esc_ = false;
 };

@@ -29,7 +29,7 @@ using document::SlotIndex;
 constexpr int kSmallestPoints = 11;
 constexpr int kSpacing = 6;  // pixels between controls
 constexpr int kMargin = 6;
-constexpr int kFewestRows = 3;    // that the smallest window shows
+constexpr int kFewestRows = 2;    // that the smallest window shows: those of a curve
 constexpr int kFewestFitted = 5;  // that a fitted window shows
 constexpr int kLongestTip = 1500;
 constexpr std::size_t kRememberedMoves = 20;

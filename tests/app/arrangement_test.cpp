@@ -147,6 +147,25 @@ TEST(Arrangement, WhatIsClosedLeavesItsPlaceToItsNeighbours)
     EXPECT_GT(Arrange(request).graph.x, 0);
 }
 
+TEST(Arrangement, InVeryLargeLettersRowsAndOneSliderComeBeforeTheCollection)
+{
+    ArrangementRequest request{.width = 1020,
+                               .height = 490,
+                               .font_height = 38,
+                               .least_width = 480,
+                               .least_terms_height = 220,
+                               .has_collection = true,
+                               .least_collection_height = 250};
+    EXPECT_FALSE(HasArea(Arrange(request).collection));
+    EXPECT_GE(Arrange(request).terms.height, 220);
+    EXPECT_GE(Arrange(request).parameters.height, 240);
+    EXPECT_EQ(Arrange(request).terms.width, 480);
+    request.least_width = 900;
+    EXPECT_EQ(Arrange(request).terms.width, 510) << "half is the graph's";
+    request.height = 700;
+    EXPECT_GE(Arrange(request).collection.height, 150);
+}
+
 TEST(Arrangement, TheRangeWindowStandsBelowTheDockedGraphOnly)
 {
     ArrangementRequest request{.width = 1280, .height = 740, .ranges_height = 140};

@@ -496,6 +496,35 @@ TEST_F(MainWindowTest, ARangeWindowWithoutRoomIsFreeAndWhole)
     EXPECT_EQ(frame->x(), Find("graphform_frame")->x()) << "below the graph";
 }
 
+TEST_F(MainWindowTest, InAVeryLowWindowContentsScrollAndTheCollectionWaits)
+{
+    Show(900, 310);
+    const auto resized = [this](QSize size, const auto& then) {
+        window_.resize(size);
+        return QTest::qWaitFor(then);
+    };
+    QWidget* const terms = Find("termform");
+    QWidget* const collection = Find("sammlung");
+    const auto scrolls = [&] { return terms->height() > terms->parentWidget()->height(); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !collection->isVisible(); }));
+    Row(0)->setFocus();
+    ASSERT_TRUE(resized({900, 220}, scrolls));
+    EXPECT_GE(terms->height(), terms->minimumSizeHint().height());
+    EXPECT_EQ(window_.focusWidget(), Row(0));
+    Trigger("mn_col");
+    EXPECT_TRUE(collection->isVisible()) << "above the others, since it is wanted";
+    Find<QMdiSubWindow>("sammlung_frame")->close();
+    EXPECT_FALSE(collection->isVisible());
+
+    ASSERT_TRUE(resized({900, 700}, [&] { return !scrolls() && terms->height() > 200; }));
+    EXPECT_FALSE(collection->isVisible()) << "it was closed";
+    Trigger("mn_dock");
+    EXPECT_TRUE(collection->isVisible());
+    EXPECT_EQ(Frame("sammlung_frame").bottom(), Frame("graphform_frame").bottom());
+    ASSERT_TRUE(resized({900, 310}, [&] { return !collection->isVisible(); }));
+    EXPECT_TRUE(resized({900, 700}, [&] { return collection->isVisible(); }));
+}
+
 TEST_F(MainWindowTest, AFamilyWithoutCurvesTellsWhereTheirNumberIs)
 {
     Show();
