@@ -6,9 +6,9 @@ namespace korvinth::app {
 namespace {
 
 // Widths and heights in heights of a line, so that they follow the font.
-constexpr int kColumnLines = 24;         // a term of about forty letters
-constexpr int kLeastParameterLines = 7;  // title and one slider, or what stands in its place
-constexpr int kLeastCollectionLines = 3;
+constexpr int kColumnLines = 24;          // a term of about forty letters
+constexpr int kLeastParameterLines = 7;   // title and one slider, or what stands in its place
+constexpr int kLeastCollectionLines = 6;  // title, search and an entry
 
 // In percent of the area.
 constexpr int kWidestColumn = 40;

@@ -162,8 +162,8 @@ TEST(Arrangement, InVeryLargeLettersRowsAndOneSliderComeBeforeTheCollection)
     EXPECT_EQ(Arrange(request).terms.width, 480);
     request.least_width = 900;
     EXPECT_EQ(Arrange(request).terms.width, 510) << "half is the graph's";
-    request.height = 700;
-    EXPECT_GE(Arrange(request).collection.height, 150);
+    request.height = 740;
+    EXPECT_GE(Arrange(request).collection.height, 200);
 }
 
 TEST(Arrangement, TheRangeWindowStandsBelowTheDockedGraphOnly)
