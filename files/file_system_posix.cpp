@@ -36,6 +36,7 @@ public:
     Descriptor(const Path& file, int flags)
         // A pipe or a device must not hold the program up.
         : number_(Insist([&] {
+              // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system's own function
               return ::open(file.c_str(), flags | O_CLOEXEC | O_NONBLOCK, kPermissionsOfNewFiles);
           }))
     {

@@ -276,7 +276,8 @@ public:
         if (::DeleteFileW(file.c_str()) != 0) return {};
         const std::error_code fault = LastFault();
         return fault == std::errc::no_such_file_or_directory ? std::error_code() : fault;
-    }};
+    }
+};
 
 }  // namespace
 

@@ -14,6 +14,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <memory>
 
 #include "ui/elided_label.h"
 
@@ -286,9 +287,11 @@ void ChildWindow::ScrollAsNeeded()
     if (!isVisible() || fits == (scroll_ == nullptr)) return;
     QWidget* const focused = window()->focusWidget();
     const bool has_focus = focused != nullptr && content_->isAncestorOf(focused);
-    QLayout* const layout = widget()->layout();
+    const auto replace = [this](QWidget* from, QWidget* to) {
+        const std::unique_ptr<QLayoutItem> former(widget()->layout()->replaceWidget(from, to));
+    };
     if (fits) {
-        layout->replaceWidget(scroll_, scroll_->takeWidget());
+        replace(scroll_, scroll_->takeWidget());
         scroll_->deleteLater();
         scroll_ = nullptr;
     } else {
@@ -296,7 +299,7 @@ void ChildWindow::ScrollAsNeeded()
         scroll_->setFrameShape(QFrame::NoFrame);
         scroll_->setFocusPolicy(Qt::NoFocus);
         scroll_->setWidgetResizable(true);
-        layout->replaceWidget(content_, scroll_);
+        replace(content_, scroll_);
         scroll_->setWidget(content_);
         scroll_->show();
     }

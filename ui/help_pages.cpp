@@ -129,7 +129,7 @@ std::vector<HelpHit> HelpPages::Search(const QString& text) const
         if (all) hits.push_back({&page, wanted.isEmpty() ? "" : Snippet(page.text, wanted)});
     }
     if (wanted.isEmpty()) return hits;
-    std::ranges::stable_partition(hits, [&](const HelpHit& hit) {
+    std::stable_partition(hits.begin(), hits.end(), [&](const HelpHit& hit) {
         return std::ranges::any_of(wanted, [&](const QString& word) {
             return hit.page->title.contains(word, Qt::CaseInsensitive);
         });

@@ -23,7 +23,7 @@ constexpr int kNameRole = Qt::UserRole;
 constexpr int kSnippetRole = Qt::UserRole + 1;
 constexpr int kLongestSearch = 100;  // characters
 
-QUrl PageUrl(const QString& name) { return QUrl("help:/" + name); }
+QUrl PageUrl(const QString& name) { return {"help:/" + name}; }
 QString NameOf(const QUrl& url) { return url.path().mid(1); }
 
 // A hit: the page's title, below it the place with the words in bold.

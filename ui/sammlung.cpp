@@ -53,25 +53,25 @@ constexpr Detail kDetails[] = {
 
 struct MenuRow
 {
-    EntryCommand command;
     const char* name;
     const char* caption;  // behind the tab: its key in the list
+    EntryCommand command;
     bool line_above = false;
 };
 constexpr MenuRow kMenu[] = {
-    {EntryCommand::Draw, "samml_draw", "&Zeichnen\tEingabe"},
-    {EntryCommand::TakePlot, "samml_take", "Daten in den angewählten Eintrag &übernehmen"},
-    {EntryCommand::AddPlot, "samml_addplot", "Aktuelle Daten &hinzufügen", true},
-    {EntryCommand::NewEntry, "samml_new", "&Neuen Eintrag hinzufügen"},
-    {EntryCommand::Rename, "samml_rename", "U&mbenennen\tF2", true},
-    {EntryCommand::Copy, "samml_copy", "&Kopieren\tStrg+C"},
-    {EntryCommand::Cut, "samml_cut", "Aus&schneiden\tStrg+X"},
-    {EntryCommand::Insert, "samml_insert", "&Einfügen\tStrg+V"},
-    {EntryCommand::InsertAfter, "samml_insaft", "Einfügen &danach"},
-    {EntryCommand::Remove, "samml_clr", "&Löschen\tEntf"},
-    {EntryCommand::Protect, "samml_protect", "Schü&tzen", true},
-    {EntryCommand::Undo, "samml_undo", "&Rückgängig\tStrg+Z", true},
-    {EntryCommand::Redo, "samml_redo", "&Wiederherstellen\tStrg+Y"},
+    {"samml_draw", "&Zeichnen\tEingabe", EntryCommand::Draw},
+    {"samml_take", "Daten in den angewählten Eintrag &übernehmen", EntryCommand::TakePlot},
+    {"samml_addplot", "Aktuelle Daten &hinzufügen", EntryCommand::AddPlot, true},
+    {"samml_new", "&Neuen Eintrag hinzufügen", EntryCommand::NewEntry},
+    {"samml_rename", "U&mbenennen\tF2", EntryCommand::Rename, true},
+    {"samml_copy", "&Kopieren\tStrg+C", EntryCommand::Copy},
+    {"samml_cut", "Aus&schneiden\tStrg+X", EntryCommand::Cut},
+    {"samml_insert", "&Einfügen\tStrg+V", EntryCommand::Insert},
+    {"samml_insaft", "Einfügen &danach", EntryCommand::InsertAfter},
+    {"samml_clr", "&Löschen\tEntf", EntryCommand::Remove},
+    {"samml_protect", "Schü&tzen", EntryCommand::Protect, true},
+    {"samml_undo", "&Rückgängig\tStrg+Z", EntryCommand::Undo, true},
+    {"samml_redo", "&Wiederherstellen\tStrg+Y", EntryCommand::Redo},
 };
 
 const char* const kNothingSelected = " (kein Eintrag angewählt)";
