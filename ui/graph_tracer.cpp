@@ -32,12 +32,11 @@ GraphTracer::GraphTracer(QWidget& area, const GraphPointer& pointer, const rende
 void GraphTracer::SetActive(bool active)
 {
     if (trace_ == nullptr || active == Active()) return;
-    if (!active) {
-        trace_->End();
-    } else if (!trace_->Begin()) {
+    if (active && !trace_->Begin()) {
         Q_EMIT refused();
         return;
     }
+    if (!active) trace_->End();
     Q_EMIT activeChanged(active);
     if (!active) return;
     KeepInView();
@@ -47,7 +46,7 @@ void GraphTracer::SetActive(bool active)
 std::optional<render::ProbedPoint> GraphTracer::Point()
 {
     if (!Active()) return std::nullopt;
-    const auto point = trace_->Point();
+    auto point = trace_->Point();
     if (!point) SetActive(false);
     return point;
 }
