@@ -57,14 +57,37 @@ document::DisplayedRanges Application::Ranges() const
     return {view.x_min, view.x_max, view.y_min, view.y_max, view.t_min, view.t_max};
 }
 
-void Application::Draw(render::DrawingSurface& surface, render::ViewRange view)
+void Application::Draw(render::DrawingSurface& surface, const render::ViewRange& view)
 {
-    const render::VariableScope step(parser_, document_.variables.sw);
-    render::UpdateMapping(view, parser_, document_.variables);
-    const render::RedrawGate always_open;
-    render::Renderer renderer(document_, parser_, view, always_open);
-    renderer.RedrawAll(surface);
-    views_.UpdateMapping();
+    Drawing drawing(*this, surface, view);
+    while (drawing.Continue()) {
+    }
+}
+
+Application::Drawing::Drawing(Application& application, render::DrawingSurface& surface,
+                              const render::ViewRange& view)
+    : application_(application),
+      view_(view),
+      renderer_(application.document_, application.parser_, view_, always_open_)
+{
+    InView([&] { redraw_ = renderer_.Begin(surface); });
+}
+
+bool Application::Drawing::Continue()
+{
+    bool more = false;
+    InView([&] { more = renderer_.Continue(*redraw_); });
+    return more;
+}
+
+template <class Piece>
+void Application::Drawing::InView(Piece draw)
+{
+    const document::SystemVariables& variables = application_.document_.variables;
+    const render::VariableScope step(application_.parser_, variables.sw);
+    render::UpdateMapping(view_, application_.parser_, variables);
+    draw();
+    application_.views_.UpdateMapping();
 }
 
 void Application::StopAnimation()

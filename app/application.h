@@ -67,7 +67,8 @@ public:
     bool ContinueDrawing(render::Renderer::Redraw& redraw) { return renderer_.Continue(redraw); }
     // The picture of another view, for files and paper; whatever belongs to the screen's stays as
     // it is. The view's derived values need not be up to date.
-    void Draw(render::DrawingSurface& surface, render::ViewRange view);
+    void Draw(render::DrawingSurface& surface, const render::ViewRange& view);
+    class Drawing;  // the same piece by piece
     // What the last drawing of the screen's picture could not do.
     const std::vector<render::Problem>& Problems() const { return renderer_.Problems(); }
     // The additional point that was drawn at a pixel.
@@ -109,6 +110,25 @@ private:
     render::RedrawGate redraw_gate_;
     render::Renderer renderer_{document_, parser_, views_.View(), redraw_gate_};
     render::GraphTrace trace_{document_, parser_, views_.View()};
+};
+
+// After each piece the screen's picture can be drawn again. Application and surface outlive it.
+class Application::Drawing
+{
+public:
+    Drawing(Application& application, render::DrawingSurface& surface,
+            const render::ViewRange& view);
+    bool Continue();  // the next piece; false when the picture is complete
+
+private:
+    template <class Piece>
+    void InView(Piece draw);
+
+    Application& application_;
+    render::ViewRange view_;
+    const render::RedrawGate always_open_;
+    render::Renderer renderer_;
+    std::optional<render::Renderer::Redraw> redraw_;
 };
 
 }  // namespace korvinth::app

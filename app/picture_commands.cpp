@@ -2,7 +2,10 @@
 
 #include <QAction>
 #include <QScreen>
+#include <chrono>
 #include <cmath>
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -27,6 +30,20 @@ render::ScreenSize SizeOf(const QScreen& screen)
                                   whole(screen.physicalSize().width()),
                                   whole(screen.physicalSize().height())};
     return size.width_mm > 0 && size.height_mm > 0 ? size : render::PictureOptions().screen;
+}
+
+// Functions are copied, what they draw is one thing.
+std::function<bool(std::chrono::milliseconds, QImage&)> InSlices(
+    const std::shared_ptr<ImageDrawing>& drawing)
+{
+    if (drawing == nullptr) return {};
+    return [drawing](std::chrono::milliseconds time, QImage& image) {
+        const auto end = std::chrono::steady_clock::now() + time;
+        bool more = drawing->Continue();
+        while (more && std::chrono::steady_clock::now() < end) more = drawing->Continue();
+        image = drawing->Image();
+        return more;
+    };
 }
 
 std::string Ending(render::PictureFormat format)
@@ -86,8 +103,9 @@ void PictureCommands::MakeExportDialog()
 {
     export_ = new ui::ExportDialog(
         [this](render::PictureFormat format, const render::PictureOptions& options, QSize room) {
-            const ImagePreview preview = PreviewImage(application_, format, options, room);
-            return ui::PicturePreview{preview.image, QString::fromStdString(preview.fault)};
+            ImagePreview preview = PreviewImage(application_, format, options, room);
+            return ui::PicturePreview{preview.image, InSlices(std::move(preview.drawing)),
+                                      QString::fromStdString(preview.fault)};
         },
         &window_);
     connect(export_, &ui::ExportDialog::saveWanted, this, &PictureCommands::SaveExport);

@@ -7,13 +7,19 @@
 
 #include "app/page_layout.h"
 #include "app/page_picture.h"
-#include "render/qt/raster_surface.h"
 
 namespace korvinth::app {
 namespace {
 
 constexpr double kMmPerInch = 25.4;
 constexpr double kSmallestPreviewScale = 0.05;  // smaller texts are no dot high
+
+// Of the grid to a dot.
+int Steps(Application& application, double scale)
+{
+    const bool smooth = application.Document().attributes.smooth_drawing || scale != 1;
+    return render::GridSteps(smooth) * static_cast<int>(std::ceil(scale));
+}
 
 // `scale` dots to a pixel before it is made to fit.
 ImagePreview FittedImage(Application& application, const render::ViewRange& view, QSize picture,
@@ -22,7 +28,9 @@ ImagePreview FittedImage(Application& application, const render::ViewRange& view
     const double shrunk = std::min(
         {1.0, double(room.width()) / picture.width(), double(room.height()) / picture.height()});
     const QSize dots = (QSizeF(picture) * shrunk).toSize().expandedTo({1, 1});
-    return {DrawImage(application, view, dots, std::max(scale * shrunk, kSmallestPreviewScale)),
+    return {QImage(),
+            std::make_unique<ImageDrawing>(application, view, dots,
+                                           std::max(scale * shrunk, kSmallestPreviewScale)),
             ""};
 }
 
@@ -44,8 +52,8 @@ ImagePreview PageImage(Application& application, const render::PageOptions& opti
     painter.setRenderHint(QPainter::Antialiasing);
     PageReport report = DrawPage(painter, {QPointF(), sheet}, options, application);
     painter.end();
-    if (!report.fault.empty()) return {QImage(), report.fault};
-    return {image, ""};
+    if (!report.fault.empty()) return {{}, {}, report.fault};
+    return {image, {}, ""};
 }
 
 }  // namespace
@@ -66,16 +74,30 @@ QSize AreaOf(const render::ViewRange& view)
             static_cast<int>(std::lround(view.HeightInPixels()))};
 }
 
-QImage DrawImage(Application& application, render::ViewRange view, QSize dots, double scale)
+QImage DrawImage(Application& application, const render::ViewRange& view, QSize dots, double scale)
 {
-    const bool smooth = application.Document().attributes.smooth_drawing || scale != 1;
-    const int steps = render::GridSteps(smooth) * static_cast<int>(std::ceil(scale));
-    render::RasterSurface surface(dots, steps, scale);
-    if (surface.Image().isNull()) return {};
+    ImageDrawing drawing(application, view, dots, scale);
+    while (drawing.Continue()) {
+    }
+    return drawing.Image();
+}
+
+ImageDrawing::ImageDrawing(Application& application, render::ViewRange view, QSize dots,
+                           double scale)
+    : surface_(dots, Steps(application, scale), scale)
+{
+    if (surface_.Image().isNull()) return;
     view.area_width = dots.width() / scale * view.twips_per_pixel_x;
     view.area_height = dots.height() / scale * view.twips_per_pixel_y;
-    application.Draw(surface, view);
-    return surface.Image();
+    drawing_.emplace(application, surface_, view);
+}
+
+bool ImageDrawing::Continue() { return drawing_ && drawing_->Continue(); }
+
+QImage ImageDrawing::Image()
+{
+    if (drawing_) surface_.Refresh();
+    return surface_.Image();
 }
 
 ImagePreview PreviewImage(Application& application, render::PictureFormat format,
@@ -84,7 +106,7 @@ ImagePreview PreviewImage(Application& application, render::PictureFormat format
     if (format == render::PictureFormat::Pdf) return PageImage(application, options.page, room);
     if (format == render::PictureFormat::Svg && options.page.scale) {
         const PlacedPicture picture = ScalePicture(application.View(), *options.page.scale);
-        if (!picture.fault.empty()) return {QImage(), picture.fault};
+        if (!picture.fault.empty()) return {{}, {}, picture.fault};
         return FittedImage(application, picture.view, {picture.width, picture.height}, 1, room);
     }
     const render::ViewRange view = SizedView(application.View(), options);

@@ -3,10 +3,13 @@
 
 #include <QImage>
 #include <QSize>
+#include <memory>
+#include <optional>
 #include <string>
 
 #include "app/application.h"
 #include "render/picture_options.h"
+#include "render/qt/raster_surface.h"
 
 namespace korvinth::app {
 
@@ -18,12 +21,27 @@ QSize AreaOf(const render::ViewRange& view);
 
 // An image of so many dots; `scale` of them are a pixel, so that texts and lines grow with it. No
 // image when there is no memory for it.
-QImage DrawImage(Application& application, render::ViewRange view, QSize dots, double scale);
+QImage DrawImage(Application& application, const render::ViewRange& view, QSize dots, double scale);
 
+// The same piece by piece.
+class ImageDrawing
+{
+public:
+    ImageDrawing(Application& application, render::ViewRange view, QSize dots, double scale);
+    bool Continue();  // the next piece; false when the picture is complete
+    QImage Image();   // as far as it is drawn
+
+private:
+    render::RasterSurface surface_;
+    std::optional<Application::Drawing> drawing_;  // none without memory
+};
+
+// A page is drawn at once, other pictures are still to be drawn.
 struct ImagePreview
 {
     QImage image;
-    std::string fault;  // German; "" when there is an image
+    std::unique_ptr<ImageDrawing> drawing;
+    std::string fault;  // German; "" when there is one of both
 };
 
 // What MakePicture makes of these options, at most as many dots large as `room`.

@@ -20,8 +20,9 @@ namespace {
 
 using render::PictureFormat;
 
-constexpr QSize kPreviewRoom(320, 320);  // in pixels as the toolkit counts them
-constexpr int kRestMs = 80;              // after a change, before the preview follows
+constexpr QSize kPreviewRoom(320, 320);          // in pixels as the toolkit counts them
+constexpr int kRestMs = 80;                      // after a change, before the preview follows
+constexpr std::chrono::milliseconds kSlice(40);  // of drawing it, before events have their turn
 
 struct FormatEntry
 {
@@ -147,6 +148,13 @@ void ExportDialog::Connect()
     redraw_.setSingleShot(true);
     redraw_.setInterval(kRestMs);
     connect(&redraw_, &QTimer::timeout, this, &ExportDialog::DrawPreview);
+    connect(&slice_, &QTimer::timeout, this, &ExportDialog::ContinuePreview);
+    // The plot may change from then on.
+    connect(this, &QDialog::finished, this, [this] {
+        redraw_.stop();
+        slice_.stop();
+        shown_.draw = nullptr;
+    });
 }
 
 void ExportDialog::KeepRatio(const QSpinBox& edited, QSpinBox& other, double factor)
@@ -209,15 +217,37 @@ render::PictureOptions ExportDialog::Options() const
 void ExportDialog::DrawPreview()
 {
     redraw_.stop();
+    slice_.stop();
     ShowPaperSize();
-    const double ratio = devicePixelRatioF();
-    PicturePreview preview = preview_(Format(), Options(), kPreviewRoom * ratio);
-    if (preview.image.isNull()) {
-        picture_->setText(preview.fault);
+    shown_ = preview_(Format(), Options(), kPreviewRoom * devicePixelRatioF());
+    if (shown_.draw) {
+        ContinuePreview();
+    } else {
+        ShowPreview(shown_.image);
+    }
+}
+
+// What is slow to draw is shown as far as it has come.
+void ExportDialog::ContinuePreview()
+{
+    QImage image;
+    if (shown_.draw(kSlice, image)) {
+        slice_.start();
+    } else {
+        slice_.stop();
+        shown_.draw = nullptr;
+    }
+    ShowPreview(image);
+}
+
+void ExportDialog::ShowPreview(QImage image)
+{
+    if (image.isNull()) {
+        picture_->setText(shown_.fault);
         return;
     }
-    preview.image.setDevicePixelRatio(ratio);
-    picture_->setPixmap(QPixmap::fromImage(preview.image));
+    image.setDevicePixelRatio(devicePixelRatioF());
+    picture_->setPixmap(QPixmap::fromImage(image));
 }
 
 // As other programs insert the picture.

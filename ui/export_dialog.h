@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QImage>
 #include <QTimer>
+#include <chrono>
 #include <functional>
 
 #include "render/picture_options.h"
@@ -21,7 +22,10 @@ class PageOptionsBox;
 struct PicturePreview
 {
     QImage image;
-    QString fault;  // why there is none
+    // Where that is null: draws for about as long and hands over what there is then; false when
+    // that is all.
+    std::function<bool(std::chrono::milliseconds, QImage&)> draw;
+    QString fault;  // why there is neither
 };
 
 // Keeps its values from one opening to the next.
@@ -51,12 +55,16 @@ private:
     void KeepRatio(const QSpinBox& edited, QSpinBox& other, double factor);
     void FollowChoice();
     void DrawPreview();
+    void ContinuePreview();
+    void ShowPreview(QImage image);
     void ShowPaperSize();
 
     Preview preview_;
     double ratio_ = 4.0 / 3;  // width to height of the graph's area
     bool opened_ = false;
     QTimer redraw_;  // many changes are one preview
+    QTimer slice_;   // runs while the preview is being drawn
+    PicturePreview shown_;
     QComboBox* format_;
     QSpinBox* width_;
     QSpinBox* height_;

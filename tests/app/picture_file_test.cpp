@@ -9,9 +9,10 @@
 #include <cmath>
 #include <vector>
 
-#include "../files/failing_disk.h"
+#include "app/picture_image.h"
 #include "app/plot_request.h"
 #include "render/recording_surface.h"
+#include "tests/files/failing_disk.h"
 
 namespace korvinth::app {
 namespace {
@@ -232,6 +233,30 @@ TEST_F(PictureFileTest, AFailedExportLeavesTheFileAsItWas)
     disk.SetReadOnly(false);
     EXPECT_NE(WritePicture(application, "a.svg", options, disk).fault, "") << "no picture at all";
     EXPECT_EQ(disk.Bytes("a.svg"), "vorher");
+}
+
+// Of a part of the plane that is not the screen's, so that each has a mapping of its own.
+TEST_F(PictureFileTest, APictureIsDrawnPieceByPieceWhileTheScreensIsDrawnInBetween)
+{
+    CommandLine command;
+    command.rows = {"f(x)=sin(x)", "h(x)=x/2", "x(t)=3*cos(t)", "y(t)=3*sin(t)"};
+    ASSERT_EQ(ApplyRequest(application, command).errors, "");
+    const auto screen = ScreenCommands();
+    render::ViewRange view = application.View();
+    view.x_max = 20;
+    view.y_min = -1;
+    const QSize dots(200, 150);
+    const QImage whole = DrawImage(application, view, dots, 1);
+    ImageDrawing drawing(application, view, dots, 1);
+    const QImage axes = drawing.Image();
+    int pieces = 0;
+    while (drawing.Continue()) {
+        ++pieces;
+        EXPECT_EQ(ScreenCommands(), screen);
+    }
+    EXPECT_GE(pieces, 3);
+    EXPECT_EQ(drawing.Image(), whole);
+    EXPECT_NE(axes, whole);
 }
 
 }  // namespace
