@@ -1,6 +1,7 @@
 #include "app/picture_commands.h"
 
 #include <QAction>
+#include <QGuiApplication>
 #include <QScreen>
 #include <chrono>
 #include <cmath>
@@ -31,6 +32,15 @@ render::ScreenSize SizeOf(const QScreen& screen)
                                   whole(screen.physicalSize().height())};
     return size.width_mm > 0 && size.height_mm > 0 ? size : render::PictureOptions().screen;
 }
+
+// The pointer tells that the program is busy, as long as this lives.
+class BusyPointer
+{
+public:
+    BusyPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyPointer() { QGuiApplication::restoreOverrideCursor(); }
+    Q_DISABLE_COPY_MOVE(BusyPointer)
+};
 
 // Functions are copied, what they draw is one thing.
 std::function<bool(std::chrono::milliseconds, QImage&)> InSlices(
@@ -119,7 +129,10 @@ void PictureCommands::SaveExport()
     const std::string name = files::Utf8(*file);
     render::PictureOptions options = export_->Options();
     options.screen = SizeOf(*window_.Graph().screen());
-    const PictureReport report = WritePicture(application_, name, options, disk_);
+    const PictureReport report = [&] {
+        const BusyPointer busy;
+        return WritePicture(application_, name, options, disk_);
+    }();
     if (!report.fault.empty()) {
         dialogs_.ShowExclamation(kExportTitle,
                                  "Die Graphik ist nicht gespeichert: " + report.fault);
