@@ -18,7 +18,6 @@
 #include "ui/interform.h"
 #include "ui/minicalc.h"
 #include "ui/parameter_column.h"
-#include "ui/parameter_list.h"
 #include "ui/punkte.h"
 #include "ui/termform.h"
 

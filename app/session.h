@@ -23,7 +23,6 @@ class GraphForm;
 class InterForm;
 class MiniCalc;
 class ParameterColumn;
-class ParameterList;
 class Punkte;
 class TermForm;
 }  // namespace korvinth::ui

@@ -15,12 +15,14 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QSpinBox>
+#include <chrono>
 #include <cstring>
 #include <vector>
 
 #include "app/clipboard.h"
 #include "app/program.h"
 #include "tests/files/failing_disk.h"
+#include "ui/export_dialog.h"
 #include "window_fixture.h"
 
 namespace korvinth::app {
@@ -143,6 +145,37 @@ TEST_F(PictureCommandsTest, OnlyWhatAFormatHasCanBeChosen)
         preview->clear();
         EXPECT_TRUE(QTest::qWaitFor([&] { return !preview->pixmap().isNull(); }));
     }
+}
+
+TEST(ExportPreview, ComesPieceByPieceUntilItIsDoneOrOutOfDate)
+{
+    int begun = 0;
+    int slices = 0;
+    int last = 3;  // slice of a preview
+    ui::ExportDialog dialog([&](render::PictureFormat, const render::PictureOptions&, QSize) {
+        ++begun;
+        const auto draw = [&, slice = 0](std::chrono::milliseconds, QImage& image) mutable {
+            image = QImage(10 * ++slice, 10, QImage::Format_RGB32);
+            ++slices;
+            return slice < last;
+        };
+        return ui::PicturePreview{QImage(), draw, ""};
+    });
+    const auto* shown = dialog.findChild<QLabel*>("export_preview");
+    dialog.Open({400, 300});
+    EXPECT_EQ(slices, 1) << "what is done is seen at once";
+    EXPECT_EQ(shown->pixmap().width(), 10);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shown->pixmap().width() == 30; }));
+    QTest::qWait(200);
+    EXPECT_EQ(slices, 3 * begun);
+
+    last = 1'000'000'000;
+    dialog.findChild<QComboBox*>("export_format")->setCurrentIndex(1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shown->pixmap().width() > 30; }));
+    dialog.close();
+    const int drawn = slices;
+    QTest::qWait(50);
+    EXPECT_EQ(slices, drawn) << "the plot may change now";
 }
 
 TEST_F(PictureCommandsTest, AnExportWritesTheChosenSizeAndKeepsItsValues)
